@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+// The measured halves of `bench/run`, each in a process of its own so that its peak memory is its own:
+//   plexo-bench course PACKAGE.zip FILE.zip...   adds the files and publishes
+//   plexo-bench generator COUNT                  writes the manifest of COUNT one-page SCOs, without their
+//   files
+// Each prints one line of JSON: seconds, and bytes of memory.
+#include <sys/resource.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "core/PlexoCourseModel.h"
+#include "core/PlexoLinearCourseModel.h"
+#include "host/files/TzFileUtil.h"
+#include "host/headless/TzHeadlessUI.h"
+#include "host/session/TzSession.h"
+#include "host/text/TzStringDictionary.h"
+#include "intake/PlexoAddFileDriver.h"
+#include "panel/PlexoStrings.h"
+#include "publish/PlexoPublisher.h"
+
+namespace {
+
+double SecondsOf(const std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+std::uint64_t PeakBytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
+}
+
+int MeasureCourse(TzHeadlessUI& ui, const TzPath& package, const std::vector<std::string>& files) {
+  const auto start = std::chrono::steady_clock::now();
+  for (const std::string& file : files) {
+    ui.AnswerNextChooser({TzPath::FromNative(file)});
+    if (PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).size() != 1) return 1;
+  }
+  const double adding = SecondsOf(start);
+  GetCourseModel()->SetPublishFolder(package.GetParentTzPath());
+  GetCourseModel()->SetPackageName(package.GetFileName());
+  const auto packing = std::chrono::steady_clock::now();
+  const int result = PlexoPublisher::GetPublisher()->PublishPackage();
+  std::printf("{\"adding\": %.4f, \"publishing\": %.4f, \"peak\": %llu}\n", adding, SecondsOf(packing),
+              static_cast<unsigned long long>(PeakBytes()));
+  return result;
+}
+
+int MeasureGenerator(std::uint32_t count) {
+  for (std::uint32_t number = 1; number <= count; ++number) {
+    PlexoSCOModel sco;
+    sco.scoName = sco.manifest.scoName = "sco" + std::to_string(number);
+    sco.sourcePath = "/chosen/sco.zip";
+    sco.manifest.title = "Lesson " + std::to_string(number);
+    sco.manifest.href = "index.htm";
+    sco.manifest.files = {"index.htm"};
+    GetLinearCourseModel()->AddSCO(sco);
+  }
+  GetLinearCourseModel()->SetForcedSequence(true);
+  const std::uint64_t records = PeakBytes();
+  const auto start = std::chrono::steady_clock::now();
+  const int result = PlexoPublisher::GetPublisher()->WriteManifest();
+  std::printf("{\"generating\": %.4f, \"records\": %llu, \"peak\": %llu}\n", SecondsOf(start),
+              static_cast<unsigned long long>(records), static_cast<unsigned long long>(PeakBytes()));
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  if (arguments.size() < 2) return 2;
+  TzStringDictionary dictionary;
+  TzHeadlessUI ui;
+  TzSession::Install({.dictionary = &dictionary, .userInterface = &ui});
+  RegisterDefaultStrings();
+  GetCourseModel()->SetCourseIdentifier("Bench");
+  int result = 2;
+  if (arguments[0] == "course") {
+    result = MeasureCourse(ui, TzPath::FromNative(arguments[1]), {arguments.begin() + 2, arguments.end()});
+  } else if (arguments[0] == "generator") {
+    result = MeasureGenerator(static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10)));
+  }
+  TzFileUtil::DeleteAllTempFilesCreated();
+  return result;
+}

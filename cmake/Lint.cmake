@@ -1,0 +1,29 @@
+# clang-tidy over our sources, as the target "lint". Each source has a stamp that hangs on its object file, which
+# hangs on every header it includes: so a change re-checks what it touches and nothing else.
+add_custom_target(lint)
+find_program(CLANG_TIDY NAMES clang-tidy-14 clang-tidy)
+
+function(plexo_lint target)
+  if(NOT CLANG_TIDY)
+    return()
+  endif()
+  set(stamps)
+  foreach(source IN LISTS ARGN)
+    file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${source})
+    file(RELATIVE_PATH inTarget ${CMAKE_CURRENT_SOURCE_DIR} ${source})
+    set(object ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/${inTarget}.o)
+    set(stamp ${CMAKE_BINARY_DIR}/lint/${name}.stamp)
+    get_filename_component(stampFolder ${stamp} DIRECTORY)
+    file(MAKE_DIRECTORY ${stampFolder})
+    add_custom_command(
+      OUTPUT ${stamp}
+      COMMAND ${CLANG_TIDY} --quiet -p ${CMAKE_BINARY_DIR} ${source}
+      COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+      DEPENDS ${object} ${CMAKE_SOURCE_DIR}/.clang-tidy
+      COMMENT "clang-tidy ${name}")
+    list(APPEND stamps ${stamp})
+  endforeach()
+  add_custom_target(lint-${target} DEPENDS ${stamps})
+  add_dependencies(lint lint-${target})
+  add_dependencies(lint-${target} ${target})
+endfunction()

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <vector>
+
+#include "core/PlexoSCOModel.h"
+
+/// The SCOs of a flat course, in the author's order. Getters copy; a change goes through a setter.
+class PlexoLinearCourseModel {
+ public:
+  void AddSCO(const PlexoSCOModel& sco) { scos.push_back(sco); }
+  [[nodiscard]] std::vector<PlexoSCOModel> GetSCOs() const { return scos; }
+  /// An empty record for an index out of range.
+  [[nodiscard]] PlexoSCOModel GetSCO(int index) const;
+  /// Exchanges two entries; nothing happens if an index is out of range.
+  void SwapSCOs(int first, int second);
+  /// Removes the entries at these indices, which ascend and count from before the removal. An index out of
+  /// range is skipped.
+  void RemoveSCOs(const std::vector<int>& indices);
+  /// Empties the list and clears the forced sequence.
+  void Clear();
+
+  /// Learners must take the SCOs in order.
+  [[nodiscard]] bool GetForcedSequence() const { return forcedSequence; }
+  void SetForcedSequence(bool forced) { forcedSequence = forced; }
+
+ private:
+  [[nodiscard]] bool Holds(int index) const;
+
+  std::vector<PlexoSCOModel> scos;
+  bool forcedSequence = false;
+};
+
+/// The process's flat course, made on first use and never destroyed. UI thread only.
+PlexoLinearCourseModel* GetLinearCourseModel();

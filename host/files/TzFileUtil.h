@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <vector>
+
+#include "host/files/TzFile.h"
+
+/// Operations on files and folders by path.
+class TzFileUtil {
+ public:
+  /// Makes a new empty folder for temporary files, its name made unique from the stem, private to the user.
+  /// Empty path if none could be made. It lives until `DeleteAllTempFilesCreated`; what a killed process
+  /// leaves behind is removed by the next process that calls this.
+  static TzPath CreateTempDir(const TzString& stem);
+  /// Lets the next `CreateTempDir` take this very folder, which must not exist yet or be empty, and which
+  /// `DeleteAllTempFilesCreated` then leaves alone.
+  static void KeepNextTempDirAt(const TzPath& folder);
+  /// Deletes every folder that `CreateTempDir` made in this process.
+  static void DeleteAllTempFilesCreated();
+
+  /// The user's folder for documents, as the desktop's settings name it. The path is only computed.
+  static TzPath GetUserDocumentsFolder();
+  /// The file of the running program.
+  static TzPath GetCurrentExecutablePath();
+
+  /// The file's name without folder and extension ("intro" for "/home/a/intro.zip").
+  static TzString GetBaseFileName(const TzPath& path);
+  /// The extension without its point and with ASCII capitals folded ("zip" for "A.ZIP"); empty if none.
+  static TzString GetExtension(const TzPath& path);
+
+  /// True if the folder is gone afterwards. A folder that isn't empty goes only if `recursive`.
+  static bool DeleteDirectory(const TzPath& folder, bool recursive);
+  /// True if the file is gone afterwards.
+  static bool DeleteFile(const TzPath& file);
+  /// True if the folder stands afterwards. Without `withParents`, the parent must exist.
+  static bool CreateDirectory(const TzPath& folder, bool withParents);
+  /// Copies a file, making the target's folder where it is missing. True if it was copied.
+  static bool FileCopy(const TzPath& source, const TzPath& target, bool failIfExists);
+
+  /// One level of a folder, as full paths in the order of their names: files if `files`, folders if
+  /// `folders`. `kTzFailure` if the folder can't be read.
+  [[nodiscard]] static int GetFileNamesInFolderAtPath(const TzPath& folder, std::vector<TzPath>& list,
+                                                      bool files, bool folders);
+};

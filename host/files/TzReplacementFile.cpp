@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/files/TzReplacementFile.h"
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kGatheredBytes = std::size_t{1} << 20U;
+constexpr mode_t kNewFileMode = 0666;
+constexpr mode_t kPermissionBits = 0777;
+constexpr int kAttempts = 64;
+
+/// The name under which the system knows an open file, even one without a name of its own.
+std::string GetOpenFilePath(const TzFileDescriptor& file) {
+  return "/proc/self/fd/" + std::to_string(file.Get());
+}
+
+}  // namespace
+
+TzReplacementFile::~TzReplacementFile() {
+  const int error = errno;
+  if (!hiddenPath.empty()) unlink(hiddenPath.c_str());
+  errno = error;
+}
+
+bool TzReplacementFile::Create() {
+  const TzPath parent = target.GetParentTzPath();
+  folder = parent.IsEmpty() ? "." : parent.GetNative();
+  struct stat status = {};
+  if (stat(target.GetNative().c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+    errno = EISDIR;
+    return false;
+  }
+  file = TzFileDescriptor(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kNewFileMode));
+  const bool canBeNamed = file.IsOpen() && access(GetOpenFilePath(file).c_str(), F_OK) == 0;
+  return canBeNamed || CreateNamed();
+}
+
+bool TzReplacementFile::CreateNamed() {
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const std::string path = MakeHiddenPath();
+    file = TzFileDescriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
+    if (file.IsOpen()) hiddenPath = path;
+    if (file.IsOpen() || errno != EEXIST) break;
+  }
+  return file.IsOpen();
+}
+
+bool TzReplacementFile::Append(std::span<const std::byte> bytes) {
+  size += bytes.size();
+  if (gathered.size() + bytes.size() > kGatheredBytes && !Flush()) return false;
+  if (bytes.size() > kGatheredBytes) return file.Write(bytes);
+  gathered.insert(gathered.end(), bytes.begin(), bytes.end());
+  return true;
+}
+
+bool TzReplacementFile::Overwrite(std::uint64_t offset, std::span<const std::byte> bytes) {
+  return Flush() && file.WriteAt(offset, bytes);
+}
+
+bool TzReplacementFile::Truncate(std::uint64_t newSize) {
+  const auto offset = static_cast<off_t>(newSize);
+  size = newSize;
+  return Flush() && ftruncate(file.Get(), offset) == 0 && lseek(file.Get(), offset, SEEK_SET) == offset;
+}
+
+bool TzReplacementFile::Commit() {
+  struct stat status = {};
+  if (lstat(target.GetNative().c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+      fchmod(file.Get(), status.st_mode & kPermissionBits) != 0) {
+    return false;
+  }
+  return Flush() && fsync(file.Get()) == 0 && TakeName() && file.Close() && SyncFolder();
+}
+
+bool TzReplacementFile::Flush() {
+  const bool written = file.Write(gathered);
+  gathered.clear();
+  return written;
+}
+
+bool TzReplacementFile::TakeName() {
+  const std::string openPath = GetOpenFilePath(file);
+  const char* targetPath = target.GetNative().c_str();
+  if (hiddenPath.empty()) {
+    const auto link = [&](const char* path) {
+      return linkat(AT_FDCWD, openPath.c_str(), AT_FDCWD, path, AT_SYMLINK_FOLLOW) == 0;
+    };
+    // A link never replaces a file, so an existing target is replaced by renaming.
+    if (link(targetPath)) return true;
+    for (int attempt = 0; errno == EEXIST && hiddenPath.empty() && attempt < kAttempts; ++attempt) {
+      const std::string path = MakeHiddenPath();
+      if (link(path.c_str())) hiddenPath = path;
+    }
+    if (hiddenPath.empty()) return false;
+  }
+  if (std::rename(hiddenPath.c_str(), targetPath) != 0) return false;
+  hiddenPath.clear();
+  return true;
+}
+
+bool TzReplacementFile::SyncFolder() const {
+  const TzFileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  // A folder that may be written but not read, or a file system that can't sync folders, is no failure: the
+  // file itself is complete and on the disk.
+  return !opened.IsOpen() || fsync(opened.Get()) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+std::string TzReplacementFile::MakeHiddenPath() const {
+  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz234567";
+  constexpr std::size_t kMostStemBytes = 200;
+  std::array<unsigned char, 6> random = {};
+  static_cast<void>(getrandom(random.data(), random.size(), 0));
+  const std::string& native = target.GetNative();
+  std::string path = folder + "/." + native.substr(native.rfind('/') + 1, kMostStemBytes) + ".plexo-";
+  for (const unsigned char byte : random) path += kLetters[byte % kLetters.size()];
+  return path;
+}

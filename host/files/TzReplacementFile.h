@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/files/TzFileDescriptor.h"
+#include "host/files/TzPath.h"
+
+/// A file under construction that takes the place of another in one step.
+///
+/// Guarantees: until `Commit` the target stays as it was; a file that is dropped before leaves nothing behind.
+/// It has no name until then, so that even a killed process leaves nothing, where the file system can keep
+/// such files; elsewhere it is a hidden file ".NAME.plexo-XXXXXX" in the target's folder. False from an
+/// operation leaves `errno` telling why.
+class TzReplacementFile {
+ public:
+  explicit TzReplacementFile(TzPath replaced) : target(std::move(replaced)) {}
+  TzReplacementFile(const TzReplacementFile&) = delete;
+  TzReplacementFile& operator=(const TzReplacementFile&) = delete;
+  ~TzReplacementFile();
+
+  /// Makes the file. False too if the target is a folder.
+  [[nodiscard]] bool Create();
+  [[nodiscard]] bool Append(std::span<const std::byte> bytes);
+  /// Overwrites bytes that were appended before.
+  [[nodiscard]] bool Overwrite(std::uint64_t offset, std::span<const std::byte> bytes);
+  /// Forgets everything from this offset on.
+  [[nodiscard]] bool Truncate(std::uint64_t newSize);
+  [[nodiscard]] std::uint64_t GetSize() const { return size; }
+  /// Brings the content to the disk and gives it the target's name. A target that is replaced passes its
+  /// permissions on.
+  [[nodiscard]] bool Commit();
+
+  /// The folder in which the file is made.
+  [[nodiscard]] const std::string& GetFolder() const { return folder; }
+
+ private:
+  [[nodiscard]] bool Flush();
+  [[nodiscard]] bool CreateNamed();
+  [[nodiscard]] bool TakeName();
+  [[nodiscard]] bool SyncFolder() const;
+  [[nodiscard]] std::string MakeHiddenPath() const;
+
+  TzPath target;
+  std::string folder;
+  /// Empty while the file has no name.
+  std::string hiddenPath;
+  TzFileDescriptor file;
+  std::vector<std::byte> gathered;
+  std::uint64_t size = 0;
+};

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "host/files/TzFileDescriptor.h"
+#include "host/files/TzPath.h"
+
+/// The temporary folders of this process, all under one private folder in TMPDIR (else /tmp). A lock that lives
+/// as long as the process stands in it: a folder whose lock nobody holds was left by a killed process, and
+/// goes when another process of the same user makes its own.
+class TzScratch {
+ public:
+  static TzScratch& Instance();
+
+  /// A new empty folder, its name made from the stem. Empty path, with a problem reported, if that fails.
+  TzPath MakeFolder(const TzString& stem);
+  /// Lets the next `MakeFolder` take this folder, which `DeleteAll` then leaves alone.
+  void KeepNextAt(const TzPath& folder);
+  /// Deletes everything that `MakeFolder` made, and the private folder.
+  void DeleteAll();
+
+ private:
+  bool MakeRoot();
+
+  std::mutex mutex;
+  TzPath root;
+  TzFileDescriptor lock;
+  std::vector<TzPath> made;
+  std::optional<TzPath> keptNext;
+};

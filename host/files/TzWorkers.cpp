@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/files/TzWorkers.h"
+
+#include <algorithm>
+#include <system_error>
+
+TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
+  const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
+  const std::size_t count = std::clamp<std::size_t>(jobs, 1, cores);
+  threads.reserve(count);
+  try {
+    while (threads.size() < count) threads.emplace_back(work);
+  } catch (const std::system_error&) {
+    // The system allows no further thread: those that run do the work.
+    if (threads.empty()) throw;
+  }
+}
+
+TzWorkers::~TzWorkers() {
+  for (std::thread& thread : threads) thread.join();
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <thread>
+#include <vector>
+
+/// Threads that all run one function: as many as the machine has cores, but no more than there are jobs.
+///
+/// Guarantees: at least one runs, or the constructor throws `std::system_error`; the destructor waits for all.
+class TzWorkers {
+ public:
+  TzWorkers(std::size_t jobs, const std::function<void()>& work);
+  TzWorkers(const TzWorkers&) = delete;
+  TzWorkers& operator=(const TzWorkers&) = delete;
+  ~TzWorkers();
+
+  [[nodiscard]] std::size_t GetCount() const { return threads.size(); }
+
+ private:
+  std::vector<std::thread> threads;
+};

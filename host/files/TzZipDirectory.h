@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/files/TzFileDescriptor.h"
+#include "host/files/TzZipFailure.h"
+
+/// One entry of an archive that has been checked.
+struct TzZipEntry {
+  /// As `TzZipName` reads it.
+  std::string name;
+  bool isFolder = false;
+  bool isDeflated = false;
+  std::uint32_t crc = 0;
+  std::uint64_t packedSize = 0;
+  std::uint64_t size = 0;
+  /// Where the local header and the packed data start in the file.
+  std::uint64_t headerOffset = 0;
+  std::uint64_t dataOffset = 0;
+};
+
+/// The central directory of an archive.
+///
+/// Guarantees: after a successful `Open` every entry obeys the rules that `TzZipUtils::ExtractFiles` names,
+/// its data lies inside the archive, and nothing but the data itself remains to be checked.
+class TzZipDirectory {
+ public:
+  TzZipDirectory() = default;
+  TzZipDirectory(const TzZipDirectory&) = delete;
+  TzZipDirectory& operator=(const TzZipDirectory&) = delete;
+
+  /// Opens the archive, reads its directory and checks it.
+  TzZipFailure Open(const TzPath& archive);
+
+  /// The archive itself, from which the packed data is read.
+  [[nodiscard]] const TzFileDescriptor& GetFile() const { return file; }
+  [[nodiscard]] const std::vector<TzZipEntry>& GetEntries() const { return entries; }
+  /// Every folder that the entries are or lie in, parents before children.
+  [[nodiscard]] std::vector<std::string_view> GetFolders() const;
+  /// What all entries unpack to, in bytes.
+  [[nodiscard]] std::uint64_t GetTotalSize() const { return totalSize; }
+  /// The file of this name; null if there is none.
+  [[nodiscard]] const TzZipEntry* Find(std::string_view name) const;
+
+ private:
+  struct Place;
+  struct Header;
+  enum class NodeKind { File, Folder };
+
+  TzZipFailure OpenFile(const TzPath& archive);
+  TzZipFailure FindPlace(Place& place) const;
+  TzZipFailure ReadHeaders(const Place& place);
+  TzZipFailure ReadHeader(const Place& place, const Header& header);
+  const char* ReadLocalHeader(const Place& place, const Header& header, TzZipEntry& entry) const;
+  const char* ClaimName(const TzZipEntry& entry);
+  [[nodiscard]] TzZipFailure CheckExtents() const;
+  [[nodiscard]] TzZipFailure CheckTotal() const;
+
+  TzFileDescriptor file;
+  std::uint64_t fileSize = 0;
+  std::uint64_t totalSize = 0;
+  std::vector<TzZipEntry> entries;
+  /// The keys are parts of the entries' names.
+  std::unordered_map<std::string_view, NodeKind> nodes;
+};

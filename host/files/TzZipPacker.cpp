@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/files/TzZipPacker.h"
+
+#include <cerrno>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <new>
+#include <optional>
+
+#include "host/files/TzWorkers.h"
+
+namespace {
+
+constexpr std::uint64_t kWindowBytes = std::uint64_t{64} << 20U;
+constexpr std::uint64_t kOverheadBytes = 1024;
+
+/// What the calling thread writes by itself: the rest goes through the workers.
+bool IsWrittenDirectly(const TzZipSource& source) {
+  return source.isFolder || source.size > TzZipDeflater::kWholeBytes;
+}
+
+std::uint64_t GetCost(const TzZipSource& source) { return source.size + kOverheadBytes; }
+
+TzZipFailure OutOfMemory() { return TzZipFailure::System(ENOMEM, {}, "can't pack"); }
+
+}  // namespace
+
+/// The entries between the workers and the writer. Sources are handed out in order, so the one that the writer
+/// waits for is always in work or the next to be handed out, and then nothing fills the window.
+class TzZipPacker::Window {
+ public:
+  explicit Window(const std::vector<TzZipSource>& arranged) : sources(arranged) {}
+
+  /// The next source to pack, once there is room for it; none at the end or after `Stop`.
+  std::optional<std::size_t> TakeNext() {
+    std::unique_lock lock(mutex);
+    while (next < sources.size() && IsWrittenDirectly(sources[next])) ++next;
+    change.wait(lock, [this] {
+      while (next < sources.size() && IsWrittenDirectly(sources[next])) ++next;
+      return stopped || next == sources.size() || usedBytes == 0 ||
+             usedBytes + GetCost(sources[next]) <= kWindowBytes;
+    });
+    if (stopped || next == sources.size()) return std::nullopt;
+    usedBytes += GetCost(sources[next]);
+    return next++;
+  }
+
+  void Deliver(std::size_t index, TzPackedEntry entry) {
+    const std::lock_guard guard(mutex);
+    ready.emplace(index, std::move(entry));
+    change.notify_all();
+  }
+
+  /// The packed source, or nothing if it isn't ready within a progress interval.
+  std::optional<TzPackedEntry> Await(std::size_t index) {
+    std::unique_lock lock(mutex);
+    change.wait_for(lock, TzZipProgress::kInterval, [&] { return ready.contains(index); });
+    auto node = ready.extract(index);
+    if (node.empty()) return std::nullopt;
+    return std::move(node.mapped());
+  }
+
+  void Release(std::size_t index) {
+    const std::lock_guard guard(mutex);
+    usedBytes -= GetCost(sources[index]);
+    change.notify_all();
+  }
+
+  void Stop() {
+    const std::lock_guard guard(mutex);
+    stopped = true;
+    change.notify_all();
+  }
+
+ private:
+  const std::vector<TzZipSource>& sources;
+  std::mutex mutex;
+  std::condition_variable change;
+  std::map<std::size_t, TzPackedEntry> ready;
+  std::size_t next = 0;
+  std::uint64_t usedBytes = 0;
+  bool stopped = false;
+};
+
+TzZipFailure TzZipPacker::Pack(TzZipWriter& writer) {
+  if (!progress.Report()) return TzZipFailure::Cancelled();
+  Window window(sources);
+  const TzWorkers workers(sources.size(), [this, &window] { Work(window); });
+  TzZipFailure failure;
+  try {
+    failure = Write(window, writer);
+  } catch (const std::bad_alloc&) {
+    failure = OutOfMemory();
+  }
+  window.Stop();
+  return failure;
+}
+
+void TzZipPacker::Work(Window& window) const {
+  std::optional<TzZipDeflater> deflater;
+  while (const auto index = window.TakeNext()) {
+    TzPackedEntry entry;
+    try {
+      if (!deflater.has_value()) deflater.emplace();
+      entry = deflater->PackWhole(sources[*index]);
+    } catch (const std::bad_alloc&) {
+      entry.failure = OutOfMemory();
+    }
+    window.Deliver(*index, std::move(entry));
+  }
+}
+
+TzZipFailure TzZipPacker::Write(Window& window, TzZipWriter& writer) {
+  TzZipDeflater deflater;
+  for (std::size_t index = 0; index < sources.size(); ++index) {
+    if (auto failure = WriteOne(index, window, deflater, writer)) return failure;
+    if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
+  }
+  return {};
+}
+
+TzZipFailure TzZipPacker::WriteOne(std::size_t index, Window& window, TzZipDeflater& deflater,
+                                   TzZipWriter& writer) {
+  const TzZipSource& source = sources[index];
+  std::optional<TzPackedEntry> packed;
+  if (source.isFolder) {
+    packed.emplace().header.name = source.name;
+  } else if (IsWrittenDirectly(source)) {
+    return deflater.PackStream(source, writer, progress);
+  }
+  while (!packed.has_value()) {
+    packed = window.Await(index);
+    if (!packed.has_value() && !progress.ReportIfDue()) return TzZipFailure::Cancelled();
+  }
+  if (packed->failure) return std::move(packed->failure);
+  const std::span<const std::byte> data(packed->data.get(), packed->header.packedSize);
+  if (!writer.Add(packed->header, data)) return TzZipFailure::System(errno, {}, "can't write");
+  progress.Advance(source.size);
+  if (!source.isFolder) window.Release(index);
+  return {};
+}

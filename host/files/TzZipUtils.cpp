@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/files/TzZipUtils.h"
+
+#include <sys/statvfs.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <new>
+#include <string_view>
+#include <system_error>
+
+#include "host/files/TzZipExtractor.h"
+#include "host/files/TzZipInflater.h"
+#include "host/files/TzZipPacker.h"
+#include "host/session/TzProblem.h"
+
+namespace {
+
+std::string MakeActivity(std::string_view verb, const TzPath& archive) {
+  return std::string(verb) + " " + archive.GetFileName().GetUTF8String();
+}
+
+/// Runs the operation; what its libraries throw becomes a failure.
+template <typename Operation>
+TzZipFailure Guard(Operation operation) {
+  try {
+    return operation();
+  } catch (const std::bad_alloc&) {
+    return TzZipFailure::System(ENOMEM, {}, "can't go on");
+  } catch (const std::system_error& error) {
+    return TzZipFailure::System(error.code().value(), {}, "can't start a thread");
+  }
+}
+
+/// Fails if the disk that the folder is on, or will be, hasn't this much room.
+TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
+  struct statvfs status = {};
+  TzPath standing = folder;
+  while (statvfs(standing.IsEmpty() ? "." : standing.GetNative().c_str(), &status) != 0) {
+    // Making the folder tells better what is wrong with the disk than its size does.
+    if (errno != ENOENT || standing.IsEmpty() || standing == standing.GetParentTzPath()) return {};
+    standing = standing.GetParentTzPath();
+  }
+  constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20U;
+  const std::uint64_t free = std::uint64_t{status.f_bavail} * status.f_frsize;
+  if (size <= free) return {};
+  return {kTzMachineFailure, {},
+          "unpacks to " + std::to_string(size / kMegabyte) + " MB, but '" + folder.GetNative() +
+              "' has room for " + std::to_string(free / kMegabyte) + " MB",
+          0};
+}
+
+/// The time that all entries of a new archive bear, in seconds since 1970.
+std::int64_t GetEntryTime() {
+  std::int64_t time = 0;
+  if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH"); epoch != nullptr) {
+    const std::string_view text = epoch;
+    std::from_chars(text.data(), text.data() + text.size(), time);
+  }
+  return time;
+}
+
+TzZipFailure GatherSources(const std::vector<TzPath>& files, const TzPath& basePath,
+                           const std::vector<TzPath>& extra, TzZipSources& sources) {
+  for (const TzPath& path : files) {
+    if (auto failure = sources.Add(path, basePath)) return failure;
+  }
+  for (const TzPath& path : extra) {
+    if (auto failure = sources.AddAtTop(path)) return failure;
+  }
+  return sources.Arrange();
+}
+
+TzZipFailure WriteArchive(const TzZipSources& sources, const TzPath& target, TzReplacementFile& file) {
+  TzZipProgress progress(MakeActivity("packing", target), sources.GetTotalSize());
+  TzZipWriter writer(file, GetEntryTime());
+  if (auto failure = TzZipPacker(sources.GetSources(), progress).Pack(writer)) return failure;
+  if (!progress.Report()) return TzZipFailure::Cancelled();
+  if (!writer.Finish() || !file.Commit()) return TzZipFailure::System(errno, {}, "can't write");
+  return {};
+}
+
+}  // namespace
+
+TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& folder) {
+  TzFileSystem& files = TzFileSystem::Current();
+  if (files.GetKind(folder) != TzNodeKind::Absent) {
+    return TzReportProblem(kTzFailure, folder.GetNative(), "exists already");
+  }
+  TzZipDirectory directory;
+  TzZipFailure failure = Guard([&] { return directory.Open(archive); });
+  if (!failure) failure = CheckSpace(folder, directory.GetTotalSize());
+  if (failure) return failure.Report(archive);
+  if (files.MakeFolders(folder) != kTzSuccess) {
+    return TzReportSystemProblem(errno, folder.GetNative(), "can't make the folder");
+  }
+  TzZipProgress progress(MakeActivity("unpacking", archive), directory.GetTotalSize());
+  failure = Guard([&] { return TzZipExtractor(directory, progress).Extract(folder); });
+  if (failure) static_cast<void>(files.Delete(folder));
+  return failure.Report(archive);
+}
+
+TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& entryName, const TzPath& file) {
+  TzZipDirectory directory;
+  TzZipFailure failure = Guard([&] { return directory.Open(archive); });
+  if (failure) return failure.Report(archive);
+  const TzZipEntry* entry = directory.Find(entryName.GetUTF8String());
+  if (entry == nullptr) return kTzFailure;
+  failure = CheckSpace(file.GetParentTzPath(), entry->size);
+  if (failure) return failure.Report(archive);
+  TzZipProgress progress(MakeActivity("unpacking", archive), entry->size);
+  failure = Guard([&] { return TzZipInflater(directory.GetFile(), progress).Unpack(*entry, file); });
+  if (failure) static_cast<void>(TzFileSystem::Current().Delete(file));
+  return failure.Report(archive);
+}
+
+TzErrorCodeEnum TzZipUtils::ZipFiles(const std::vector<TzPath>& files, const TzPath& target,
+                                     const TzPath& basePath, int flag, const std::vector<TzPath>& extra) {
+  TzZipSources sources;
+  if (flag == 1) sources.KeepEmptyFolders();
+  const TzZipFailure gathered = Guard([&] { return GatherSources(files, basePath, extra, sources); });
+  if (gathered) return gathered.Report(target);
+  TzReplacementFile file(target);
+  if (!file.Create()) {
+    return errno == EISDIR ? TzReportProblem(kTzMachineFailure, target.GetNative(), "is a folder")
+                           : TzReportSystemProblem(errno, file.GetFolder(), "can't make a file in the folder");
+  }
+  return Guard([&] { return WriteArchive(sources, target, file); }).Report(target);
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "host/text/TzString.h"
+
+/// The host's dictionary of words: a component enters its default texts under keys, the host may hold
+/// translations of them.
+class ITzStringDictionary {
+ public:
+  virtual ~ITzStringDictionary() = default;
+
+  /// Enters the default text of a key, both UTF-8. A key entered again takes the newer text.
+  virtual void RegisterDefault(const char* key, const char* text) = 0;
+
+  /// The host's translation of the key, else its default, else the key itself: a missing word then shows in
+  /// the place where it is missing.
+  [[nodiscard]] virtual TzString GetString(const TzString& key) const = 0;
+};

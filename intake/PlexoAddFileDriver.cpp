@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "intake/PlexoAddFileDriver.h"
+
+#include <functional>
+
+#include "core/PlexoModuleCourseModel.h"
+#include "host/files/TzFileUtil.h"
+#include "host/files/TzZipUtils.h"
+#include "host/session/TzFileChooser.h"
+#include "host/session/TzMessageBox.h"
+#include "host/session/TzSession.h"
+#include "host/text/ITzStringDictionary.h"
+#include "intake/PlexoXMLParser.h"
+
+namespace {
+
+/// In the order of `PlexoSCOKind`.
+constexpr const char* kKindFolders[] = {"Pre_Test", "Post_Test", "Content", "Linear"};
+
+void ShowErrorBox(const TzString& title, const TzString& text) {
+  TzMessageBoxOptions options(title, text);
+  options.SetToUseDictionary(false);
+  TzShowOkOnlyMessageBox(options);
+}
+
+/// Shows the text of the key and returns 1, the result of a refusal.
+int Refuse(const ITzStringDictionary& dictionary, const TzString& key) {
+  ShowErrorBox(dictionary.GetString("kPlexoError"), dictionary.GetString(key));
+  return 1;
+}
+
+std::vector<TzPath> ChooseFiles(PlexoCourseModel& course, const ITzStringDictionary& dictionary,
+                                bool multiple) {
+  const auto type = course.GetAllowWrappedContent() ? kTzFileTypeSCOOrWrapped : kTzFileTypeSCO;
+  std::vector<TzPath> files = TzFileChooserUtils::OpenOSDialogSelectFile(
+      TzFileChooserUtils::GetFileFilterInfoForFileExtensions({type}),
+      dictionary.GetString("kPlexoBrowseForScoDialogTitle"), course.GetLastBrowseFolder(), nullptr, multiple);
+  if (!files.empty()) course.SetLastBrowseFolder(files.front().GetParentTzPath());
+  return files;
+}
+
+/// Runs every chosen file through the driver and hands each success to `place`.
+std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOKind kind,
+                                     const TzString& moduleName,
+                                     const std::function<void(const PlexoSCOModel&)>& place) {
+  std::vector<TzString> placed;
+  // One record serves the whole run: a file that was added already places what it holds by then.
+  PlexoSCOModel sco;
+  for (const TzPath& file : files) {
+    if (PlexoAddFileDriver::AddFileToCourse(file, sco, kind, moduleName) != 0) {
+      const TzPath folder =
+          PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(file), kind, moduleName);
+      if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
+      break;
+    }
+    place(sco);
+    placed.push_back(sco.scoName);
+  }
+  return placed;
+}
+
+int AddPackage(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind, const TzString& moduleName,
+               const ITzStringDictionary& dictionary) {
+  PlexoCourseModel* course = GetCourseModel();
+  const TzString baseName = TzFileUtil::GetBaseFileName(path);
+  const TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
+  if (TzFile(folder).Exists()) {
+    Refuse(dictionary, "kPlexoErrorSCOFolderExists");
+    return 0;
+  }
+  if (TzZipUtils::ExtractFiles(path, folder) != kTzSuccess) return Refuse(dictionary, "kPlexoErrorUnzip");
+  const TzFile manifestFile(folder / "imsmanifest.xml");
+  if (!manifestFile.Exists()) return Refuse(dictionary, "kPlexoErrorInvalidSCORM");
+
+  PlexoSCOManifest manifest;
+  manifest.scoName = sco.scoName = baseName;
+  manifest.folderPath = sco.folderPath = folder.GetString();
+  manifest.sourcePath = sco.sourcePath = path.GetString();
+  if (const int result = PlexoAddFileDriver::ReadSCOManifest(manifestFile, manifest); result != 0) {
+    return result;
+  }
+  // A manifest that was given up before its root has no version, and is caught here.
+  if (course->GetScormVersion() != manifest.scormVersion) {
+    return Refuse(dictionary, "kPlexoErrorIncompatibleSCORMVersion");
+  }
+  // An objective that another SCO has too is accepted without a word: objectives of SCOs are kept apart by
+  // the identifiers that the publisher gives.
+  const int result = PlexoAddFileDriver::RemovePackageFiles(folder, course->GetScormVersion());
+  course->AddSCOManifest(manifest);
+  sco.manifest = std::move(manifest);
+  return result;
+}
+
+}  // namespace
+
+TzPath PlexoAddFileDriver::GetSCOFolder(const TzString& baseName, PlexoSCOKind kind,
+                                        const TzString& moduleName) {
+  TzPath folder = GetCourseModel()->GetWorkingFolder();
+  if (kind != PlexoSCOKind::LINEAR) folder.Append(moduleName);
+  return folder / kKindFolders[static_cast<std::size_t>(kind)] / baseName;
+}
+
+std::vector<TzString> PlexoAddFileDriver::AddFilesToModule(const TzString& moduleName, PlexoSCOKind kind) {
+  const ITzStringDictionary* dictionary = GetStringDictionary();
+  if (dictionary == nullptr) return {};
+  PlexoModuleCourseModel* modules = GetModuleCourseModel();
+  const bool multiple = kind == PlexoSCOKind::CONTENT;
+  return AddChosenFiles(ChooseFiles(*GetCourseModel(), *dictionary, multiple), kind, moduleName,
+                        [&](const PlexoSCOModel& sco) {
+                          if (kind == PlexoSCOKind::PRE_TEST) modules->SetPreTest(moduleName, sco);
+                          if (kind == PlexoSCOKind::POST_TEST) modules->SetPostTest(moduleName, sco);
+                          if (kind == PlexoSCOKind::CONTENT) modules->AddContentSCO(moduleName, sco);
+                        });
+}
+
+std::vector<TzString> PlexoAddFileDriver::AddFilesToLinearCourse(PlexoLinearCourseModel* linearCourse) {
+  const ITzStringDictionary* dictionary = GetStringDictionary();
+  if (linearCourse == nullptr || dictionary == nullptr) return {};
+  return AddChosenFiles(ChooseFiles(*GetCourseModel(), *dictionary, true), PlexoSCOKind::LINEAR, {},
+                        [&](const PlexoSCOModel& sco) { linearCourse->AddSCO(sco); });
+}
+
+int PlexoAddFileDriver::AddFileToCourse(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind,
+                                        const TzString& moduleName) {
+  if (moduleName.IsEmpty() && kind != PlexoSCOKind::LINEAR) return 1;
+  const ITzStringDictionary* dictionary = GetStringDictionary();
+  if (dictionary == nullptr || !TzFile(path).Exists()) return 1;
+  if (TzFileUtil::GetExtension(path) != "zip") return 1;
+  return AddPackage(path, sco, kind, moduleName, *dictionary);
+}
+
+int PlexoAddFileDriver::ReadSCOManifest(const TzFile& manifestFile, PlexoSCOManifest& manifest) {
+  const ITzStringDictionary* dictionary = GetStringDictionary();
+  if (dictionary == nullptr || !manifestFile.Exists()) return 1;
+  PlexoXMLParser parser(GetCourseModel()->GetScormVersion());
+  parser.setSource(manifestFile);
+  parser.parse();
+  if (parser.HasFailed()) {
+    const bool isVersion = parser.GetFailureCode() == PlexoParseFailure::VERSION;
+    return Refuse(*dictionary,
+                  isVersion ? "kPlexoErrorIncompatibleSCORMVersion" : "kPlexoErrorParseManifest");
+  }
+  parser.CopyManifestTo(manifest);
+  return 0;
+}
+
+int PlexoAddFileDriver::RemovePackageFiles(const TzPath& scoFolder, const TzString& scormVersion) {
+  const PlexoCourseModel* course = GetCourseModel();
+  const bool is2004 = scormVersion == "2004";
+  const std::size_t files =
+      is2004 ? course->GetScorm2004SchemaFileCount() : course->GetScorm12SchemaFileCount();
+  for (std::size_t index = 0; index < files; ++index) {
+    TzFileUtil::DeleteFile(
+        scoFolder / (is2004 ? course->GetScorm2004SchemaFile(index) : course->GetScorm12SchemaFile(index)));
+  }
+  TzFileUtil::DeleteFile(scoFolder / "imsmanifest.xml");
+  if (!is2004) return 0;
+  for (std::size_t index = 0; index < course->GetScorm2004SchemaFolderCount(); ++index) {
+    TzFileUtil::DeleteDirectory(scoFolder / course->GetScorm2004SchemaFolder(index), true);
+  }
+  return 0;
+}

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "publish/PlexoPublisher.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "core/PlexoCourseModel.h"
+#include "core/PlexoInstallFolder.h"
+#include "core/PlexoLinearCourseModel.h"
+#include "host/files/TzFileUtil.h"
+#include "publish/PlexoManifestWriter.h"
+#include "support/StagedCourse.h"
+#include "support/TestSession.h"
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+/// An install tree of the test's own beside the test program.
+class PlexoPublisherTest : public testing::Test {
+ protected:
+  PlexoPublisherTest() {
+    TzFileUtil::DeleteDirectory(GetSchemaInstallFolder(), true);
+    for (const char* name :
+         {"adlcp_rootv1p2.xsd", "ims_xml.xsd", "imscp_rootv1p1p2.xsd", "imsmd_rootv1p2p1.xsd"}) {
+      WriteFile(GetSchemaInstallFolder() / "1_2" / "static" / name, name);
+    }
+    for (const char* name : {"lom.xsd", "unlisted.txt", "common/anyElement.xsd", "vocab/deep/er.xsd"}) {
+      WriteFile(GetSchemaInstallFolder() / "2004" / "static" / "3rd" / name, name);
+    }
+    GetCourseModel()->SetPublishFolder(target.Path());
+    GetCourseModel()->SetPackageName("course.zip");
+  }
+
+  static TzPath Working() { return GetCourseModel()->GetWorkingFolder(); }
+  static int Publish() { return PlexoPublisher::GetPublisher()->PublishPackage(); }
+
+  /// Names in the package, unpacked by another program.
+  std::vector<std::string> Packed() const {
+    const TestFolder unpacked;
+    const std::string command = "unzip -qq " + (target.Path() / "course.zip").GetNative() + " -d " +
+                                unpacked.Path().GetNative() + " 2>/dev/null";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    return ListTree(unpacked.Path());
+  }
+
+  TestSession session;
+  TestFolder target;
+};
+
+}  // namespace
+
+TEST_F(PlexoPublisherTest, PacksScosSchemasAndManifestAndCleansTheCourse) {
+  StagedCourse::AddLinearSCOs(2);
+  EXPECT_EQ(Publish(), 0);
+  EXPECT_FALSE(GetCourseModel()->GetIsDirty());
+  EXPECT_THAT(Packed(),
+              ElementsAre("Linear/", "Linear/sco1/", "Linear/sco1/index.htm", "Linear/sco2/",
+                          "Linear/sco2/index.htm", "common/", "common/anyElement.xsd", "imsmanifest.xml",
+                          "lom.xsd", "unlisted.txt", "vocab/", "vocab/deep/", "vocab/deep/er.xsd"));
+  EXPECT_THAT(session.BoxTexts(), IsEmpty());
+}
+
+TEST_F(PlexoPublisherTest, PublishingAgainGivesTheSamePackage) {
+  PlexoSCOManifest sco = StagedCourse::Manifest("intro");
+  sco.metadataLocation = "meta.xml";
+  StagedCourse::AddLinear(sco, {"meta.xml", "readme.txt"});
+  ASSERT_EQ(Publish(), 0);
+  const std::string first = ReadFile(target.Path() / "course.zip");
+  ASSERT_EQ(Publish(), 0);
+  EXPECT_EQ(ReadFile(target.Path() / "course.zip"), first);
+}
+
+TEST_F(PlexoPublisherTest, AMissingSchemaOf12StopsTheCopyAtItsNameAndNotThePackage) {
+  GetCourseModel()->SetScormVersion("1.2");
+  StagedCourse::AddLinearSCOs(1);
+  TzFileUtil::DeleteFile(GetSchemaInstallFolder() / "1_2" / "static" / "imscp_rootv1p1p2.xsd");
+  EXPECT_EQ(Publish(), 0);
+  EXPECT_THAT(session.BoxTexts(), ElementsAre("kPlexoErrorCopyingXSDs"));
+  EXPECT_THAT(Packed(), Contains("ims_xml.xsd"));
+  EXPECT_THAT(Packed(), Not(Contains("imsmd_rootv1p2p1.xsd")));
+}
+
+TEST_F(PlexoPublisherTest, AReadOnlySchemaOfAnEarlierPublishIsReplaced) {
+  StagedCourse::AddLinearSCOs(1);
+  const TzPath copy = Working() / "common" / "anyElement.xsd";
+  WriteFile(copy, "old");
+  TzFile(copy).SetAttribute(TzFileAttribute::ReadOnly, true);
+  EXPECT_EQ(Publish(), 0);
+  EXPECT_EQ(ReadFile(copy), "common/anyElement.xsd");
+  EXPECT_FALSE(TzFile(copy).GetAttribute(TzFileAttribute::ReadOnly));
+}
+
+TEST_F(PlexoPublisherTest, AFailedPackingShowsABoxAndKeepsTheCourseDirty) {
+  StagedCourse::AddLinearSCOs(1);
+  GetCourseModel()->SetPublishFolder(target.Path() / "missing");
+  EXPECT_EQ(Publish(), kTzMachineFailure);
+  EXPECT_TRUE(GetCourseModel()->GetIsDirty());
+  EXPECT_THAT(session.BoxTexts(), ElementsAre("kPlexoErrorZipping"));
+}
+
+TEST_F(PlexoPublisherTest, AnExcludedFolderAtTheTopStaysOutOfThePackage) {
+  StagedCourse::AddLinearSCOs(1);
+  PlexoSCOManifest excluded = StagedCourse::Manifest("odd");
+  excluded.keepFolderEntry = false;
+  excluded.folderPath = (Working() / "odd").GetString();
+  WriteFile(Working() / "odd/index.htm", "x");
+  GetCourseModel()->AddSCOManifest(excluded);
+  EXPECT_EQ(Publish(), 0);
+  EXPECT_THAT(Packed(), Not(Contains("odd/")));
+}
+
+TEST_F(PlexoPublisherTest, WithoutADictionaryNothingIsPublished) {
+  StagedCourse::AddLinearSCOs(1);
+  TzSession::Install({});
+  EXPECT_EQ(Publish(), 1);
+  EXPECT_THAT(ListTree(target.Path()), IsEmpty());
+}
+
+TEST_F(PlexoPublisherTest, FilesThatAManifestDoesNotListMoveToTheTopAndTheLaterReplacesTheEarlier) {
+  PlexoSCOManifest first = StagedCourse::Manifest("first");
+  first.files = {".\\index.htm", "kept.txt"};
+  StagedCourse::AddLinear(first, {"readme.txt", "sub/readme.txt"});
+  StagedCourse::AddLinear(StagedCourse::Manifest("second"), {"readme.txt", "imsmanifest.xml"});
+  WriteFile(Working() / "Linear/second/readme.txt", "the later");
+
+  ASSERT_EQ(PlexoPublisher::GetPublisher()->WriteManifest(), 0);
+
+  EXPECT_THAT(ListTree(Working()),
+              ElementsAre("Linear/", "Linear/first/", "Linear/first/index.htm", "Linear/first/kept.txt",
+                          "Linear/first/sub/", "Linear/first/sub/readme.txt", "Linear/second/",
+                          "Linear/second/index.htm", "imsmanifest.xml", "readme.txt"));
+  EXPECT_EQ(ReadFile(Working() / "readme.txt"), "the later");
+  EXPECT_THAT(ReadFile(Working() / "imsmanifest.xml"), testing::StartsWith("<?xml"));
+}
+
+TEST_F(PlexoPublisherTest, MetadataOfAScoIsCopiedUnderAFlatNameAndNeverFromOutsideItsFolder) {
+  const TestFolder outside;
+  outside.Write("secret.xml", "secret");
+  const std::string climb = "../../../" + outside.Path().GetFileName().GetUTF8String() + "/secret.xml";
+  const struct {
+    std::string location;
+    std::string copiedTo;
+  } cases[] = {
+      {"meta.xml", "Linear_intro_meta.xml"},
+      {"data/meta.xml", "Linear_intro_data/meta.xml"},
+      {climb, ""},
+      {"../other.xml", ""},
+      {"missing.xml", ""},
+  };
+  for (const auto& [location, copiedTo] : cases) {
+    GetCourseModel()->ResetManifestDetails();
+    GetLinearCourseModel()->Clear();
+    PlexoSCOManifest sco = StagedCourse::Manifest("intro");
+    sco.metadataLocation = location;
+    sco.files = {"index.htm", "meta.xml", "data/meta.xml"};
+    StagedCourse::AddLinear(sco);
+    WriteFile(Working() / "Linear/other.xml", "other");
+    const std::size_t before = ListTree(Working()).size();
+    ASSERT_EQ(PlexoPublisher::GetPublisher()->WriteManifest(), 0);
+    if (copiedTo.empty()) {
+      EXPECT_EQ(ListTree(Working()).size(), before + 1) << location;
+    } else {
+      EXPECT_THAT(ListTree(Working()), Contains(copiedTo)) << location;
+    }
+    EXPECT_THAT(ReadFile(Working() / "imsmanifest.xml"),
+                testing::HasSubstr("<adlcp:location>Linear_intro_" + location + "</adlcp:location>"));
+  }
+}
+
+TEST_F(PlexoPublisherTest, AnEmptyCourseStillHasItsFrame) {
+  ASSERT_EQ(PlexoPublisher::GetPublisher()->WriteManifest(), 0);
+  const std::string manifest = ReadFile(Working() / "imsmanifest.xml");
+  EXPECT_THAT(manifest, testing::HasSubstr("<title>Course Title</title>"));
+  EXPECT_THAT(manifest, testing::HasSubstr("<resources />"));
+}
+
+TEST(PlexoIdentifiers, ComeFromPlacesInTheCourse) {
+  const struct {
+    const char* prefix;
+    std::uint32_t index;
+    std::uint32_t moduleIndex;
+    ItemKind kind;
+    const char* identifier;
+  } cases[] = {
+      {"SCO", 2, kNoIndex, ItemKind::Item, "SCO-Item_3"},
+      {"obj-global", 99999, kNoIndex, ItemKind::Item, "obj-global-Item_100000"},
+      {"RES", 5, 1, ItemKind::PreTest, "RES-Module_2_PreTest"},
+      {"obj-global", kNoIndex, 1, ItemKind::PostTest, "obj-global-Module_2_PostTest"},
+      {"obj", 0, 1, ItemKind::Content, "obj-Module_2_Content_1"},
+      {"obj-global", kNoIndex, 1, ItemKind::Content, "obj-global-Module_2_Content"},
+      {"obj-global", kNoIndex, 1, ItemKind::ModuleObjective, "obj-global-Module_2_"},
+  };
+  for (const auto& [prefix, index, moduleIndex, kind, identifier] : cases) {
+    EXPECT_EQ(MakeIdentifier(prefix, index, moduleIndex, kind), identifier);
+  }
+  EXPECT_EQ("CLUSTER-" + MakeEntityName(1, ItemKind::Module) + "_content_wrapper",
+            "CLUSTER-Module_2_content_wrapper");
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/PlexoSCOModel.h"
+
+/// Puts SCOs into the process's flat course as intake would leave them, without a package: each with its
+/// files in the working folder and its record in the models.
+class StagedCourse {
+ public:
+  /// The record of a SCO of this name with the launch page "index.htm", for a test to change before it is
+  /// added.
+  static PlexoSCOManifest Manifest(const std::string& name);
+  /// Writes the listed files and those of `strays`, each holding its own name, and adds the SCO.
+  static void AddLinear(PlexoSCOManifest manifest, const std::vector<std::string>& strays = {});
+  /// Adds `count` SCOs "sco1", "sco2" ...
+  static void AddLinearSCOs(int count);
+};

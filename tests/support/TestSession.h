@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/headless/TzHeadlessUI.h"
+#include "host/headless/TzHeadlessWindows.h"
+#include "host/session/TzProblem.h"
+#include "host/session/TzSession.h"
+#include "host/text/TzStringDictionary.h"
+
+/// A session with all its parts for the length of a test, and empty course models with it. The dictionary
+/// holds no texts but those that the test enters: a key without a text reads as the key.
+class TestSession : public ITzProblemSink {
+ public:
+  TestSession();
+  ~TestSession() override;
+  TestSession(const TestSession&) = delete;
+  TestSession& operator=(const TestSession&) = delete;
+
+  void Report(const TzProblem& problem) override { problems.push_back(problem); }
+
+  /// The texts of the boxes shown so far.
+  [[nodiscard]] std::vector<std::string> BoxTexts() const;
+
+  TzStringDictionary dictionary;
+  TzHeadlessUI ui;
+  TzHeadlessWindows windows;
+  std::vector<TzProblem> problems;
+
+ private:
+  TzSession previous;
+};
+
+/// A new folder that goes with the test.
+class TestFolder {
+ public:
+  TestFolder();
+  ~TestFolder();
+  TestFolder(const TestFolder&) = delete;
+  TestFolder& operator=(const TestFolder&) = delete;
+
+  [[nodiscard]] const TzPath& Path() const { return path; }
+  /// Writes a file below the folder, with its folders, and returns its path.
+  TzPath Write(const std::string& name, const std::string& content) const;
+
+ private:
+  TzPath path;
+};
+
+/// The whole content of a file; a test failure if it can't be read.
+std::string ReadFile(const TzPath& file);
+void WriteFile(const TzPath& file, const std::string& content);
+/// Names of everything below a folder, relative to it, sorted; folders end in a slash.
+std::vector<std::string> ListTree(const TzPath& folder);

@@ -14,6 +14,7 @@
 #include "host/text/ITzStringDictionary.h"
 #include "publish/PlexoLinearCourseWriter.h"
 #include "publish/PlexoManifestSink.h"
+#include "publish/PlexoModuleCourseWriter.h"
 #include "publish/PlexoSchemaFiles.h"
 
 namespace {
@@ -89,7 +90,10 @@ int PlexoPublisher::WriteManifest() {
   {
     // The tree is as large as the text: it goes before the text is worked on.
     PlexoManifestWriter manifest(*course);
-    if (const int result = WriteLinearCourse(manifest); result != 0) return result;
+    const PlexoCourseType type = course->GetCourseType();
+    const int result =
+        type == PlexoCourseType::LINEAR ? WriteLinearCourse(manifest) : WriteModuleCourse(manifest, type);
+    if (result != 0) return result;
     manifest.GetTree().Serialize(sink);
   }
   return WriteManifestFile(*course, sink.GetText());

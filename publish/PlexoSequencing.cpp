@@ -66,18 +66,46 @@ void PlexoSequencing::WriteRollupRules(TzDOMNode sequencing, std::span<const Rol
   for (const RollupRule& rule : rules) WriteRollupRule(rollupRules, rule);
 }
 
+void PlexoSequencing::WriteRollupRules(TzDOMNode sequencing, const RollupShare& share,
+                                       std::span<const RollupRule> rules) {
+  const TzDOMNode rollupRules =
+      tree.WriteNode("imsss:rollupRules", sequencing,
+                     {
+                         {"rollupObjectiveSatisfied", BoolText(share.objectiveSatisfied)},
+                         {"rollupProgressCompletion", BoolText(share.progressCompletion)},
+                         {"objectiveMeasureWeight", share.measureWeight},
+                     });
+  for (const RollupRule& rule : rules) WriteRollupRule(rollupRules, rule);
+}
+
+void PlexoSequencing::WriteRule(TzDOMNode sequencingRules, RuleMoment moment,
+                                ConditionCombination combination, std::span<const RuleCondition> conditions,
+                                std::string_view action) {
+  const TzDOMNode rule = tree.WriteEmptyNode(
+      moment == RuleMoment::PreCondition ? "imsss:preConditionRule" : "imsss:postConditionRule",
+      sequencingRules);
+  const TzDOMNode ruleConditions =
+      tree.WriteNode("imsss:ruleConditions", rule,
+                     {{"conditionCombination", combination == ConditionCombination::AllOf ? "all" : "any"}});
+  for (const auto& [conditionOperator, condition, referencedObjective] : conditions) {
+    tree.WriteNode("imsss:ruleCondition", ruleConditions,
+                   {
+                       Optional("operator", conditionOperator),
+                       {referencedObjective.IsEmpty() ? "" : "referencedObjective", referencedObjective},
+                       {"condition", condition},
+                   });
+  }
+  tree.WriteNode("imsss:ruleAction", rule, {{"action", action}});
+}
+
 void PlexoSequencing::WriteForcedPriorRule(TzDOMNode sequencing) {
-  const TzDOMNode rules = tree.WriteEmptyNode("imsss:sequencingRules", sequencing);
-  const TzDOMNode rule = tree.WriteEmptyNode("imsss:preConditionRule", rules);
-  const TzDOMNode conditions =
-      tree.WriteNode("imsss:ruleConditions", rule, {{"conditionCombination", "all"}});
-  tree.WriteNode("imsss:ruleCondition", conditions,
-                 {
-                     {"operator", "not"},
-                     {"referencedObjective", "obj-prior"},
-                     {"condition", "objectiveStatusKnown"},
-                 });
-  tree.WriteNode("imsss:ruleAction", rule, {{"action", "disabled"}});
+  const RuleCondition priorUnknown[] = {{"not", "objectiveStatusKnown", "obj-prior"}};
+  WriteRule(tree.WriteEmptyNode("imsss:sequencingRules", sequencing), RuleMoment::PreCondition,
+            ConditionCombination::AllOf, priorUnknown, "disabled");
+}
+
+void PlexoSequencing::WriteFreeControlMode(TzDOMNode sequencing) {
+  tree.WriteNode("imsss:controlMode", sequencing, {{"flow", "true"}, {"choice", "true"}});
 }
 
 void PlexoSequencing::WriteControlMode(TzDOMNode sequencing, const ControlMode& mode) {

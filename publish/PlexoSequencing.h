@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "publish/PlexoIdentifiers.h"
 #include "publish/PlexoManifestTree.h"
@@ -49,6 +50,26 @@ inline constexpr MapFlags kWriteMap{true, true, true, true};
 inline constexpr MapFlags kWriteOnlyMap{false, false, true, true};
 inline constexpr MapFlags kSatisfiedWriteMap{true, true, true, false};
 
+/// Which of a rule's conditions must hold, and one of them. An empty operator or objective is left out; the
+/// standard then takes the condition as it is, and the activity's own objective.
+enum class ConditionCombination : std::uint32_t { AllOf, AnyOf };
+
+struct RuleCondition {
+  std::string_view conditionOperator;
+  std::string_view condition;
+  TzString referencedObjective;
+};
+
+/// What an activity does when a rule's conditions hold: before it is tried, or after it ended.
+enum class RuleMoment : std::uint32_t { PreCondition, PostCondition };
+
+/// What an activity adds to the rollup of its parent.
+struct RollupShare {
+  bool objectiveSatisfied;
+  bool progressCompletion;
+  TzString measureWeight;
+};
+
 /// How learners may move among an activity's children.
 struct ControlMode {
   bool forwardOnly;
@@ -69,10 +90,16 @@ class PlexoSequencing {
   TzDOMNode WriteMapInfo(TzDOMNode objective, const TzString& targetObjectiveId, const MapFlags& flags);
   void WriteRollupRule(TzDOMNode rollupRules, const RollupRule& rule);
   void WriteRollupRules(TzDOMNode sequencing, std::span<const RollupRule> rules);
+  void WriteRollupRules(TzDOMNode sequencing, const RollupShare& share, std::span<const RollupRule> rules);
+  /// A rule under `imsss:sequencingRules`.
+  void WriteRule(TzDOMNode sequencingRules, RuleMoment moment, ConditionCombination combination,
+                 std::span<const RuleCondition> conditions, std::string_view action);
   /// Keeps the activity disabled until the status of the one before it, its objective "obj-prior", is known.
   void WriteForcedPriorRule(TzDOMNode sequencing);
   /// Flow and leaving by choice are always on.
   void WriteControlMode(TzDOMNode sequencing, const ControlMode& mode);
+  /// Free choice and flow, everything else at the standard's default.
+  void WriteFreeControlMode(TzDOMNode sequencing);
   /// Leaves completion and satisfaction to the content.
   void WriteDeliveryControls(TzDOMNode sequencing);
 

@@ -4,6 +4,7 @@
 
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoLinearCourseModel.h"
+#include "core/PlexoModuleCourseModel.h"
 #include "host/xml/TzXMLSchemaValidator.h"
 #include "publish/PlexoPublisher.h"
 #include "support/Golden.h"
@@ -42,6 +43,40 @@ TEST(PlexoManifestGolden, FlatCourses) {
     GetLinearCourseModel()->SetForcedSequence(forced);
     StagedCourse::AddLinearSCOs(scos);
     ExpectGolden(kGoldenFolder, name, WriteAndRead());
+  }
+}
+
+TEST(PlexoManifestGolden, ModuleCourses) {
+  struct Template {
+    const char* name;
+    PlexoCourseType type;
+  };
+  const Template templates[] = {{"remediation", PlexoCourseType::CONTENT_POST},
+                                {"rollup", PlexoCourseType::PRE_CONTENT_POST}};
+  const char* const weightages[] = {"0.25", "0.250000", "0.5"};
+  for (const auto& [name, type] : templates) {
+    for (const bool forcedModules : {false, true}) {
+      for (const bool forcedContent : {false, true}) {
+        for (const int modules : {1, 3}) {
+          TestSession session;
+          GetCourseModel()->SetCourseType(type);
+          GetCourseModel()->SetCourseIdentifier("Fire_Safety");
+          PlexoModuleCourseModel* course = GetModuleCourseModel();
+          course->SetModuleForcedSequence(forcedModules);
+          for (int index = 0; index < modules; ++index) {
+            const std::string key = std::to_string(index + 7);
+            // The second module has no title of its own.
+            StagedCourse::AddModule(key, index == 1 ? "" : "Module of key " + key, index + 1);
+            course->SetContentForcedSequence(key, forcedContent);
+            course->SetWeightage(key, modules == 1 ? "1.0" : weightages[index]);
+          }
+          const std::string file = std::string(name) + (forcedModules ? "-forced" : "-free") +
+                                   (forcedContent ? "-ordered-" : "-open-") + std::to_string(modules) +
+                                   ".xml";
+          ExpectGolden(kGoldenFolder, file, WriteAndRead());
+        }
+      }
+    }
   }
 }
 
@@ -87,6 +122,10 @@ TEST(PlexoManifestGolden, AreValidAgainstThePublishedSchemaDocuments) {
       {"flat-free-3.xml", scorm2004, {}},
       {"flat-forced-3.xml", scorm2004, {}},
       {"flat-scorm12-3.xml", scorm12, {}},
+      {"remediation-forced-ordered-3.xml", scorm2004, {}},
+      {"remediation-free-open-3.xml", scorm2004, {}},
+      {"rollup-forced-ordered-3.xml", scorm2004, {}},
+      {"rollup-free-open-3.xml", scorm2004, {}},
       {"everything-1.2.xml", scorm12, {}},
       // SCORM 2004 spells these two in camel case; the lower case is written on purpose in both versions.
       {"everything-2004.xml", scorm2004, {"adlcp:datafromlms", "adlcp:timelimitaction"}},

@@ -17,4 +17,7 @@ class StagedCourse {
   static void AddLinear(PlexoSCOManifest manifest, const std::vector<std::string>& strays = {});
   /// Adds `count` SCOs "sco1", "sco2" ...
   static void AddLinearSCOs(int count);
+  /// Adds a module with these contents, a post-test "post" and, where the course's template has them, a
+  /// pretest "pre".
+  static void AddModule(const std::string& key, const std::string& title, int contents);
 };

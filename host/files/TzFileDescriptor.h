@@ -7,8 +7,8 @@
 
 /// Owns a file descriptor of the system.
 ///
-/// Guarantees: an operation that fails leaves `errno` telling why, and the destructor leaves `errno` as it is,
-/// so that a caller can still report it. Interrupted and partial calls are carried on to their end.
+/// Guarantees: an operation that fails leaves `errno` telling why, and the destructor leaves `errno` as it
+/// is, so that a caller can still report it. Interrupted and partial calls are carried on to their end.
 class TzFileDescriptor {
  public:
   TzFileDescriptor() = default;

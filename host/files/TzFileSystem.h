@@ -19,7 +19,8 @@ enum class TzCopyMode { FailIfExists, Replace };
 class TzReadStream {
  public:
   virtual ~TzReadStream() = default;
-  /// Fills the buffer as far as the file reaches and returns the number of bytes; 0 at the end, -1 on failure.
+  /// Fills the buffer as far as the file reaches and returns the number of bytes; 0 at the end, -1 on
+  /// failure.
   [[nodiscard]] virtual std::ptrdiff_t Read(std::span<std::byte> buffer) = 0;
 };
 
@@ -40,7 +41,8 @@ class TzWriteStream {
 /// of the disk: they are read from any place in them, and replaced in one step.
 ///
 /// Operations may be called from several threads at once, on different paths. One that fails leaves `errno`
-/// telling why. A failure of the machine is reported to the session's problem sink by whoever called, not here.
+/// telling why. A failure of the machine is reported to the session's problem sink by whoever called, not
+/// here.
 class TzFileSystem {
  public:
   virtual ~TzFileSystem() = default;

@@ -39,8 +39,8 @@ std::string ReadText(const TzPath& path) {
   return text;
 }
 
-/// The value of the line XDG_DOCUMENTS_DIR="..." in the desktop's list of user folders, which is a fragment of
-/// shell: the value is absolute or starts with $HOME, and a back-slash makes the next character plain.
+/// The value of the line XDG_DOCUMENTS_DIR="..." in the desktop's list of user folders, which is a fragment
+/// of shell: the value is absolute or starts with $HOME, and a back-slash makes the next character plain.
 std::optional<std::string> FindDocumentsFolder(std::string_view settings, const std::string& home) {
   constexpr std::string_view kKey = "XDG_DOCUMENTS_DIR=\"";
   constexpr std::string_view kHome = "$HOME";

@@ -49,9 +49,7 @@ TzPath TzPath::GetParentTzPath(int levels) const {
   return FromNative(std::string(parent));
 }
 
-TzString TzPath::GetFileName() const {
-  return {std::string_view(native).substr(native.rfind('/') + 1)};
-}
+TzString TzPath::GetFileName() const { return {std::string_view(native).substr(native.rfind('/') + 1)}; }
 
 std::vector<TzString> TzPath::GetComponents() const {
   std::vector<TzString> components;

@@ -38,7 +38,9 @@ class TzPath {
   /// The components in order; an absolute path has none for its root.
   [[nodiscard]] std::vector<TzString> GetComponents() const;
 
-  auto operator<=>(const TzPath& other) const = default;  // NOLINT(modernize-use-nullptr): clang-tidy 14 takes the generated 0 for a pointer
+  // clang-tidy 14 takes the 0 in what this generates for a null pointer.
+  // NOLINTNEXTLINE(modernize-use-nullptr)
+  auto operator<=>(const TzPath& other) const = default;
 
  private:
   std::string native;

@@ -8,9 +8,9 @@
 #include "host/files/TzFileDescriptor.h"
 #include "host/files/TzPath.h"
 
-/// The temporary folders of this process, all under one private folder in TMPDIR (else /tmp). A lock that lives
-/// as long as the process stands in it: a folder whose lock nobody holds was left by a killed process, and
-/// goes when another process of the same user makes its own.
+/// The temporary folders of this process, all under one private folder in TMPDIR (else /tmp). A lock that
+/// lives as long as the process stands in it: a folder whose lock nobody holds was left by a killed process,
+/// and goes when another process of the same user makes its own.
 class TzScratch {
  public:
   static TzScratch& Instance();

@@ -72,8 +72,10 @@ TzPackedEntry TzZipDeflater::PackWhole(const TzZipSource& source) {
   // One byte more than there should be, so that a file which has grown shows.
   auto content = std::make_unique_for_overwrite<std::byte[]>(source.size + 1);
   const auto count = stream != nullptr ? stream->Read({content.get(), source.size + 1}) : -1;
-  if (count < 0) packed.failure = CantRead(source);
-  else if (static_cast<std::uint64_t>(count) != source.size) packed.failure = Changed(source);
+  if (count < 0)
+    packed.failure = CantRead(source);
+  else if (static_cast<std::uint64_t>(count) != source.size)
+    packed.failure = Changed(source);
   if (packed.failure) return packed;
 
   const std::span<const std::byte> bytes(content.get(), source.size);

@@ -39,13 +39,13 @@ std::vector<std::byte> ReadPart(const TzFileDescriptor& file, std::uint64_t offs
 bool IsSpecial(std::uint32_t attributes) {
   constexpr std::uint32_t kWindowsLink = 0x400;
   const mode_t type = (attributes >> 16U) & S_IFMT;
-  const bool isUnixSpecial = type == S_IFLNK || type == S_IFCHR || type == S_IFBLK || type == S_IFIFO ||
-                             type == S_IFSOCK;
+  const bool isUnixSpecial =
+      type == S_IFLNK || type == S_IFCHR || type == S_IFBLK || type == S_IFIFO || type == S_IFSOCK;
   return isUnixSpecial || (attributes & kWindowsLink) != 0;
 }
 
-/// Replaces the sizes that have all bits set by those of the ZIP64 field, which holds just these, in the order
-/// given. False if the field is missing or too short.
+/// Replaces the sizes that have all bits set by those of the ZIP64 field, which holds just these, in the
+/// order given. False if the field is missing or too short.
 bool ResolveZip64(Bytes extra, std::initializer_list<std::uint64_t*> values) {
   const auto isMarked = [](const std::uint64_t* value) { return *value == kIn32; };
   if (std::none_of(values.begin(), values.end(), isMarked)) return true;
@@ -75,6 +75,10 @@ std::optional<std::string_view> FindUnicodePath(Bytes extra, Bytes name) {
     found = AsText(content.subspan(kPrefixBytes));
   });
   return found;
+}
+
+const char* ReadUtf8(std::string_view text, TzZipName& name) {
+  return TzZipName::IsUtf8(text) ? name.Read(text) : "the entry's name is malformed UTF-8";
 }
 
 const char* CheckPacking(unsigned flags, std::uint16_t method, const TzZipEntry& entry) {
@@ -159,19 +163,26 @@ struct TzZipDirectory::Header {
   Bytes name;
   Bytes extra;
 
+  /// The system whose archiver wrote the entry.
+  [[nodiscard]] unsigned GetHost() const { return Get16(fixed, 4) >> 8U; }
   [[nodiscard]] unsigned GetFlags() const { return Get16(fixed, 8); }
   [[nodiscard]] std::uint16_t GetMethod() const { return Get16(fixed, 10); }
   [[nodiscard]] std::uint32_t GetAttributes() const { return Get32(fixed, 38); }
 
   /// The entry's name and kind. Returns what is wrong with the name, null if nothing is.
   const char* ReadName(TzZipEntry& entry) const {
-    const auto unicode = FindUnicodePath(extra, name);
-    const bool isUtf8 = (GetFlags() & kUtf8Flag) != 0;
-    const std::string_view text = unicode.has_value() && !isUtf8 ? *unicode : AsText(name);
-    const bool isMarkedUtf8 = isUtf8 || unicode.has_value();
-    if (isMarkedUtf8 && !TzZipName::IsUtf8(text)) return "the entry's name is malformed UTF-8";
     TzZipName read;
-    const char* fault = read.Read(isMarkedUtf8 ? std::string(text) : TzZipName::FromCodePage437(text));
+    const char* fault = nullptr;
+    if ((GetFlags() & kUtf8Flag) != 0) {
+      fault = ReadUtf8(AsText(name), read);
+    } else if (const auto unicode = FindUnicodePath(extra, name); unicode.has_value()) {
+      fault = ReadUtf8(*unicode, read);
+    } else if ((GetHost() == kUnixHost || GetHost() == kMacHost) && TzZipName::IsUtf8(AsText(name))) {
+      // Unix archivers write the bytes that the disk holds, and not all of them say what these mean.
+      fault = read.Read(AsText(name));
+    } else {
+      fault = read.Read(TzZipName::FromCodePage437(AsText(name)));
+    }
     entry.name = std::move(read.text);
     entry.isFolder = read.isFolder;
     return fault;
@@ -192,6 +203,24 @@ struct TzZipDirectory::Header {
 };
 
 TzZipFailure TzZipDirectory::Open(const TzPath& archive) {
+  faults = nullptr;
+  return Read(archive);
+}
+
+TzZipFailure TzZipDirectory::Inspect(const TzPath& archive, std::vector<TzZipFault>& faultList) {
+  faults = &faultList;
+  TzZipFailure failure = Read(archive);
+  faults = nullptr;
+  return failure;
+}
+
+TzZipFailure TzZipDirectory::Meet(TzZipFaultKind kind, TzZipFailure failure) {
+  if (!failure || faults == nullptr) return failure;
+  faults->push_back({kind, std::move(failure)});
+  return {};
+}
+
+TzZipFailure TzZipDirectory::Read(const TzPath& archive) {
   if (auto failure = OpenFile(archive)) return failure;
   Place place;
   if (auto failure = FindPlace(place)) return failure;
@@ -199,8 +228,8 @@ TzZipFailure TzZipDirectory::Open(const TzPath& archive) {
     return TzZipFailure::BadContent({}, "holds more than a million entries");
   }
   if (auto failure = ReadHeaders(place)) return failure;
-  if (auto failure = CheckExtents()) return failure;
-  return CheckTotal();
+  if (auto failure = Meet(TzZipFaultKind::Data, CheckExtents())) return failure;
+  return Meet(TzZipFaultKind::Size, CheckTotal());
 }
 
 std::vector<std::string_view> TzZipDirectory::GetFolders() const {
@@ -237,13 +266,8 @@ TzZipFailure TzZipDirectory::FindPlace(Place& place) const {
   const auto at = FindDirectoryEnd(tail);
   if (!at.has_value()) return TzZipFailure::BadContent({}, kNoArchive);
   const Bytes fields = Bytes(tail).subspan(*at);
-  DirectoryEnd end = {fileSize - tailBytes + *at,
-                      Get16(fields, 4),
-                      Get16(fields, 6),
-                      Get16(fields, 8),
-                      Get16(fields, 10),
-                      Get32(fields, 12),
-                      Get32(fields, 16)};
+  DirectoryEnd end = {fileSize - tailBytes + *at, Get16(fields, 4),  Get16(fields, 6), Get16(fields, 8),
+                      Get16(fields, 10),          Get32(fields, 12), Get32(fields, 16)};
   if (!ReadZip64End(file, end)) return TzZipFailure::BadContent({}, kDamagedDirectory);
   if (end.disk != 0 || end.startDisk != 0 || end.countHere != end.count) {
     return TzZipFailure::BadContent({}, kSeveralDisks);
@@ -282,11 +306,20 @@ TzZipFailure TzZipDirectory::ReadHeaders(const Place& place) {
 
 TzZipFailure TzZipDirectory::ReadHeader(const Place& place, const Header& header) {
   TzZipEntry& entry = entries.emplace_back();
+  TzZipFaultKind kind = TzZipFaultKind::Name;
   const char* fault = header.ReadName(entry);
-  if (fault == nullptr) fault = header.ReadFields(entry);
-  if (fault == nullptr) fault = ReadLocalHeader(place, header, entry);
-  if (fault == nullptr) fault = ClaimName(entry);
-  if (fault != nullptr) return TzZipFailure::BadContent(TzZipName::ForMessage(AsText(header.name)), fault);
+  const auto goOn = [&](TzZipFaultKind next, auto read) {
+    if (fault != nullptr) return;
+    kind = next;
+    fault = read();
+  };
+  goOn(TzZipFaultKind::Packing, [&] { return header.ReadFields(entry); });
+  goOn(TzZipFaultKind::Data, [&] { return ReadLocalHeader(place, header, entry); });
+  goOn(TzZipFaultKind::Clash, [&] { return ClaimName(entry); });
+  if (fault != nullptr) {
+    entry.isFaulty = true;
+    return Meet(kind, TzZipFailure::BadContent(TzZipName::ForMessage(AsText(header.name)), fault));
+  }
   totalSize = entry.size > ~totalSize ? ~std::uint64_t{0} : totalSize + entry.size;
   if (nodes.size() > TzZipUtils::kMaximumEntries) {
     return TzZipFailure::BadContent({}, "holds more than a million files and folders");
@@ -334,7 +367,8 @@ const char* TzZipDirectory::ClaimName(const TzZipEntry& entry) {
   }
   if (!isNew && !entry.isFolder) return "two entries have this name";
   if (!isNew && own->second == NodeKind::File) return "the entry is a folder where another is a file";
-  for (std::size_t slash = name.rfind('/'); slash != std::string_view::npos; slash = name.rfind('/', slash - 1)) {
+  for (std::size_t slash = name.rfind('/'); slash != std::string_view::npos;
+       slash = name.rfind('/', slash - 1)) {
     const auto [parent, isNewParent] = nodes.try_emplace(name.substr(0, slash), NodeKind::Folder);
     if (parent->second == NodeKind::File) return "the entry lies in a folder that another says is a file";
     if (!isNewParent) break;
@@ -345,7 +379,9 @@ const char* TzZipDirectory::ClaimName(const TzZipEntry& entry) {
 TzZipFailure TzZipDirectory::CheckExtents() const {
   std::vector<const TzZipEntry*> order;
   order.reserve(entries.size());
-  for (const TzZipEntry& entry : entries) order.push_back(&entry);
+  for (const TzZipEntry& entry : entries) {
+    if (!entry.isFaulty) order.push_back(&entry);
+  }
   std::sort(order.begin(), order.end(), [](const TzZipEntry* left, const TzZipEntry* right) {
     return left->headerOffset < right->headerOffset;
   });

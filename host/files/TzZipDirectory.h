@@ -10,18 +10,33 @@
 #include "host/files/TzFileDescriptor.h"
 #include "host/files/TzZipFailure.h"
 
-/// One entry of an archive that has been checked.
+/// One entry of an archive.
 struct TzZipEntry {
   /// As `TzZipName` reads it.
   std::string name;
   bool isFolder = false;
   bool isDeflated = false;
+  /// The archive says that the name is UTF-8.
+  bool isNameUtf8 = false;
+  /// The name is written with back-slashes.
+  bool hasBackslash = false;
+  /// Only where an archive was inspected: the entry broke a rule, and may not be read.
+  bool isFaulty = false;
   std::uint32_t crc = 0;
   std::uint64_t packedSize = 0;
   std::uint64_t size = 0;
   /// Where the local header and the packed data start in the file.
   std::uint64_t headerOffset = 0;
   std::uint64_t dataOffset = 0;
+};
+
+/// What part of an archive a fault is about.
+enum class TzZipFaultKind { Archive, Name, Packing, Data, Clash, Size };
+
+/// Something wrong with an archive that is read in spite of it.
+struct TzZipFault {
+  TzZipFaultKind kind = TzZipFaultKind::Archive;
+  TzZipFailure failure;
 };
 
 /// The central directory of an archive.
@@ -36,6 +51,10 @@ class TzZipDirectory {
 
   /// Opens the archive, reads its directory and checks it.
   TzZipFailure Open(const TzPath& archive);
+  /// Likewise, but goes on after a fault, and fails only if there is no directory to read. An entry tells its
+  /// first fault; one whose fault is its name has the name as the archive holds it. The guarantees hold for an
+  /// entry without a fault.
+  TzZipFailure Inspect(const TzPath& archive, std::vector<TzZipFault>& faultList);
 
   /// The archive itself, from which the packed data is read.
   [[nodiscard]] const TzFileDescriptor& GetFile() const { return file; }
@@ -52,6 +71,9 @@ class TzZipDirectory {
   struct Header;
   enum class NodeKind { File, Folder };
 
+  TzZipFailure Read(const TzPath& archive);
+  /// Returns the failure if the reading must end with it.
+  TzZipFailure Meet(TzZipFaultKind kind, TzZipFailure failure);
   TzZipFailure OpenFile(const TzPath& archive);
   TzZipFailure FindPlace(Place& place) const;
   TzZipFailure ReadHeaders(const Place& place);
@@ -64,6 +86,8 @@ class TzZipDirectory {
   TzFileDescriptor file;
   std::uint64_t fileSize = 0;
   std::uint64_t totalSize = 0;
+  /// Null if the first fault ends the reading.
+  std::vector<TzZipFault>* faults = nullptr;
   std::vector<TzZipEntry> entries;
   /// The keys are parts of the entries' names.
   std::unordered_map<std::string_view, NodeKind> nodes;

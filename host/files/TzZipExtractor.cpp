@@ -88,7 +88,8 @@ void TzZipExtractor::Work(Run& run) const {
       }
     }
   } catch (const std::bad_alloc&) {
-    run.Fail(static_cast<std::size_t>(entry - entries.data()), TzZipFailure::System(ENOMEM, {}, "can't unpack"));
+    run.Fail(static_cast<std::size_t>(entry - entries.data()),
+             TzZipFailure::System(ENOMEM, {}, "can't unpack"));
   }
   const std::lock_guard guard(run.mutex);
   ++run.workersDone;

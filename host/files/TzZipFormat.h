@@ -25,6 +25,9 @@ constexpr std::size_t kDirectoryEndBytes = 22;
 constexpr std::size_t kZip64DirectoryEndBytes = 56;
 constexpr std::size_t kZip64LocatorBytes = 20;
 
+constexpr unsigned kUnixHost = 3;
+constexpr unsigned kMacHost = 19;
+
 constexpr std::uint16_t kStored = 0;
 constexpr std::uint16_t kDeflated = 8;
 

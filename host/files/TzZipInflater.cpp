@@ -81,7 +81,11 @@ TzZipInflater::TzZipInflater(const TzFileDescriptor& file, TzZipProgress& counte
 TzZipInflater::~TzZipInflater() = default;
 
 TzZipFailure TzZipInflater::Unpack(const TzZipEntry& entry, const TzPath& path) {
-  Output output = {entry, progress, TzFileSystem::Current().OpenWrite(path)};
+  return Unpack(entry, TzFileSystem::Current().OpenWrite(path));
+}
+
+TzZipFailure TzZipInflater::Unpack(const TzZipEntry& entry, std::unique_ptr<TzWriteStream> stream) {
+  Output output = {entry, progress, std::move(stream)};
   if (output.stream == nullptr) return output.CantWrite();
   const bool isWhole = std::max(entry.size, entry.packedSize) <= kWholeBytes;
   auto failure = !entry.isDeflated ? CopyStored(entry, output)
@@ -112,7 +116,8 @@ TzZipFailure TzZipInflater::InflateStream(const TzZipEntry& entry, Output& outpu
   std::uint64_t position = 0;
   for (int status = Z_OK; status != Z_STREAM_END;) {
     if (stream.avail_in == 0 && position < entry.packedSize) {
-      const auto packed = decoder->packed.Take(std::min<std::uint64_t>(kPieceBytes, entry.packedSize - position));
+      const auto packed =
+          decoder->packed.Take(std::min<std::uint64_t>(kPieceBytes, entry.packedSize - position));
       if (auto failure = ReadPacked(entry, position, packed)) return failure;
       position += packed.size();
       stream.next_in = AsZlib(packed.data());
@@ -130,7 +135,8 @@ TzZipFailure TzZipInflater::InflateStream(const TzZipEntry& entry, Output& outpu
 
 TzZipFailure TzZipInflater::CopyStored(const TzZipEntry& entry, Output& output) {
   for (std::uint64_t position = 0; position < entry.packedSize;) {
-    const auto piece = decoder->packed.Take(std::min<std::uint64_t>(kPieceBytes, entry.packedSize - position));
+    const auto piece =
+        decoder->packed.Take(std::min<std::uint64_t>(kPieceBytes, entry.packedSize - position));
     if (auto failure = ReadPacked(entry, position, piece)) return failure;
     if (auto failure = output.Write(piece)) return failure;
     position += piece.size();

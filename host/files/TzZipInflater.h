@@ -10,8 +10,8 @@
 
 /// Unpacks entries of an archive, one after another; every worker has its own.
 ///
-/// Guarantees: uses a bounded amount of memory, whatever the entries hold, and never writes more than an entry's
-/// size.
+/// Guarantees: uses a bounded amount of memory, whatever the entries hold, and never writes more than an
+/// entry's size.
 class TzZipInflater {
  public:
   TzZipInflater(const TzFileDescriptor& file, TzZipProgress& counter);
@@ -22,6 +22,9 @@ class TzZipInflater {
   /// Writes the entry's content to the file, which is made or replaced. A failure leaves a file of unknown
   /// content.
   TzZipFailure Unpack(const TzZipEntry& entry, const TzPath& path);
+  /// Writes the entry's content to the stream and closes it. A stream that fails ends the unpacking, as a failure
+  /// of the machine.
+  TzZipFailure Unpack(const TzZipEntry& entry, std::unique_ptr<TzWriteStream> stream);
 
  private:
   struct Decoder;

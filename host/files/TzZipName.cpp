@@ -34,9 +34,10 @@ bool IsLetter(char character) {
 
 /// Names that some systems give to a device in every folder, with any extension and spaces behind.
 bool IsDevice(std::string_view component) {
-  static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
-  static constexpr std::array<std::string_view, 12> kPorts = {
-      "1", "2", "3", "4", "5", "6", "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
+  static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
+                                                               "NUL", "CONIN$", "CONOUT$"};
+  static constexpr std::array<std::string_view, 12> kPorts = {"1", "2", "3", "4",      "5",      "6",
+                                                              "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
   std::string stem(component.substr(0, component.find('.')));
   stem.resize(stem.find_last_not_of(' ') + 1);
   for (char& letter : stem) {

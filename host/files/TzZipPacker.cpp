@@ -26,8 +26,8 @@ TzZipFailure OutOfMemory() { return TzZipFailure::System(ENOMEM, {}, "can't pack
 
 }  // namespace
 
-/// The entries between the workers and the writer. Sources are handed out in order, so the one that the writer
-/// waits for is always in work or the next to be handed out, and then nothing fills the window.
+/// The entries between the workers and the writer. Sources are handed out in order, so the one that the
+/// writer waits for is always in work or the next to be handed out, and then nothing fills the window.
 class TzZipPacker::Window {
  public:
   explicit Window(const std::vector<TzZipSource>& arranged) : sources(arranged) {}
@@ -87,14 +87,9 @@ TzZipFailure TzZipPacker::Pack(TzZipWriter& writer) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
   Window window(sources);
   const TzWorkers workers(sources.size(), [this, &window] { Work(window); });
-  TzZipFailure failure;
-  try {
-    failure = Write(window, writer);
-  } catch (const std::bad_alloc&) {
-    failure = OutOfMemory();
-  }
-  window.Stop();
-  return failure;
+  // However the writing ends, the workers must not wait for room any more when they are waited for.
+  const std::unique_ptr<Window, void (*)(Window*)> stopper(&window, [](Window* open) { open->Stop(); });
+  return Write(window, writer);
 }
 
 void TzZipPacker::Work(Window& window) const {

@@ -87,8 +87,9 @@ TzZipFailure TzZipSources::Arrange() {
   // What lies in a folder "a/" stands at the first name that isn't below "a/".
   const auto afterManifest = [this](const std::string& name) {
     const bool hasManifest = !sources.empty() && sources.front().name == kManifestName;
-    return std::lower_bound(sources.begin() + (hasManifest ? 1 : 0), sources.end(), name,
-                            [](const TzZipSource& source, const std::string& wanted) { return source.name < wanted; });
+    return std::lower_bound(
+        sources.begin() + (hasManifest ? 1 : 0), sources.end(), name,
+        [](const TzZipSource& source, const std::string& wanted) { return source.name < wanted; });
   };
   for (std::size_t index = 0; index < sources.size(); ++index) {
     const std::string& name = sources[index].name;

@@ -46,7 +46,8 @@ TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
   constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20U;
   const std::uint64_t free = std::uint64_t{status.f_bavail} * status.f_frsize;
   if (size <= free) return {};
-  return {kTzMachineFailure, {},
+  return {kTzMachineFailure,
+          {},
           "unpacks to " + std::to_string(size / kMegabyte) + " MB, but '" + folder.GetNative() +
               "' has room for " + std::to_string(free / kMegabyte) + " MB",
           0};
@@ -102,7 +103,8 @@ TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& fo
   return failure.Report(archive);
 }
 
-TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& entryName, const TzPath& file) {
+TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& entryName,
+                                        const TzPath& file) {
   TzZipDirectory directory;
   TzZipFailure failure = Guard([&] { return directory.Open(archive); });
   if (failure) return failure.Report(archive);
@@ -124,8 +126,9 @@ TzErrorCodeEnum TzZipUtils::ZipFiles(const std::vector<TzPath>& files, const TzP
   if (gathered) return gathered.Report(target);
   TzReplacementFile file(target);
   if (!file.Create()) {
-    return errno == EISDIR ? TzReportProblem(kTzMachineFailure, target.GetNative(), "is a folder")
-                           : TzReportSystemProblem(errno, file.GetFolder(), "can't make a file in the folder");
+    return errno == EISDIR
+               ? TzReportProblem(kTzMachineFailure, target.GetNative(), "is a folder")
+               : TzReportSystemProblem(errno, file.GetFolder(), "can't make a file in the folder");
   }
   return Guard([&] { return WriteArchive(sources, target, file); }).Report(target);
 }

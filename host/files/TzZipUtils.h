@@ -16,20 +16,20 @@ class TzZipUtils {
  public:
   /// Unpacks the whole archive into the folder, which is made with its parents and must not exist before.
   ///
-  /// Names are UTF-8 where the archive says so, else CP437; a back-slash separates as a slash does; empty
-  /// components and "." are dropped. The archive is refused as a whole (`kTzBadContent`), before anything is
-  /// written, if
+  /// Names are UTF-8 where the archive says so, or was written on Unix or macOS and they are well-formed,
+  /// else CP437; a back-slash separates as a slash does; empty components and "." are dropped. The archive is
+  /// refused as a whole (`kTzBadContent`), before anything is written, if
   /// - an entry's name is absolute, holds "..", a drive letter, a control character or a device name (CON,
   ///   NUL, COM1 ..., whatever follows the point), or its attributes say that it is a link or a device;
   /// - two entries have one name, or one is a file where another needs a folder;
   /// - entries overlap, lie outside the archive, or a local header disagrees with the directory;
   /// - an entry is encrypted, or packed in a way other than stored or deflated;
-  /// - it holds more than `kMaximumEntries` entries, or unpacks to more than `kMaximumRatio` times its own size
+  /// - it holds more than `kMaximumEntries` entries, or unpacks to more than `kMaximumRatio` times its size
   ///   while that is more than `kRatioFloor` bytes;
   /// - it is truncated or no ZIP at all.
-  /// More than the free space of the disk is `kTzMachineFailure`, likewise before anything is written. Entries
-  /// are then unpacked in parallel, each checked against its length and CRC-32. If one fails, or the progress
-  /// sink stops the call, the folder is removed again.
+  /// More than the free space of the disk is `kTzMachineFailure`, likewise before anything is written.
+  /// Entries are then unpacked in parallel, each checked against its length and CRC-32. If one fails, or the
+  /// progress sink stops the call, the folder is removed again.
   [[nodiscard]] static TzErrorCodeEnum ExtractFiles(const TzPath& archive, const TzPath& folder);
 
   /// Unpacks the one entry of this name (as written by `ExtractFiles`: slashes, no "./") into the file, which
@@ -40,6 +40,9 @@ class TzZipUtils {
   /// Writes an archive of these files and folders (a folder with everything under it), under their names
   /// relative to the base path. `flag` 1 stores folders that are empty; 0 drops them. `extra` are further
   /// files, stored at the top under their bare names.
+  ///
+  /// A link or a device among them, two files for one name, and a name that `ExtractFiles` wouldn't take are
+  /// `kTzBadContent`.
   ///
   /// The archive is reproducible: "imsmanifest.xml" first, then by the bytes of the names; the time of every
   /// entry is SOURCE_DATE_EPOCH, or the first that the format knows (1980-01-01); names are UTF-8 with

@@ -14,19 +14,20 @@ namespace {
 
 constexpr std::uint16_t kPlainVersion = 20;
 constexpr std::uint16_t kZip64Version = 45;
-constexpr std::uint16_t kMadeByUnix = (3U << 8U) | kZip64Version;
+constexpr std::uint16_t kMadeByUnix = (kUnixHost << 8U) | kZip64Version;
 constexpr std::uint32_t kFileAttributes = (S_IFREG | 0644U) << 16U;
 constexpr std::uint32_t kFolderAttributes = ((S_IFDIR | 0755U) << 16U) | 0x10U;
 
 bool IsWide(std::uint64_t number) { return number >= kIn32; }
-std::uint32_t Narrow(std::uint64_t number) { return IsWide(number) ? kIn32 : static_cast<std::uint32_t>(number); }
+std::uint32_t Narrow(std::uint64_t number) {
+  return IsWide(number) ? kIn32 : static_cast<std::uint32_t>(number);
+}
 
 bool HasWideSize(const TzZipEntryHeader& entry) { return IsWide(entry.size) || IsWide(entry.packedSize); }
 
 std::uint16_t GetFlags(const std::string& name) {
-  const bool isAscii = std::all_of(name.begin(), name.end(), [](char character) {
-    return static_cast<unsigned char>(character) < 0x80;
-  });
+  const bool isAscii = std::all_of(
+      name.begin(), name.end(), [](char character) { return static_cast<unsigned char>(character) < 0x80; });
   return isAscii ? 0 : kUtf8Flag;
 }
 
@@ -107,11 +108,12 @@ bool TzZipWriter::Finish() {
   std::vector<std::byte> end;
   if (IsWide(start) || IsWide(size) || entryCount >= kIn16) {
     constexpr std::uint64_t kRecordBytes = kZip64DirectoryEndBytes - 12;
-    Put(end, kZip64DirectoryEnd, kRecordBytes, kMadeByUnix, kZip64Version, kFirstDisk32, kFirstDisk32, entryCount,
-        entryCount, size, start);
+    Put(end, kZip64DirectoryEnd, kRecordBytes, kMadeByUnix, kZip64Version, kFirstDisk32, kFirstDisk32,
+        entryCount, entryCount, size, start);
     Put(end, kZip64Locator, kFirstDisk32, start + size, std::uint32_t{1});
   }
   const auto count = static_cast<std::uint16_t>(std::min<std::uint64_t>(entryCount, kIn16));
-  Put(end, kDirectoryEnd, kFirstDisk, kFirstDisk, count, count, Narrow(size), Narrow(start), std::uint16_t{0});
+  Put(end, kDirectoryEnd, kFirstDisk, kFirstDisk, count, count, Narrow(size), Narrow(start),
+      std::uint16_t{0});
   return file.Append(directory) && file.Append(end);
 }

@@ -121,7 +121,7 @@ test('a visit that is read to the end', () => {
   const read = (lms) => { lms.location = '3'; lms.complete(); };
   assert.deepEqual(visit('2004', {}, read, 3723), [
     'Initialize', 'Set cmi.completion_status incomplete', 'Set cmi.location 3',
-    'Set cmi.completion_status completed', 'Commit',
+    'Set cmi.success_status passed', 'Set cmi.completion_status completed', 'Commit',
     'Set cmi.session_time PT3723S', 'Set cmi.exit normal', 'Commit', 'Terminate',
   ]);
   assert.deepEqual(visit('1.2', {}, read, 3723), [

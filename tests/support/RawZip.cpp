@@ -71,10 +71,10 @@ struct Record {
     const std::uint64_t offset = entry.offset.value_or(realOffset);
     const std::string extra =
         (entry.zip64 ? RawZip::Extra(1, U64(size) + U64(packedSize) + U64(offset)) : "") + entry.extra;
-    return U32(0x02014b50) + U16(3U << 8U) + U16(20) + U16(flags) + U16(method) + U32(0x00210000) + U32(crc) +
-           U32(entry.zip64 ? kWide : packedSize) + U32(entry.zip64 ? kWide : size) + U16(entry.name.size()) +
-           U16(extra.size()) + U16(0) + U16(entry.disk) + U16(0) + U32(entry.attributes) +
-           U32(entry.zip64 ? kWide : offset) + entry.name + extra;
+    return U32(0x02014b50) + U16(entry.host << 8U) + U16(20) + U16(flags) + U16(method) + U32(0x00210000) +
+           U32(crc) + U32(entry.zip64 ? kWide : packedSize) + U32(entry.zip64 ? kWide : size) +
+           U16(entry.name.size()) + U16(extra.size()) + U16(0) + U16(entry.disk) + U16(0) +
+           U32(entry.attributes) + U32(entry.zip64 ? kWide : offset) + entry.name + extra;
   }
 
   const RawEntry& entry;

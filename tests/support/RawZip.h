@@ -12,6 +12,8 @@ struct RawEntry {
   std::string content = {};
   bool deflate = false;
   std::uint16_t flags = 0;
+  /// The system that wrote it: 0 DOS, 3 Unix.
+  unsigned host = 0;
   std::uint32_t attributes = 0;
   /// Writes the sizes behind the data instead of into the local header.
   bool descriptor = false;

@@ -35,7 +35,10 @@ window.ScormBinding = class {
     return parseFloat(this.get('cmi.scaled_passing_score'));
   }
 
+  // A lesson that is read is passed too: a course in forced order opens the next item once the status of
+  // this one's objective is known, which completion alone doesn't tell.
   complete() {
+    this.set('cmi.success_status', 'passed');
     this.set('cmi.completion_status', 'completed');
   }
 

@@ -1,0 +1,393 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+
+#include "host/files/TzZipUtils.h"
+#include "support/FaultyFileSystem.h"
+#include "support/RawZip.h"
+#include "support/RecordedProblems.h"
+#include "support/TestSession.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr std::uint16_t kUtf8 = 1U << 11U;
+
+std::uint32_t UnixMode(std::uint32_t mode) { return mode << 16U; }
+
+class ExtractTest : public testing::Test {
+ protected:
+  TzErrorCodeEnum Extract(const std::string& bytes) {
+    const TzPath archive = folder.Write("in.zip", bytes);
+    recorded.problems.clear();
+    recorded.steps.clear();
+    return TzZipUtils::ExtractFiles(archive, Out());
+  }
+  TzErrorCodeEnum Extract(const RawZip& zip) { return Extract(zip.Build()); }
+
+  /// The archive fails with this one problem, and nothing of it stays.
+  void ExpectFailure(const std::string& bytes, TzErrorCodeEnum code, const std::string& text) {
+    EXPECT_EQ(Extract(bytes), code);
+    EXPECT_THAT(recorded.Texts(), ElementsAre(text));
+    EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip"));
+  }
+  void ExpectRefused(const RawZip& zip, const std::string& text) {
+    ExpectFailure(zip.Build(), kTzBadContent, text);
+  }
+
+  /// The archive unpacks to exactly these files and folders.
+  void ExpectTree(const RawZip& zip, const std::vector<std::string>& tree) {
+    EXPECT_EQ(Extract(zip), kTzSuccess);
+    EXPECT_THAT(recorded.Texts(), IsEmpty());
+    EXPECT_THAT(ListTree(Out()), ElementsAreArray(tree));
+    std::filesystem::remove_all(Out().GetNative());
+  }
+
+  [[nodiscard]] TzPath Out() const { return folder.Path() / "out"; }
+
+  TestFolder folder;
+  RecordedProblems recorded;
+};
+
+TEST_F(ExtractTest, UnpacksFilesAndFoldersWithTheirContent) {
+  const std::string page(300'000, 'x');
+  const RawZip zip = {{{.name = "imsmanifest.xml", .content = "<manifest/>"},
+                       {.name = "media/"},
+                       {.name = "media/page.htm", .content = page, .deflate = true},
+                       {.name = "media/empty.txt"},
+                       {.name = "media/deflated-empty.txt", .deflate = true},
+                       {.name = "empty/sub/", .deflate = true},
+                       {.name = "empty/sub/"}}};
+  ASSERT_EQ(Extract(zip), kTzSuccess);
+  EXPECT_THAT(ListTree(Out()), ElementsAre("empty/", "empty/sub/", "imsmanifest.xml", "media/",
+                                           "media/deflated-empty.txt", "media/empty.txt", "media/page.htm"));
+  EXPECT_EQ(ReadFile(Out() / "imsmanifest.xml"), "<manifest/>");
+  EXPECT_EQ(ReadFile(Out() / "media/page.htm"), page);
+  EXPECT_EQ(ReadFile(Out() / "media/empty.txt"), "");
+}
+
+TEST_F(ExtractTest, TakesEveryFormThatArchiversWrite) {
+  const RawEntry plain = {.name = "a", .content = "content"};
+  const struct {
+    const char* form;
+    RawZip zip;
+  } rows[] = {
+      {"data descriptor", {{{.name = "a", .content = "content", .deflate = true, .descriptor = true}}}},
+      {"ZIP64 sizes", {{{.name = "a", .content = "content", .zip64 = true}}}},
+      {"ZIP64 directory", {.entries = {plain}, .zip64End = true}},
+      {"something before it", {.entries = {plain}, .prefix = "#!/bin/sh\n"}},
+      {"something before a ZIP64 directory", {.entries = {plain}, .prefix = "#!", .zip64End = true}},
+      {"comment", {.entries = {plain}, .comment = "made by hand PK\x05\x06"}},
+      {"mode of a file", {{{.name = "a", .content = "content", .attributes = UnixMode(0100755)}}}},
+      {"cut extra field", {{{.name = "a", .content = "content", .extra = "\x55\x54\x09"}}}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Extract(row.zip), kTzSuccess) << row.form << testing::PrintToString(recorded.Texts());
+    EXPECT_EQ(ReadFile(Out() / "a"), "content") << row.form;
+    std::filesystem::remove_all(Out().GetNative());
+  }
+  ExpectTree({}, {});
+}
+
+TEST_F(ExtractTest, ReadsNamesAsTheArchiveMeansThem) {
+  const struct {
+    RawEntry entry;
+    std::vector<std::string> tree;
+  } rows[] = {
+      {{.name = "a//b/./c"}, {"a/", "a/b/", "a/b/c"}},
+      {{.name = "./"}, {}},
+      {{.name = "./a"}, {"a"}},
+      {{.name = "a\\b.htm"}, {"a/", "a/b.htm"}},
+      {{.name = "a\\"}, {"a/"}},
+      {{.name = "a..b"}, {"a..b"}},
+      {{.name = "..."}, {"..."}},
+      {{.name = "console.txt"}, {"console.txt"}},
+      {{.name = "com"}, {"com"}},
+      {{.name = "lpt10"}, {"lpt10"}},
+      {{.name = std::string(255, 'n')}, {std::string(255, 'n')}},
+      {{.name = "T\x81r.txt"}, {"Tür.txt"}},
+      {{.name = "T\x81r.txt", .host = 3}, {"Tür.txt"}},
+      {{.name = "T\xC3\xBCr.txt", .host = 3}, {"Tür.txt"}},
+      {{.name = "T\xC3\xBCr.txt", .host = 0}, {"T├╝r.txt"}},
+      {{.name = "T\xC3\xBCr.txt", .flags = kUtf8}, {"Tür.txt"}},
+      {{.name = "T?r.txt", .extra = RawZip::UnicodePath("T?r.txt", "Tür.txt")}, {"Tür.txt"}},
+      {{.name = "T\x81r.txt", .extra = RawZip::UnicodePath("another", "other.txt")}, {"Tür.txt"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.entry.name);
+    ExpectTree({{row.entry}}, row.tree);
+  }
+}
+
+TEST_F(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
+  const std::string out = "the entry's name leads out of the folder";
+  const std::string absolute = "the entry's name is absolute";
+  const std::string drive = "the entry's name holds a drive letter";
+  const std::string device = "the entry's name is that of a device";
+  const std::string control = "the entry's name holds a control character";
+  const struct {
+    RawEntry entry;
+    std::string text;
+  } rows[] = {
+      {{.name = ""}, "in.zip: the entry has no name"},
+      {{.name = "../x"}, "in.zip: ../x: " + out},
+      {{.name = "a/../../x"}, "in.zip: a/../../x: " + out},
+      {{.name = "a\\..\\x"}, "in.zip: a\\..\\x: " + out},
+      {{.name = ".."}, "in.zip: ..: " + out},
+      {{.name = "/etc/x"}, "in.zip: /etc/x: " + absolute},
+      {{.name = "\\x"}, "in.zip: \\x: " + absolute},
+      {{.name = "C:/x"}, "in.zip: C:/x: " + drive},
+      {{.name = "a/c:x"}, "in.zip: a/c:x: " + drive},
+      {{.name = "a\nb"}, "in.zip: a?b: " + control},
+      {{.name = std::string("a\0b", 3)}, "in.zip: a?b: " + control},
+      {{.name = "con"}, "in.zip: con: " + device},
+      {{.name = "a/Nul.txt"}, "in.zip: a/Nul.txt: " + device},
+      {{.name = "COM1 .tar.gz"}, "in.zip: COM1 .tar.gz: " + device},
+      {{.name = "lpt²/x", .flags = kUtf8}, "in.zip: lpt²/x: " + device},
+      {{.name = std::string(256, 'n')},
+       "in.zip: " + std::string(200, 'n') + "...: the entry's name is too long"},
+      {{.name = "a\xFF", .flags = kUtf8}, "in.zip: a\u00A0: the entry's name is malformed UTF-8"},
+      {{.name = "a", .extra = RawZip::UnicodePath("a", "../x")}, "in.zip: a: " + out},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.entry.name);
+    ExpectRefused({{{.name = "good"}, row.entry}}, row.text);
+  }
+}
+
+TEST_F(ExtractTest, RefusesEntriesThatItCantUnpackSafely) {
+  const std::string disagrees = "in.zip: a: the entry's header disagrees with the directory";
+  const std::string outside = "in.zip: a: the entry lies outside the archive";
+  const std::string special = "in.zip: a: the entry is a link or a device";
+  const struct {
+    RawEntry entry;
+    std::string text;
+  } rows[] = {
+      {{.name = "a", .attributes = UnixMode(0120777)}, special},
+      {{.name = "a", .attributes = UnixMode(0020666)}, special},
+      {{.name = "a", .attributes = 0x400}, special},
+      {{.name = "a", .flags = 1}, "in.zip: a: the entry is encrypted"},
+      {{.name = "a", .flags = 1U << 13U}, "in.zip: a: the entry is encrypted"},
+      {{.name = "a", .method = 12}, "in.zip: a: the entry is packed in an unknown way"},
+      {{.name = "a", .content = "x", .size = 2}, "in.zip: a: the entry's sizes disagree"},
+      {{.name = "a/", .content = "x"}, "in.zip: a/: the entry is a folder with content"},
+      {{.name = "a", .localName = "b"}, disagrees},
+      {{.name = "a", .localName = "ab"}, disagrees},
+      {{.name = "a", .localMethod = 8}, disagrees},
+      {{.name = "a", .localFlags = 1}, disagrees},
+      {{.name = "a", .content = "x", .localSize = 2}, disagrees},
+      {{.name = "a", .offset = 3}, disagrees},
+      {{.name = "a", .offset = 70'000}, outside},
+      {{.name = "a", .size = 90'000, .packedSize = 90'000}, outside},
+      {{.name = "a", .zip64 = true, .offset = ~0ULL}, outside},
+      {{.name = "a", .zip64 = true, .size = ~0ULL, .packedSize = ~0ULL}, outside},
+      {{.name = "a", .size = 0xFFFFFFFF, .packedSize = 1}, "in.zip: a: its directory is damaged"},
+      {{.name = "a", .disk = 2}, "in.zip: a: is one of several disks"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(&row - &rows[0]));
+    ExpectRefused({{{.name = "good", .content = "good"}, row.entry}}, row.text);
+  }
+}
+
+TEST_F(ExtractTest, RefusesEntriesThatGetInEachOthersWay) {
+  const struct {
+    std::vector<RawEntry> entries;
+    std::string text;
+  } rows[] = {
+      {{{.name = "a"}, {.name = "./a"}}, "in.zip: ./a: two entries have this name"},
+      {{{.name = "a"}, {.name = "a/b"}},
+       "in.zip: a/b: the entry lies in a folder that another says is a file"},
+      {{{.name = "a/b/c"}, {.name = "a"}}, "in.zip: a: the entry is a file where others need a folder"},
+      {{{.name = "a"}, {.name = "a/"}}, "in.zip: a/: the entry is a folder where another is a file"},
+  };
+  for (const auto& row : rows) ExpectRefused({row.entries}, row.text);
+
+  // The first entry's data holds the header of the second, and the second's data.
+  const std::string inner = RawZip{{{.name = "b", .content = "inner"}}}.Build();
+  ExpectRefused({{{.name = "a", .content = inner}, {.name = "b", .content = "inner", .offset = 31}}},
+                "in.zip: a: the entry overlaps 'b'");
+}
+
+TEST_F(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
+  const RawEntry a = {.name = "a"};
+  const struct {
+    std::string bytes;
+    std::string text;
+  } rows[] = {
+      {"", "in.zip: isn't a ZIP archive, or is cut short"},
+      {"%PDF-1.4", "in.zip: isn't a ZIP archive, or is cut short"},
+      {RawZip{{a}}.Build() + "trailing", "in.zip: isn't a ZIP archive, or is cut short"},
+      {RawZip{.entries = {a}, .disk = 1}.Build(), "in.zip: is one of several disks"},
+      {RawZip{.entries = {a}, .count = 2}.Build(), "in.zip: its directory is damaged"},
+      {RawZip{.entries = {a, a}, .count = 1}.Build(), "in.zip: its directory is damaged"},
+      {RawZip{.entries = {a}, .directorySize = 0x7FFFFFFF}.Build(),
+       "in.zip: isn't a ZIP archive, or is cut short"},
+      {RawZip{.entries = {a}, .zip64End = true, .count = 1'000'001}.Build(),
+       "in.zip: holds more than a million entries"},
+      {RawZip{{{.name = "a", .deflate = true, .size = 300U << 20U}}}.Build(),
+       "in.zip: unpacks to more than 200 times its own size"},
+  };
+  for (const auto& row : rows) ExpectFailure(row.bytes, kTzBadContent, row.text);
+  EXPECT_EQ(TzZipUtils::ExtractFiles(folder.Path(), Out()), kTzBadContent);
+  EXPECT_EQ(TzZipUtils::ExtractFiles(folder.Path() / "absent.zip", Out()), kTzMachineFailure);
+  EXPECT_EQ(recorded.Texts().back(), "absent.zip: can't read: No such file or directory");
+}
+
+TEST_F(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
+  const std::string big(std::size_t{17} << 20U, 'b');
+  const std::string damaged = "the entry's packed data is damaged";
+  const std::string otherSize = "the entry unpacks to another size than it says";
+  const std::string otherCrc = "the entry's CRC-32 doesn't match";
+  const struct {
+    RawEntry entry;
+    std::string text;
+  } rows[] = {
+      {{.name = "a", .content = "stored", .crc = 1}, otherCrc},
+      {{.name = "a", .content = "deflated", .deflate = true, .crc = 1}, otherCrc},
+      {{.name = "a", .content = "x", .deflate = true, .packed = "\xFF\xFF"}, damaged},
+      {{.name = "a", .content = "longer", .deflate = true, .size = 5}, otherSize},
+      {{.name = "a", .content = "shorter", .deflate = true, .size = 8}, otherSize},
+      {{.name = "a", .content = big, .deflate = true, .crc = 1}, otherCrc},
+      {{.name = "a", .content = big, .deflate = true, .size = big.size() + 1}, otherSize},
+      {{.name = "a", .content = big, .deflate = true, .size = big.size() - 1}, otherSize},
+      {{.name = "a", .content = big, .deflate = true, .packedSize = 2000}, damaged},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(&row - &rows[0]));
+    ExpectRefused({{{.name = "good", .content = "good"}, row.entry, {.name = "z/", .descriptor = true}}},
+                  "in.zip: a: " + row.text);
+  }
+  // Of several bad entries the first is told, whichever worker comes upon its own first.
+  RawZip several = {{{.name = "good", .content = "good"}}};
+  for (int index = 0; index < 20; ++index) {
+    several.entries.push_back({.name = "bad" + std::to_string(index), .content = "x", .crc = 1});
+  }
+  for (int round = 0; round < 20; ++round) ExpectRefused(several, "in.zip: bad0: " + otherCrc);
+}
+
+TEST_F(ExtractTest, RefusesAnArchiveThatIsCutAnywhere) {
+  const RawZip zip = {
+      .entries = {{.name = "a", .content = "stored"},
+                  {.name = "b/", .zip64 = true},
+                  {.name = "b/c", .content = "deflated", .deflate = true, .descriptor = true}},
+      .comment = "comment",
+      .zip64End = true};
+  const std::string whole = zip.Build();
+  ExpectTree(zip, {"a", "b/", "b/c"});
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    SCOPED_TRACE(length);
+    ExpectFailure(whole.substr(0, length), kTzBadContent, "in.zip: isn't a ZIP archive, or is cut short");
+  }
+}
+
+TEST_F(ExtractTest, SurvivesAnyByteBeingChanged) {
+  const std::string whole = RawZip{.entries = {{.name = "a", .content = "stored", .zip64 = true},
+                                               {.name = "b/c", .content = "deflated", .deflate = true}},
+                                   .zip64End = true}
+                                .Build();
+  for (std::size_t index = 0; index < whole.size(); ++index) {
+    for (const unsigned flip : {0x01U, 0x80U, 0xFFU}) {
+      std::string changed = whole;
+      changed[index] = static_cast<char>(static_cast<unsigned char>(changed[index]) ^ flip);
+      const bool unpacked = Extract(changed) == kTzSuccess;
+      EXPECT_EQ(std::filesystem::exists(Out().GetNative()), unpacked) << index;
+      EXPECT_EQ(recorded.problems.size(), unpacked ? 0U : 1U) << index;
+      std::filesystem::remove_all(Out().GetNative());
+      EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip")) << index;
+    }
+  }
+}
+
+TEST_F(ExtractTest, LeavesNothingWhenTheMachineFails) {
+  using Operation = FaultyFileSystem::Operation;
+  const std::string bytes =
+      RawZip{{{.name = "a", .content = "a"}, {.name = "b/c", .content = "c", .deflate = true}}}.Build();
+  const struct {
+    Operation operation;
+    int call;
+    std::string text;
+  } rows[] = {
+      {Operation::MakeFolder, 1, Out().GetNative() + ": can't make the folder: No space left on device"},
+      {Operation::MakeFolder, 2, "in.zip: b: can't make the folder: No space left on device"},
+      {Operation::OpenWrite, 1, "in.zip: a: can't write: No space left on device"},
+      {Operation::Write, 1, "in.zip: a: can't write: No space left on device"},
+      {Operation::Close, 1, "in.zip: a: can't write: No space left on device"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.text);
+    // With two workers, the first call may be the second entry's.
+    std::string only = bytes;
+    if (row.operation != Operation::MakeFolder) only = RawZip{{{.name = "a", .content = "a"}}}.Build();
+    const FaultyFileSystem faulty(row.operation, row.call, ENOSPC);
+    ExpectFailure(only, kTzMachineFailure, row.text);
+  }
+}
+
+TEST_F(ExtractTest, RefusesWhatTheDiskHasNoRoomFor) {
+  // The hole before the archive makes it long enough for what it says it unpacks to.
+  const TzPath archive = folder.Write("in.zip", "");
+  std::error_code unsupported;
+  std::filesystem::resize_file(archive.GetNative(), std::uintmax_t{1} << 40U, unsupported);
+  if (unsupported) GTEST_SKIP() << "no room for a sparse file: " << unsupported.message();
+  const std::string bytes =
+      RawZip{{{.name = "a", .deflate = true, .zip64 = true, .size = 1ULL << 47U}}}.Build();
+  std::ofstream(archive.GetNative(), std::ios::binary | std::ios::app) << bytes;
+  EXPECT_EQ(TzZipUtils::ExtractFiles(archive, Out() / "deeper"), kTzMachineFailure);
+  ASSERT_EQ(recorded.problems.size(), 1U);
+  EXPECT_THAT(recorded.Texts()[0], HasSubstr("in.zip: unpacks to 134217728 MB, but '"));
+  EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip"));
+}
+
+TEST_F(ExtractTest, RefusesAFolderThatStandsAlready) {
+  folder.Write("out/mine", "mine");
+  EXPECT_EQ(Extract({{{.name = "mine", .content = "theirs"}}}), kTzFailure);
+  EXPECT_THAT(recorded.Texts(), ElementsAre(Out().GetNative() + ": exists already"));
+  EXPECT_EQ(ReadFile(Out() / "mine"), "mine");
+}
+
+TEST_F(ExtractTest, ReportsProgressAndStopsWhenAsked) {
+  const RawZip zip = {
+      {{.name = "a", .content = "1234"}, {.name = "b", .content = "567890", .deflate = true}}};
+  ASSERT_EQ(Extract(zip), kTzSuccess);
+  EXPECT_EQ(recorded.steps.front().activity, "unpacking in.zip");
+  EXPECT_EQ(recorded.steps.front().done, 0U);
+  EXPECT_EQ(recorded.steps.back().done, 10U);
+  EXPECT_EQ(recorded.steps.back().total, 10U);
+  const std::size_t reports = recorded.steps.size();
+  std::filesystem::remove_all(Out().GetNative());
+  for (const std::size_t stop : {std::size_t{1}, reports}) {
+    recorded.stopAt = stop;
+    EXPECT_EQ(Extract(zip), kTzCancelled) << stop;
+    EXPECT_THAT(recorded.Texts(), IsEmpty());
+    EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip"));
+  }
+}
+
+TEST_F(ExtractTest, UnpacksOneEntryByItsName) {
+  const TzPath archive = folder.Write("in.zip", RawZip{{{.name = "a\\imsmanifest.xml", .content = "<m/>"},
+                                                        {.name = "b", .content = "b", .crc = 1}}}
+                                                    .Build());
+  const TzPath file = folder.Write("file", "earlier");
+  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a/imsmanifest.xml", file), kTzSuccess);
+  EXPECT_EQ(ReadFile(file), "<m/>");
+  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "absent", folder.Path() / "other"), kTzFailure);
+  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a", folder.Path() / "other"), kTzFailure);
+  EXPECT_THAT(recorded.Texts(), IsEmpty());
+  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "b", folder.Path() / "other"), kTzBadContent);
+  EXPECT_THAT(ListTree(folder.Path()), ElementsAre("file", "in.zip"));
+
+  folder.Write("in.zip", RawZip{{{.name = "a", .content = "a"}, {.name = "../b"}}}.Build());
+  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a", folder.Path() / "other"), kTzBadContent);
+  EXPECT_THAT(ListTree(folder.Path()), ElementsAre("file", "in.zip"));
+}
+
+}  // namespace

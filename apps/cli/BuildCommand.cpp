@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/BuildCommand.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <new>
+
+#include "apps/cli/CourseReport.h"
+#include "apps/cli/Interrupt.h"
+#include "apps/cli/PackageReasons.h"
+#include "core/PlexoCourseModel.h"
+#include "core/PlexoInstallFolder.h"
+#include "core/PlexoLinearCourseModel.h"
+#include "core/PlexoModuleCourseModel.h"
+#include "host/files/TzFileUtil.h"
+#include "intake/PlexoAddFileDriver.h"
+#include "publish/PlexoPublisher.h"
+
+namespace {
+
+CommandFailure MakeInterrupted(const std::string& subject) {
+  return {ExitStatus::Interrupted, subject, "interrupted; no package was written", {}};
+}
+
+std::string GetLocation(const std::string& path, const CourseFileError& error) {
+  if (error.line == 0) return path;
+  return path + ":" + std::to_string(error.line) + ":" + std::to_string(error.column);
+}
+
+/// Sets up the course as the manifest dialog does.
+void EnterDetails(const CourseFile& course, PlexoCourseModel& model) {
+  model.ResetManifestDetails();
+  model.SetScormVersion(course.scormVersion);
+  model.SetCourseIdentifier(course.identifier);
+  if (course.title) model.SetCourseTitle(*course.title);
+  model.SetCourseDescription(course.description.value_or(""));
+  model.SetCourseVersion(course.version.value_or(""));
+  model.SetCourseDuration(course.duration.value_or("00:00:00"));
+  model.SetCourseSubject(course.subject.value_or(""));
+  model.SetEnableCourseVersion(course.version.has_value());
+  model.SetEnableCourseDuration(course.duration.has_value());
+  model.SetEnableCourseSubject(course.subject.has_value());
+  model.SetManifestDetailsEdited(true);
+}
+
+}  // namespace
+
+BuildCommand::BuildCommand(const BuildOptions& buildOptions, CommandSession& commandSession,
+                           CommandOutput& commandOutput)
+    : options(buildOptions), session(commandSession), output(commandOutput), target(options.package) {}
+
+ExitStatus BuildCommand::Run() {
+  Failure failure = CheckOptions();
+  if (failure) return output.Fail({*failure});
+  if (const auto failures = ReadCourse(); !failures.empty()) return output.Fail(failures);
+  failure = CheckCourse();
+  if (!failure) failure = MakePackage();
+  if (failure) return output.Fail({*failure});
+  PrintReport();
+  return ExitStatus::Done;
+}
+
+BuildCommand::Failure BuildCommand::CheckOptions() const {
+  if (!options.workingFolder.empty()) {
+    if (auto failure = CheckWorkingFolder(options.workingFolder)) return failure;
+  }
+  return target.Check(options.existing);
+}
+
+std::vector<CommandFailure> BuildCommand::ReadCourse() {
+  CourseFileResult result = ReadCourseFile(options.courseFile);
+  std::vector<CommandFailure> failures;
+  for (const CourseFileError& error : result.errors) {
+    CommandFailure failure{error.status, GetLocation(options.courseFile, error), error.message, {}};
+    if (!error.reason.empty()) failure.reasons.push_back(error.reason);
+    failures.push_back(std::move(failure));
+  }
+  course = std::move(result.course);
+  return failures;
+}
+
+BuildCommand::Failure BuildCommand::CheckCourse() const {
+  if (course.courseType != PlexoCourseType::LINEAR) {
+    return CommandFailure{ExitStatus::Refused,
+                          options.courseFile,
+                          "the template '" + course.templateName + "' can't be published yet",
+                          {"the only one that can is 'multiple-scos'"}};
+  }
+  const auto isTarget = [this](const ListedFile& file) { return target.IsSameFileAs(file.path); };
+  if (target.IsSameFileAs(TzPath::FromNative(options.courseFile)) ||
+      std::ranges::any_of(course.files, isTarget)) {
+    return CommandFailure{
+        ExitStatus::Usage, options.package, "is a file of the course; give the package another name", {}};
+  }
+  return std::nullopt;
+}
+
+BuildCommand::Failure BuildCommand::MakePackage() {
+  Failure failure = StartCourse();
+  for (const ListedFile& file : course.files) {
+    if (!failure) failure = AddFile(file);
+  }
+  return failure ? failure : Publish();
+}
+
+BuildCommand::Failure BuildCommand::StartCourse() {
+  if (!options.workingFolder.empty()) {
+    const auto path = std::filesystem::absolute(options.workingFolder);
+    TzFileUtil::KeepNextTempDirAt(TzPath::FromNative(path.native()));
+  }
+  PlexoCourseModel* model = GetCourseModel();
+  if (model == nullptr) throw std::bad_alloc();
+  EnterDetails(course, *model);
+  model->SetPublishFolder(target.folder);
+  model->SetPackageName(target.fileName);
+  model->SetCourseType(course.courseType);
+  GetModuleCourseModel()->SetCourseType(course.courseType);
+  GetLinearCourseModel()->SetForcedSequence(course.forceSequence);
+  const bool hasFolder = !model->GetWorkingFolder().IsEmpty() && TzFile(model->GetWorkingFolder()).Exists();
+  if (hasFolder) return std::nullopt;
+  CommandFailure failure{ExitStatus::Machine, options.workingFolder, "the working folder can't be made", {}};
+  if (failure.subject.empty()) failure.subject = options.package;
+  for (const TzProblem& problem : session.TakeProblems()) failure.reasons.push_back(problem.GetText());
+  return failure;
+}
+
+BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file) {
+  session.GetUI().AnswerNextChooser({file.path});
+  const bool isPlaced = !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty();
+  if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
+  const std::vector<std::string> boxes = session.TakeBoxTexts();
+  const std::vector<TzProblem> problems = session.TakeProblems();
+  PackageReasons reasons(session, file.path);
+  const bool isMachine = HasMachineFailure(problems);
+  if (boxes.empty() && isPlaced && !isMachine) {
+    for (const std::string& reason : reasons.Describe(problems)) output.Warn(file.name + ": " + reason);
+    return std::nullopt;
+  }
+  CommandFailure failure{isMachine ? ExitStatus::Machine : ExitStatus::Refused, file.name, {}, {}};
+  failure.message = boxes.empty() ? "can't be added to the course" : boxes.front();
+  failure.reasons = isMachine || boxes.empty()
+                        ? reasons.Describe(problems)
+                        : reasons.Explain(boxes.front(), course.scormVersion, problems);
+  if (failure.reasons.empty()) failure.reasons.emplace_back("the cause can't be seen");
+  return failure;
+}
+
+BuildCommand::Failure BuildCommand::Publish() {
+  const int result = PlexoPublisher::GetPublisher()->PublishPackage();
+  const std::vector<std::string> boxes = session.TakeBoxTexts();
+  const std::vector<TzProblem> problems = session.TakeProblems();
+  if (result == kTzCancelled) return MakeInterrupted(options.package);
+  // Publishing reads and writes files of our own, so that what fails in it is the machine, but for a file
+  // that no ZIP can hold.
+  const bool isContent = result == kTzBadContent;
+  CommandFailure failure{isContent ? ExitStatus::Refused : ExitStatus::Machine, options.package, {}, {}};
+  for (const std::string& box : boxes) failure.message += (failure.message.empty() ? "" : " ") + box;
+  failure.reasons = PackageReasons(session, target.folder / target.fileName).Describe(problems);
+  if (result == 0) {
+    if (boxes.empty() && !HasMachineFailure(problems)) return std::nullopt;
+    if (failure.message.empty()) failure.message = "some files couldn't be copied";
+    failure.reasons.push_back("the package was written, but lacks schema documents of '" +
+                              GetSchemaInstallFolder().GetNative() + "'");
+  } else if (failure.message.empty()) {
+    failure.message = "the manifest can't be written";
+    if (failure.reasons.empty()) {
+      failure.reasons.push_back("'" + GetCourseModel()->GetWorkingFolder().GetNative() +
+                                "' is on a full disk or can't be written to");
+    }
+  }
+  return failure;
+}
+
+void BuildCommand::PrintReport() {
+  const CourseReport report(course, options.package);
+  if (output.IsJson()) {
+    report.PrintJson(output);
+  } else if (options.report == BuildOptions::Report::PathOnly) {
+    report.PrintPath(output);
+  } else {
+    report.PrintText(output);
+  }
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/cli/CommandOutput.h"
+#include "apps/cli/CommandSession.h"
+#include "apps/cli/CourseFile.h"
+#include "apps/cli/PackageTarget.h"
+
+struct BuildOptions {
+  std::string courseFile;
+  std::string package;
+  /// Where the course is put together, and left; empty for a temporary folder.
+  std::string workingFolder;
+  PackageTarget::Existing existing = PackageTarget::Existing::Keep;
+  enum class Report { Full, PathOnly } report = Report::Full;
+};
+
+/// `plexo build`: makes one package of a course file, over the models, the driver and the publisher that the
+/// panel uses. Runs once in a process, for there is one course in it.
+class BuildCommand {
+ public:
+  BuildCommand(const BuildOptions& buildOptions, CommandSession& commandSession,
+               CommandOutput& commandOutput);
+
+  [[nodiscard]] ExitStatus Run();
+
+ private:
+  using Failure = std::optional<CommandFailure>;
+
+  /// What the command line says, looked at before any work starts.
+  [[nodiscard]] Failure CheckOptions() const;
+  [[nodiscard]] std::vector<CommandFailure> ReadCourse();
+  [[nodiscard]] Failure CheckCourse() const;
+  [[nodiscard]] Failure StartCourse();
+  [[nodiscard]] Failure AddFile(const ListedFile& file);
+  [[nodiscard]] Failure Publish();
+  [[nodiscard]] Failure MakePackage();
+  void PrintReport();
+
+  BuildOptions options;
+  CommandSession& session;
+  CommandOutput& output;
+  PackageTarget target;
+  CourseFile course;
+};

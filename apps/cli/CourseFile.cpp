@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/CourseFile.h"
+
+#include <algorithm>
+
+#include "apps/cli/CourseModules.h"
+#include "apps/cli/CourseYaml.h"
+#include "apps/cli/ListedFiles.h"
+#include "host/session/TzSession.h"
+#include "host/text/ITzStringDictionary.h"
+
+namespace {
+
+constexpr std::string_view kCourseKeys[] = {"template",       "scorm",   "identifier", "title",
+                                            "description",    "version", "duration",   "subject",
+                                            "force-sequence", "files",   "modules"};
+
+struct CourseTemplate {
+  std::string_view name;
+  PlexoCourseType type;
+};
+
+constexpr CourseTemplate kTemplates[] = {
+    {"multiple-scos", PlexoCourseType::LINEAR},
+    {"simple-remediation", PlexoCourseType::CONTENT_POST},
+    {"test-rollup", PlexoCourseType::PRE_CONTENT_POST},
+};
+
+std::string GetWords(const char* key) { return GetStringDictionary()->GetString(key).GetUTF8String(); }
+
+/// Reads the map of a whole course file.
+class CourseReading {
+ public:
+  CourseReading(const YAML::Node& document, const std::string& path, CourseFileErrors& errorList)
+      : keys(document, "the course file", kCourseKeys, errorList),
+        files(path, errorList),
+        errors(errorList) {}
+
+  CourseFile Read() {
+    const bool isTemplateKnown = ReadTemplate();
+    ReadVersion(isTemplateKnown);
+    ReadIdentifier();
+    course.title = ReadPlainText("title");
+    course.description = ReadPlainText("description");
+    course.version = ReadPlainText("version");
+    ReadDuration();
+    course.subject = ReadPlainText("subject");
+    course.forceSequence = keys.ReadFlag("force-sequence");
+    if (isTemplateKnown) ReadContents();
+    return std::move(course);
+  }
+
+ private:
+  bool ReadTemplate() {
+    keys.Require("template", "multiple-scos, simple-remediation or test-rollup");
+    const auto text = keys.ReadText("template");
+    if (!text) return false;
+    const auto* found = std::ranges::find(kTemplates, text->text, &CourseTemplate::name);
+    if (found == std::end(kTemplates)) {
+      errors.Add(text->mark, "unknown template '" + text->text +
+                                 "'; allowed: multiple-scos, simple-remediation, test-rollup");
+      return false;
+    }
+    course.templateName = text->text;
+    course.courseType = found->type;
+    return true;
+  }
+
+  void ReadVersion(bool isTemplateKnown) {
+    const auto text = keys.ReadText("scorm");
+    if (!text) return;
+    if (text->text != "1.2" && text->text != "2004") {
+      errors.Add(text->mark, "'scorm' must be 1.2 or 2004");
+      return;
+    }
+    course.scormVersion = text->text;
+    if (text->text == "1.2" && isTemplateKnown && course.courseType != PlexoCourseType::LINEAR) {
+      errors.Add(text->mark, GetWords("kPlexoErrorFeatureUnsupportedForVersion"),
+                 "a '" + course.templateName + "' course needs scorm 2004");
+    }
+  }
+
+  // The same rule as in the manifest dialog, whose words are used: blanks become underscores.
+  void ReadIdentifier() {
+    keys.Require("identifier", "the course's name in its manifest");
+    const auto text = keys.ReadText("identifier");
+    if (!text) return;
+    if (text->text.empty()) errors.Add(text->mark, GetWords("kPlexoErrorSCORMIdentifierNotEntered"));
+    course.identifier = text->text;
+    std::ranges::replace(course.identifier, ' ', '_');
+    const auto isAllowed = [](char byte) {
+      return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+             byte == '_';
+    };
+    if (!std::ranges::all_of(course.identifier, isAllowed)) {
+      errors.Add(text->mark, GetWords("kPlexoErrorSCORMIdentifierInvalid"));
+    }
+  }
+
+  std::optional<std::string> ReadPlainText(std::string_view key) {
+    auto text = keys.ReadText(key);
+    return text ? std::optional(std::move(text->text)) : std::nullopt;
+  }
+
+  void ReadDuration() {
+    const auto text = keys.ReadText("duration");
+    if (!text) return;
+    constexpr std::string_view kLargest = "99:59:59";
+    bool isDuration = text->text.size() == kLargest.size();
+    for (std::size_t index = 0; isDuration && index < kLargest.size(); ++index) {
+      const char byte = text->text[index];
+      const bool isTens = index % 3 == 0;
+      if (kLargest[index] == ':') {
+        isDuration = byte == ':';
+      } else {
+        isDuration = byte >= '0' && byte <= (isTens ? kLargest[index] : '9');
+      }
+    }
+    if (!isDuration) errors.Add(text->mark, "'duration' must be hh:mm:ss, from 00:00:00 to 99:59:59");
+    course.duration = text->text;
+  }
+
+  void ReadContents() {
+    const bool isLinear = course.courseType == PlexoCourseType::LINEAR;
+    const char* foreign = isLinear ? "modules" : "files";
+    if (keys.Has(foreign)) {
+      errors.Add(keys.GetKeyMark(foreign),
+                 std::string("'") + foreign + "' doesn't belong to a '" + course.templateName +
+                     "' course; it lists its SCO packages in '" + (isLinear ? "files" : "modules") + "'");
+    }
+    if (isLinear) {
+      keys.Require("files", "the list of its SCO packages");
+      for (const CourseText& text : keys.ReadTexts("files")) {
+        if (auto file = files.Find(text)) course.files.push_back(std::move(*file));
+      }
+    } else {
+      keys.Require("modules", "the list of its modules");
+      const std::vector<YAML::Node> nodes = keys.ReadList("modules");
+      course.modules = ReadCourseModules(nodes, course.courseType, keys.GetKeyMark("modules"), files, errors);
+    }
+  }
+
+  CourseKeys keys;
+  ListedFiles files;
+  CourseFileErrors& errors;
+  CourseFile course;
+};
+
+}  // namespace
+
+CourseFileResult ReadCourseFile(const std::string& path) {
+  CourseFileErrors errors;
+  CourseFileResult result;
+  if (const auto document = LoadCourseYaml(path, errors)) {
+    result.course = CourseReading(*document, path, errors).Read();
+  }
+  result.errors = errors.TakeSorted();
+  return result;
+}

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/CourseKeys.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "host/text/TzString.h"
+
+namespace {
+
+/// Number of single-character changes that turn one word into the other.
+std::size_t GetEditDistance(std::string_view from, std::string_view to) {
+  std::vector<std::size_t> distances(to.size() + 1);
+  std::iota(distances.begin(), distances.end(), std::size_t{0});
+  for (std::size_t row = 1; row <= from.size(); ++row) {
+    std::size_t diagonal = std::exchange(distances[0], row);
+    for (std::size_t column = 1; column <= to.size(); ++column) {
+      const std::size_t changed = diagonal + (from[row - 1] == to[column - 1] ? 0 : 1);
+      diagonal = distances[column];
+      distances[column] = std::min({changed, distances[column] + 1, distances[column - 1] + 1});
+    }
+  }
+  return distances.back();
+}
+
+/// The allowed word that was probably meant, with the words around it; empty if none is close.
+std::string SuggestWord(std::string_view word, std::span<const std::string_view> allowed) {
+  constexpr std::size_t kLongestWord = 40;
+  constexpr std::size_t kFarthest = 2;
+  if (word.size() > kLongestWord || allowed.empty()) return {};
+  const auto distanceOf = [&](std::string_view candidate) { return GetEditDistance(word, candidate); };
+  const std::string_view best = *std::ranges::min_element(allowed, {}, distanceOf);
+  const bool isClose = distanceOf(best) <= std::min(kFarthest, word.size() / 2);
+  return isClose ? ", did you mean '" + std::string(best) + "'?" : "";
+}
+
+std::string ListWords(std::span<const std::string_view> words) {
+  std::string text;
+  for (const std::string_view word : words) text += (text.empty() ? "" : ", ") + std::string(word);
+  return text;
+}
+
+bool IsUTF8(const std::string& text) { return TzString(text).GetUTF8String() == text; }
+
+/// The start of a word of the user's, for a message.
+std::string Quote(const std::string& word) {
+  constexpr std::size_t kMostUnits = 60;
+  const TzString text(word);
+  const bool fits = text.Length() <= kMostUnits;
+  return "'" + (fits ? word : text.Substring(0, kMostUnits).GetUTF8String() + "...") + "'";
+}
+
+}  // namespace
+
+void CourseFileErrors::Add(const YAML::Mark& mark, std::string message, std::string reason,
+                           ExitStatus status) {
+  const bool isLocated = mark.line >= 0;
+  errors.push_back({isLocated ? mark.line + 1 : 0, isLocated ? mark.column + 1 : 0, status,
+                    std::move(message), std::move(reason)});
+}
+
+void CourseFileErrors::Add(std::string message, ExitStatus status) {
+  errors.push_back({0, 0, status, std::move(message), {}});
+}
+
+std::vector<CourseFileError> CourseFileErrors::TakeSorted() {
+  const auto place = [](const CourseFileError& error) { return std::pair(error.line, error.column); };
+  std::ranges::stable_sort(errors, {}, place);
+  constexpr std::size_t kMostErrors = 20;
+  if (errors.size() > kMostErrors) {
+    const std::string rest = std::to_string(errors.size() - kMostErrors);
+    errors.resize(kMostErrors);
+    Add("has " + rest + " more errors");
+  }
+  return std::exchange(errors, {});
+}
+
+CourseKeys::CourseKeys(const YAML::Node& map, std::string_view what,
+                       std::span<const std::string_view> allowed, CourseFileErrors& errorList)
+    : name(what), mark(map.Mark()), errors(errorList) {
+  if (!map.IsMap()) {
+    errors.Add(mark, std::string(what) + " must be made of keys and values; allowed: " + ListWords(allowed));
+    return;
+  }
+  for (const auto& pair : map) Enter(pair.first, pair.second, allowed);
+}
+
+void CourseKeys::Enter(const YAML::Node& key, const YAML::Node& value,
+                       std::span<const std::string_view> allowed) {
+  const std::string word = key.IsScalar() ? key.Scalar() : std::string();
+  if (std::ranges::find(allowed, word) == allowed.end()) {
+    const std::string suggestion = SuggestWord(word, allowed);
+    errors.Add(key.Mark(), "unknown key " + Quote(word) + suggestion + (suggestion.empty() ? "; " : " ") +
+                               "allowed: " + ListWords(allowed));
+    return;
+  }
+  const auto [entry, isNew] = entries.try_emplace(word, Entry{value, key.Mark()});
+  if (!isNew) {
+    const std::string line = std::to_string(entry->second.mark.line + 1);
+    errors.Add(key.Mark(), "'" + word + "' is given twice, first in line " + line);
+  }
+}
+
+YAML::Mark CourseKeys::GetKeyMark(std::string_view key) const {
+  const auto entry = entries.find(key);
+  return entry != entries.end() ? entry->second.mark : mark;
+}
+
+std::optional<CourseText> CourseKeys::AsText(const YAML::Node& node, const std::string& what,
+                                             const YAML::Mark& place) {
+  if (node.IsNull()) {
+    errors.Add(place, what + " has no value; an empty text is written \"\"");
+  } else if (!node.IsScalar()) {
+    errors.Add(node.Mark(), what + " must be a text");
+  } else if (!IsUTF8(node.Scalar())) {
+    errors.Add(node.Mark(), what + " isn't UTF-8; save the file with that encoding");
+  } else {
+    return CourseText{node.Scalar(), node.Mark()};
+  }
+  return std::nullopt;
+}
+
+std::optional<CourseText> CourseKeys::ReadText(std::string_view key) {
+  const auto entry = entries.find(key);
+  if (entry == entries.end()) return std::nullopt;
+  return AsText(entry->second.value, "'" + entry->first + "'", entry->second.mark);
+}
+
+bool CourseKeys::ReadFlag(std::string_view key) {
+  const auto entry = entries.find(key);
+  if (entry == entries.end()) return false;
+  const YAML::Node& value = entry->second.value;
+  const std::string word = value.IsScalar() ? value.Scalar() : std::string();
+  if (word != "true" && word != "false") {
+    errors.Add(value.IsNull() ? entry->second.mark : value.Mark(),
+               "'" + entry->first + "' must be true or false");
+  }
+  return word == "true";
+}
+
+std::vector<YAML::Node> CourseKeys::ReadList(std::string_view key) {
+  const auto entry = entries.find(key);
+  if (entry == entries.end()) return {};
+  const YAML::Node& value = entry->second.value;
+  const std::string what = "'" + entry->first + "'";
+  if (!value.IsSequence()) {
+    errors.Add(value.IsNull() ? entry->second.mark : value.Mark(), what + " must be a list");
+    return {};
+  }
+  if (value.size() == 0) errors.Add(value.Mark(), what + " is empty");
+  return {value.begin(), value.end()};
+}
+
+std::vector<CourseText> CourseKeys::ReadTexts(std::string_view key) {
+  std::vector<CourseText> texts;
+  for (const YAML::Node& node : ReadList(key)) {
+    const std::string what = "an entry of '" + std::string(key) + "'";
+    if (auto text = AsText(node, what, node.Mark())) texts.push_back(std::move(*text));
+  }
+  return texts;
+}
+
+void CourseKeys::Require(std::string_view key, std::string_view what) {
+  if (Has(key)) return;
+  errors.Add(mark, std::string(name) + " needs '" + std::string(key) + "': " + std::string(what));
+}

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <yaml-cpp/yaml.h>
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "apps/cli/CommandFailure.h"
+
+/// Something wrong at a place of a course file.
+struct CourseFileError {
+  /// Counted from 1; 0 for the file as a whole.
+  int line = 0;
+  int column = 0;
+  ExitStatus status = ExitStatus::Usage;
+  std::string message;
+  std::string reason;
+};
+
+/// Gathers the errors of a course file.
+class CourseFileErrors {
+ public:
+  void Add(const YAML::Mark& mark, std::string message, std::string reason = {},
+           ExitStatus status = ExitStatus::Usage);
+  /// An error of the file as a whole.
+  void Add(std::string message, ExitStatus status = ExitStatus::Usage);
+
+  /// By line and column; of very many the first, and how many more there are.
+  [[nodiscard]] std::vector<CourseFileError> TakeSorted();
+
+ private:
+  std::vector<CourseFileError> errors;
+};
+
+/// A text with the place where it stands.
+struct CourseText {
+  std::string text;
+  YAML::Mark mark;
+};
+
+/// One map of a course file, read key by key. Unknown and repeated keys, and values of the wrong type are
+/// noted as errors; a value that is wrong counts as absent.
+class CourseKeys {
+ public:
+  /// `what` names the map in messages: "the course file", "a module". `map` may be no map at all.
+  CourseKeys(const YAML::Node& map, std::string_view what, std::span<const std::string_view> allowed,
+             CourseFileErrors& errorList);
+
+  [[nodiscard]] bool Has(std::string_view key) const { return entries.contains(key); }
+  /// Where the key stands; the map's own place if it is absent.
+  [[nodiscard]] YAML::Mark GetKeyMark(std::string_view key) const;
+  [[nodiscard]] YAML::Mark GetMark() const { return mark; }
+
+  /// A number counts as the text that it is written as.
+  [[nodiscard]] std::optional<CourseText> ReadText(std::string_view key);
+  [[nodiscard]] bool ReadFlag(std::string_view key);
+  /// The list's entries, whatever they are; an empty list is an error.
+  [[nodiscard]] std::vector<YAML::Node> ReadList(std::string_view key);
+  /// The list's entries as texts.
+  [[nodiscard]] std::vector<CourseText> ReadTexts(std::string_view key);
+  /// Notes an error if the key is absent. `what` says what it is for.
+  void Require(std::string_view key, std::string_view what);
+
+ private:
+  struct Entry {
+    YAML::Node value;
+    YAML::Mark mark;
+  };
+
+  void Enter(const YAML::Node& key, const YAML::Node& value, std::span<const std::string_view> allowed);
+  [[nodiscard]] std::optional<CourseText> AsText(const YAML::Node& node, const std::string& what,
+                                                 const YAML::Mark& place);
+
+  std::map<std::string, Entry, std::less<>> entries;
+  std::string_view name;
+  YAML::Mark mark;
+  CourseFileErrors& errors;
+};

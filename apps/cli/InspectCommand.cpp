@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/InspectCommand.h"
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "apps/cli/PackageReasons.h"
+#include "host/files/TzFileUtil.h"
+#include "host/files/TzZipUtils.h"
+
+namespace {
+
+const char* GetName(PlexoParseFailure failure) {
+  switch (failure) {
+    case PlexoParseFailure::PARSE:
+      return "PARSE";
+    case PlexoParseFailure::VERSION:
+      return "VERSION";
+    case PlexoParseFailure::NONE:
+      break;
+  }
+  return "NONE";
+}
+
+}  // namespace
+
+ExitStatus InspectCommand::Run() {
+  if (const auto failure = CheckPackage()) return output.Fail({*failure});
+  const TzPath manifestFile = TzFileUtil::CreateTempDir("inspect") / "imsmanifest.xml";
+  if (const auto failure = ExtractManifest(manifestFile)) return output.Fail({*failure});
+
+  std::string courseVersion = options.scormVersion;
+  if (courseVersion.empty()) {
+    const std::string named = Read(manifestFile, "").manifest.scormVersion.GetUTF8String();
+    courseVersion = named == "1.2" ? "1.2" : "2004";
+    static_cast<void>(session.TakeProblems());
+  }
+  const Reading reading = Read(manifestFile, courseVersion);
+  const std::vector<TzProblem> problems = session.TakeProblems();
+  if (output.IsJson()) {
+    PrintJson(reading);
+  } else {
+    PrintText(reading);
+  }
+  if (reading.hasFailed) return ExplainFailure(reading, manifestFile, courseVersion);
+  for (const TzProblem& problem : problems) output.Warn(options.package + ": its " + problem.GetText());
+  return HasMachineFailure(problems) ? ExitStatus::Machine : ExitStatus::Done;
+}
+
+std::optional<CommandFailure> InspectCommand::CheckPackage() const {
+  std::error_code error;
+  const auto status = std::filesystem::status(options.package, error);
+  const auto fail = [this](ExitStatus exitStatus, const std::string& message) {
+    return CommandFailure{exitStatus, options.package, message, {}};
+  };
+  if (status.type() == std::filesystem::file_type::not_found) return fail(ExitStatus::Usage, "doesn't exist");
+  if (status.type() == std::filesystem::file_type::none) {
+    return fail(ExitStatus::Machine, "can't be looked at: " + error.message());
+  }
+  if (!std::filesystem::is_regular_file(status)) {
+    return fail(ExitStatus::Usage, "isn't a file; expected a SCO package");
+  }
+  return std::nullopt;
+}
+
+std::optional<CommandFailure> InspectCommand::ExtractManifest(const TzPath& manifestFile) {
+  const TzPath package = TzPath::FromNative(options.package);
+  const TzErrorCodeEnum result = TzZipUtils::ExtractFile(package, "imsmanifest.xml", manifestFile);
+  if (result == kTzSuccess) return std::nullopt;
+  const std::vector<TzProblem> problems = session.TakeProblems();
+  PackageReasons reasons(session, package);
+  CommandFailure failure{ExitStatus::Refused, options.package, session.GetWords("kPlexoErrorUnzip"), {}};
+  if (result == kTzCancelled) {
+    failure.status = ExitStatus::Interrupted;
+    failure.message = "interrupted";
+  } else if (result == kTzFailure && !HasMachineFailure(problems)) {
+    failure.message = session.GetWords("kPlexoErrorInvalidSCORM");
+    failure.reasons = reasons.ExplainMissingManifest();
+  } else {
+    if (HasMachineFailure(problems)) failure.status = ExitStatus::Machine;
+    failure.reasons = reasons.Describe(problems);
+  }
+  return failure;
+}
+
+InspectCommand::Reading InspectCommand::Read(const TzPath& manifestFile, const std::string& courseVersion) {
+  PlexoXMLParser parser(courseVersion);
+  parser.setSource(TzFile(manifestFile));
+  parser.parse();
+  Reading reading;
+  reading.manifest.masteryScore = {};
+  reading.manifest.maxTimeAllowed = {};
+  reading.manifest.timeLimitAction = {};
+  parser.CopyManifestTo(reading.manifest);
+  reading.failure = parser.GetFailureCode();
+  reading.hasFailed = parser.HasFailed();
+  return reading;
+}
+
+void InspectCommand::PrintText(const Reading& reading) {
+  const PlexoSCOManifest& manifest = reading.manifest;
+  const std::pair<const char*, TzString> fields[] = {
+      {"identifier", manifest.identifier},
+      {"title", manifest.title},
+      {"launch page", manifest.href},
+      {"metadata file", manifest.metadataLocation},
+      {"objective", manifest.objectiveId},
+      {"SCORM version", manifest.scormVersion},
+      {"mastery score", manifest.masteryScore},
+      {"time allowed", manifest.maxTimeAllowed},
+      {"time limit action", manifest.timeLimitAction},
+      {"launch data", manifest.dataFromLMS},
+  };
+  std::vector<std::vector<std::string>> rows;
+  for (const auto& [name, value] : fields) {
+    rows.push_back({name, value.IsEmpty() ? "-" : MakePrintable(value.GetUTF8String())});
+  }
+  rows.push_back({"files", std::to_string(manifest.files.size())});
+  for (const std::string& line : AlignColumns(rows)) output.PrintLine(line);
+  for (const TzString& file : manifest.files) output.PrintLine("  " + file.GetUTF8String());
+}
+
+void InspectCommand::PrintJson(const Reading& reading) {
+  using Json = nlohmann::ordered_json;
+  const PlexoSCOManifest& manifest = reading.manifest;
+  Json files = Json::array();
+  for (const TzString& file : manifest.files) files.push_back(file.GetUTF8String());
+  const Json document = {{"identifier", manifest.identifier.GetUTF8String()},
+                         {"title", manifest.title.GetUTF8String()},
+                         {"href", manifest.href.GetUTF8String()},
+                         {"metadataLocation", manifest.metadataLocation.GetUTF8String()},
+                         {"objectiveId", manifest.objectiveId.GetUTF8String()},
+                         {"scormVersion", manifest.scormVersion.GetUTF8String()},
+                         {"masteryScore", manifest.masteryScore.GetUTF8String()},
+                         {"hasMasteryScore", manifest.hasMasteryScore},
+                         {"maxTimeAllowed", manifest.maxTimeAllowed.GetUTF8String()},
+                         {"hasMaxTimeAllowed", manifest.hasMaxTimeAllowed},
+                         {"timeLimitAction", manifest.timeLimitAction.GetUTF8String()},
+                         {"hasTimeLimitAction", manifest.hasTimeLimitAction},
+                         {"dataFromLMS", manifest.dataFromLMS.GetUTF8String()},
+                         {"hasDataFromLMS", manifest.hasDataFromLMS},
+                         {"files", files},
+                         {"failed", reading.hasFailed},
+                         {"failureCode", GetName(reading.failure)}};
+  output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
+}
+
+ExitStatus InspectCommand::ExplainFailure(const Reading& reading, const TzPath& manifestFile,
+                                          const std::string& courseVersion) {
+  const char* key = reading.failure == PlexoParseFailure::VERSION ? "kPlexoErrorIncompatibleSCORMVersion"
+                                                                  : "kPlexoErrorParseManifest";
+  PackageReasons reasons(session, TzPath::FromNative(options.package));
+  output.Explain({ExitStatus::Refused, options.package, session.GetWords(key),
+                  reasons.ExplainManifest(manifestFile, courseVersion)});
+  return ExitStatus::Refused;
+}

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/ListedFiles.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "host/files/TzFileUtil.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Objection {
+  std::string message;
+  ExitStatus status = ExitStatus::Usage;
+};
+
+std::optional<Objection> ObjectToNode(const TzPath& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path.GetNative(), error);
+  if (status.type() == fs::file_type::not_found) return Objection{"doesn't exist"};
+  if (status.type() == fs::file_type::none) {
+    return Objection{"can't be looked at: " + error.message(), ExitStatus::Machine};
+  }
+  if (fs::is_directory(status)) return Objection{"is a folder; expected a SCO package (.zip)"};
+  if (!fs::is_regular_file(status)) return Objection{"isn't a file; expected a SCO package (.zip)"};
+  return std::nullopt;
+}
+
+std::optional<Objection> ObjectToName(const TzPath& path) {
+  const std::string extension = TzFileUtil::GetExtension(path).GetUTF8String();
+  if (extension == "pdf")
+    return Objection{"is a PDF document; these can't be added yet", ExitStatus::Refused};
+  if (extension == "swf") return Objection{"is a SWF movie; these can't be added yet", ExitStatus::Refused};
+  if (extension != "zip") return Objection{"is no SCO package; its name must end in .zip"};
+  // The base name becomes the name of a folder.
+  const std::string baseName = TzFileUtil::GetBaseFileName(path).GetUTF8String();
+  if (baseName == "." || baseName == ".." || baseName.find('\\') != std::string::npos) {
+    return Objection{"can't name a folder in the package; rename the file"};
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+ListedFiles::ListedFiles(const std::string& courseFile, CourseFileErrors& errorList)
+    : folder(fs::absolute(courseFile).parent_path().native()), errors(errorList) {}
+
+std::optional<ListedFile> ListedFiles::Find(const CourseText& text) {
+  const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
+  std::optional<Objection> objection = ObjectToNode(path);
+  if (!objection) objection = ObjectToName(path);
+  if (!objection) return ListedFile{text.text, path};
+  errors.Add(text.mark, "'" + text.text + "' " + objection->message, {}, objection->status);
+  return std::nullopt;
+}

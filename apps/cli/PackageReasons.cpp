@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/PackageReasons.h"
+
+#include <algorithm>
+
+#include "apps/cli/ManifestFaults.h"
+#include "core/PlexoLinearCourseModel.h"
+#include "host/files/TzFileUtil.h"
+#include "host/files/TzZipUtils.h"
+
+namespace {
+
+constexpr const char* kManifestName = "imsmanifest.xml";
+constexpr std::size_t kMostReasons = 5;
+
+bool IsManifestName(const TzString& name) {
+  std::string word = name.GetUTF8String();
+  std::ranges::transform(word, word.begin(), [](char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+  });
+  return word == kManifestName;
+}
+
+std::vector<TzPath> ListFolder(const TzPath& folder, bool files) {
+  std::vector<TzPath> entries;
+  const bool isRead = TzFileUtil::GetFileNamesInFolderAtPath(folder, entries, files, !files) == 0;
+  return isRead ? entries : std::vector<TzPath>();
+}
+
+/// What stands for a manifest at the top of this folder or in a folder of it, as a path below it.
+std::string FindManifestIn(const TzPath& folder) {
+  for (const TzPath& file : ListFolder(folder, true)) {
+    if (IsManifestName(file.GetFileName())) return file.GetFileName().GetUTF8String();
+  }
+  for (const TzPath& inner : ListFolder(folder, false)) {
+    for (const TzPath& file : ListFolder(inner, true)) {
+      if (!IsManifestName(file.GetFileName())) continue;
+      return (inner.GetFileName() + "/" + file.GetFileName()).GetUTF8String();
+    }
+  }
+  return {};
+}
+
+void Append(std::vector<std::string>& reasons, std::vector<std::string> more) {
+  std::ranges::move(more, std::back_inserter(reasons));
+}
+
+}  // namespace
+
+std::vector<std::string> PackageReasons::Explain(const std::string& boxText, const std::string& courseVersion,
+                                                 const std::vector<TzProblem>& problems) {
+  const auto says = [&](const char* key) { return boxText == session.GetWords(key); };
+  std::vector<std::string> reasons;
+  if (says("kPlexoErrorParseManifest") || says("kPlexoErrorIncompatibleSCORMVersion")) {
+    const TzPath manifestFile = TzFileUtil::CreateTempDir("manifest") / kManifestName;
+    if (TzZipUtils::ExtractFile(package, kManifestName, manifestFile) == kTzSuccess) {
+      return ExplainManifest(manifestFile, courseVersion);
+    }
+  }
+  reasons = Describe(problems);
+  if (says("kPlexoErrorInvalidSCORM")) Append(reasons, ExplainMissingManifest());
+  if (says("kPlexoErrorSCOFolderExists")) Append(reasons, ExplainTakenName());
+  return reasons;
+}
+
+std::vector<std::string> PackageReasons::ExplainMissingManifest() {
+  std::vector<std::string> reasons = {"it has no imsmanifest.xml at its top"};
+  const TzPath folder = TzFileUtil::CreateTempDir("package") / "content";
+  if (TzZipUtils::ExtractFiles(package, folder) != kTzSuccess) return reasons;
+  const std::string found = FindManifestIn(folder);
+  TzFileUtil::DeleteDirectory(folder, true);
+  if (found.empty()) return reasons;
+  reasons.push_back("it has '" + found + "'; " +
+                    (found.find('/') != std::string::npos ? "pack the content of the folder, not the folder"
+                                                          : "the name must be in small letters"));
+  return reasons;
+}
+
+std::vector<std::string> PackageReasons::ExplainManifest(const TzPath& manifestFile,
+                                                         const std::string& courseVersion) {
+  static_cast<void>(session.TakeProblems());
+  const std::string fault = FindManifestFault(manifestFile, courseVersion);
+  std::vector<std::string> reasons;
+  if (!fault.empty()) reasons.push_back(fault);
+  for (const TzProblem& problem : session.TakeProblems()) reasons.push_back("its " + problem.GetText());
+  if (reasons.empty()) reasons.emplace_back("its manifest's elements stand in an unexpected order");
+  return reasons;
+}
+
+std::vector<std::string> PackageReasons::ExplainTakenName() const {
+  const TzString baseName = TzFileUtil::GetBaseFileName(package);
+  for (const PlexoSCOModel& sco : GetLinearCourseModel()->GetSCOs()) {
+    if (sco.scoName != baseName || sco.sourcePath.IsEmpty()) continue;
+    return {"the name '" + baseName.GetUTF8String() + "' is taken by " + sco.sourcePath.GetUTF8String()};
+  }
+  return {};
+}
+
+std::vector<std::string> PackageReasons::Describe(const std::vector<TzProblem>& problems) const {
+  const std::string packageName = package.GetFileName().GetUTF8String();
+  std::vector<std::string> reasons;
+  for (const TzProblem& problem : problems) {
+    const std::string text = problem.GetText();
+    const bool isOfPackage = text.starts_with(packageName + ": ");
+    const std::string reason = isOfPackage ? text.substr(packageName.size() + 2) : text;
+    if (std::ranges::find(reasons, reason) == reasons.end()) reasons.push_back(reason);
+  }
+  if (reasons.size() > kMostReasons) {
+    const std::string rest = std::to_string(reasons.size() - kMostReasons);
+    reasons.resize(kMostReasons);
+    reasons.push_back("and " + rest + " more");
+  }
+  return reasons;
+}

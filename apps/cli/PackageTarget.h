@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/cli/CommandFailure.h"
+#include "apps/cli/CourseFile.h"
+#include "host/files/TzPath.h"
+
+/// Where a package goes.
+struct PackageTarget {
+  enum class Existing { Keep, Replace };
+
+  /// As the user wrote it.
+  std::string name;
+  /// Absolute.
+  TzPath folder;
+  TzString fileName;
+
+  explicit PackageTarget(const std::string& path);
+
+  /// Why no package can be written there, as far as can be seen before the work starts.
+  [[nodiscard]] std::optional<CommandFailure> Check(Existing existing) const;
+  /// True if the package would take the place of this file.
+  [[nodiscard]] bool IsSameFileAs(const TzPath& file) const;
+};
+
+/// Why the course's working folder can't be made here: it must be absent or empty.
+std::optional<CommandFailure> CheckWorkingFolder(const std::string& path);

@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "CliTest.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class BuildCommandTest : public CliTest {
+ protected:
+  BuildCommandTest() {
+    for (const char* name : {"intro", "doors"}) {
+      ScoZip(name).Item(std::string("The ") + name, "index.htm").File("index.htm", name).Save(Work());
+    }
+    WriteCourse("intro.zip, doors.zip");
+  }
+
+  ProgramResult Build(const std::vector<std::string>& options = {}) const {
+    std::vector<std::string> arguments = {"build", "course.yaml", "-o", "out.zip"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return Plexo(arguments);
+  }
+
+  /// Builds a course that is refused, and returns what it says.
+  std::string Refusal(const std::string& files, const std::string& more = {}) const {
+    WriteCourse(files, more);
+    const ProgramResult result = Build();
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_EQ(result.out, "");
+    EXPECT_FALSE(Exists("out.zip"));
+    return result.err;
+  }
+};
+
+TEST_F(BuildCommandTest, MakesAPackageAndTellsWhatIsInIt) {
+  const ProgramResult result = Build();
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out,
+            "out.zip\n"
+            "  The intro  index.htm  1 file\n"
+            "  The doors  index.htm  1 file\n");
+  EXPECT_THAT(Read("out.zip"), HasSubstr("Linear/intro/index.htm"));
+}
+
+TEST_F(BuildCommandTest, TakesScorm12Packages) {
+  ScoZip("old").Scorm12().Item("Old", "a.htm").File("a.htm", "").File("b.js", "").Save(Work());
+  WriteCourse("old.zip", "scorm: 1.2\n");
+  const ProgramResult result = Build();
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "out.zip\n  Old  a.htm  2 files\n");
+}
+
+TEST_F(BuildCommandTest, TellsMachinesInJson) {
+  const auto document = nlohmann::json::parse(Build({"--json"}).out);
+  EXPECT_EQ(document, nlohmann::json::parse(R"({
+    "package": "out.zip", "identifier": "My_Course_1", "scorm": "2004", "template": "multiple-scos",
+    "scos": [
+      {"title": "The intro", "identifier": "SCO-Item_1", "href": "index.htm", "files": 1, "source": "intro.zip"},
+      {"title": "The doors", "identifier": "SCO-Item_2", "href": "index.htm", "files": 1, "source": "doors.zip"}]})"));
+
+  const ProgramResult refused = Build({"--json"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.err, "out.zip: exists already; --force replaces it\n");
+  EXPECT_EQ(nlohmann::json::parse(refused.out), nlohmann::json::parse(R"({"error": {
+    "subject": "out.zip", "message": "exists already; --force replaces it", "reason": "", "status": 1}})"));
+}
+
+TEST_F(BuildCommandTest, MakesTheSameBytesTwice) {
+  ASSERT_EQ(Build({"--quiet"}).out, "out.zip\n");
+  const std::string first = Read("out.zip");
+  ASSERT_EQ(Build({"--quiet", "--force"}).status, 0);
+  EXPECT_EQ(Read("out.zip"), first);
+}
+
+TEST_F(BuildCommandTest, ReplacesAPackageOnlyByForce) {
+  Write("out.zip", "mine");
+  EXPECT_EQ(Build().status, 1);
+  EXPECT_EQ(Read("out.zip"), "mine");
+  EXPECT_EQ(Build({"--force"}).status, 0);
+  EXPECT_THAT(Read("out.zip"), StartsWith("PK"));
+}
+
+TEST_F(BuildCommandTest, NeverReplacesAFileOfTheCourse) {
+  const std::string before = Read("intro.zip");
+  const ProgramResult result = Plexo({"build", "course.yaml", "-o", "./intro.zip", "--force"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "./intro.zip: is a file of the course; give the package another name\n");
+  EXPECT_EQ(Read("intro.zip"), before);
+}
+
+TEST_F(BuildCommandTest, PutsTheCourseTogetherInAGivenFolder) {
+  EXPECT_EQ(Build({"--working-folder", "kept/here"}).status, 0);
+  EXPECT_TRUE(Exists("kept/here/Linear/intro/index.htm"));
+  EXPECT_TRUE(Exists("kept/here/imsmanifest.xml"));
+
+  const ProgramResult again = Build({"--force", "--working-folder", "kept"});
+  EXPECT_EQ(again.status, 2);
+  EXPECT_EQ(again.err, "kept: isn't empty; the working folder must be new or empty\n");
+}
+
+TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
+  Write("file", "");
+  Write("folder.zip/file", "");
+  const struct {
+    std::vector<std::string> arguments;
+    std::string err;
+  } cases[] = {
+      {{"build", "course.yaml"}, "plexo build: --output is required\n  'plexo build --help' tells more\n"},
+      {{"build", "course.yaml", "-o", "out.tar"}, "out.tar: the package's name must end in .zip\n"},
+      {{"build", "course.yaml", "-o", ".zip"}, ".zip: the package's name must end in .zip\n"},
+      {{"build", "course.yaml", "-o", ""}, ": the package's name must end in .zip\n"},
+      {{"build", "course.yaml", "-o", "a\\b.zip"}, "a\\b.zip: the package's name can't hold a back-slash\n"},
+      {{"build", "course.yaml", "-o", "no/x.zip"}, "no/x.zip: the folder 'no' doesn't exist\n"},
+      {{"build", "course.yaml", "-o", "file/x.zip"}, "file/x.zip: the folder 'file' isn't a folder\n"},
+      {{"build", "course.yaml", "-o", "folder.zip", "--force"}, "folder.zip: is a folder\n"},
+      {{"build", "none.yaml", "-o", "x.zip"}, "none.yaml: doesn't exist\n"},
+      {{"build", "course.yaml", "-o", "x.zip", "--working-folder", "file"}, "file: isn't a folder\n"},
+      {{"inspect", "x.zip", "--scorm", "1.3"}, "--scorm: '1.3' must be 1.2 or 2004\n"},
+      {{"inspect", "none.zip"}, "none.zip: doesn't exist\n"},
+      {{}, "plexo: A subcommand is required\n  'plexo --help' tells more\n"},
+  };
+  for (const auto& [arguments, err] : cases) {
+    const ProgramResult result = Plexo(arguments);
+    EXPECT_EQ(result.status, 2) << err;
+    EXPECT_EQ(result.err, err);
+    EXPECT_EQ(result.out, "") << err;
+  }
+}
+
+TEST_F(BuildCommandTest, TellsEveryErrorOfTheCourseFile) {
+  Write("course.yaml", "template: multiple-scos\nidentifier: C\nfils: []\nfiles: [none.zip]\n");
+  const ProgramResult result = Build({"--json"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.err, StartsWith("course.yaml:3:1: unknown key 'fils', did you mean 'files'? allowed: "));
+  EXPECT_THAT(result.err, HasSubstr("\ncourse.yaml:4:9: 'none.zip' doesn't exist\n"));
+  const auto document = nlohmann::json::parse(result.out);
+  EXPECT_EQ(document["error"]["subject"], "course.yaml:3:1");
+  EXPECT_EQ(document["more"][0]["message"], "'none.zip' doesn't exist");
+}
+
+TEST_F(BuildCommandTest, RefusesAModuleCourse) {
+  Write("course.yaml",
+        "template: simple-remediation\nidentifier: C\nmodules: [{content: [intro.zip], post-test: "
+        "doors.zip}]\n");
+  const ProgramResult result = Build();
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err,
+            "course.yaml: the template 'simple-remediation' can't be published yet\n"
+            "  the only one that can is 'multiple-scos'\n");
+}
+
+TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
+  const std::string version = ": SCO selected is of incompatible SCORM version!\n  ";
+  const std::string parse = ": There was an error parsing the XML manifest file!\n  ";
+  ScoZip("intro").Item("Other", "x.htm").File("x.htm", "").Save(Work() / "sub");
+  ScoZip("bare").WithoutManifest().File("x.htm", "").Save(Work());
+  ScoZip("packed").InFolder("packed").File("x.htm", "").Save(Work());
+  ScoZip("odd").Manifest("<manifest version=\"1\"/>").Save(Work());
+  ScoZip("none").Manifest("<manifest/>").Save(Work());
+  ScoZip("page").Manifest("<html/>").Save(Work());
+  ScoZip("cut").Manifest("<html>\n<body").Save(Work());
+  ScoZip("nohref")
+      .Manifest("<manifest version='1.3'><resources><resource identifier='R1'/></resources></manifest>")
+      .Save(Work());
+  ScoZip("noid")
+      .Manifest("<manifest version='1.3'><organizations><item/></organizations></manifest>")
+      .Save(Work());
+  ScoZip("score").ItemContent("<adlcp:masteryscore>70</adlcp:masteryscore>").Save(Work());
+  ScoZip("outside").File("../x", "").Save(Work());
+  Write("text.zip", "no archive");
+
+  const std::string taken = Refusal("intro.zip, sub/intro.zip");
+  EXPECT_THAT(taken, StartsWith("sub/intro.zip: This file has already been added. Rename the file and retry "
+                                "adding.\n  the name 'intro' is taken by /"));
+  EXPECT_THAT(taken, HasSubstr("/work/intro.zip\n"));
+  const std::string unzip = ": Error extracting the ZIP contents!\n  ";
+  EXPECT_THAT(Refusal("intro.zip, text.zip"), StartsWith("text.zip" + unzip));
+  EXPECT_THAT(Refusal("outside.zip"), StartsWith("outside.zip" + unzip + "../x: "));
+  EXPECT_EQ(Refusal("bare.zip"),
+            "bare.zip: Invalid SCORM package!\n  it has no imsmanifest.xml at its top\n");
+  EXPECT_EQ(Refusal("packed.zip"),
+            "packed.zip: Invalid SCORM package!\n  it has no imsmanifest.xml at its top\n"
+            "  it has 'packed/imsmanifest.xml'; pack the content of the folder, not the folder\n");
+  EXPECT_EQ(Refusal("odd.zip"),
+            "odd.zip" + version + "its manifest says version '1'; expected '1.0' or '1.3'\n");
+  EXPECT_EQ(Refusal("none.zip"),
+            "none.zip" + version + "its manifest says no version; expected '1.0' or '1.3'\n");
+  EXPECT_EQ(Refusal("page.zip"), "page.zip" + version + "its imsmanifest.xml has no manifest element\n");
+  EXPECT_THAT(Refusal("cut.zip"), HasSubstr("its imsmanifest.xml: line 2, column "));
+  EXPECT_EQ(
+      Refusal("intro.zip", "scorm: 1.2\n"),
+      "intro.zip" + version + "its manifest says version '1.3' (SCORM 2004), the course is SCORM 1.2\n");
+  EXPECT_EQ(Refusal("score.zip"),
+            "score.zip" + version +
+                "its element adlcp:masteryscore belongs to SCORM 1.2, the course is SCORM 2004\n");
+  EXPECT_EQ(Refusal("nohref.zip"),
+            "nohref.zip" + parse + "its element resource 'R1' lacks the attribute href\n");
+  EXPECT_EQ(Refusal("noid.zip"), "noid.zip" + parse + "its element item lacks the attribute identifier\n");
+}
+
+TEST_F(BuildCommandTest, WarnsOfAManifestThatCouldOnlyBeReadInPart) {
+  const std::string manifest = ScoZip("torn").Item("Torn", "i.htm").File("i.htm", "").GetManifest();
+  ScoZip("torn").Manifest(manifest.substr(0, manifest.find("</manifest>"))).File("i.htm", "").Save(Work());
+  WriteCourse("torn.zip");
+  const ProgramResult result = Build();
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.err, StartsWith("warning: torn.zip: imsmanifest.xml: line "));
+}
+
+TEST_F(BuildCommandTest, KeepsControlCharactersOffTheTerminal) {
+  ScoZip("evil")
+      .Item(
+          "\xC2\x9B"
+          "31mRed&#9;tab",
+          "i.htm")
+      .File("i.htm", "")
+      .Save(Work());
+  WriteCourse("evil.zip");
+  EXPECT_EQ(Build().out,
+            "out.zip\n  \xEF\xBF\xBD"
+            "31mRed\xEF\xBF\xBDtab  i.htm  1 file\n");
+}
+
+}  // namespace

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/CourseFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/files/TzFile.h"
+#include "panel/PlexoStrings.h"
+#include "support/TestSession.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// Course files in a folder that holds a few packages.
+class CourseFileTest : public ::testing::Test {
+ protected:
+  CourseFileTest() {
+    RegisterDefaultStrings();
+    for (const char* name : {"a.zip", "b.ZIP", "guide.pdf", "film.swf", "notes.txt", "sub/c.zip", "...zip"}) {
+      folder.Write(name, name);
+    }
+  }
+
+  CourseFileResult Read(const std::string& text) const {
+    return ReadCourseFile(folder.Write("course.yaml", text).GetNative());
+  }
+
+  /// Each error as a line, "line:column: message" and the reason in brackets.
+  std::vector<std::string> ErrorsOf(const std::string& text) const {
+    std::vector<std::string> lines;
+    for (const CourseFileError& error : Read(text).errors) {
+      lines.push_back(std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.message +
+                      (error.reason.empty() ? "" : " [" + error.reason + "]"));
+    }
+    return lines;
+  }
+
+  TestSession session;
+  TestFolder folder;
+};
+
+constexpr const char* kStart = "template: multiple-scos\nidentifier: C\n";
+constexpr const char* kEnd = "files: [a.zip]\n";
+
+TEST_F(CourseFileTest, ReadsEveryKeyOfAFlatCourse) {
+  const CourseFileResult result = Read(R"(# a comment
+template: multiple-scos
+scorm: 1.2
+identifier: My Course 1
+title: &name "Fire: \u00e4&<"
+description: *name
+version: 1.0
+duration: "01:30:59"
+subject: ""
+force-sequence: true
+files:
+  - a.zip
+  - sub/../sub/c.zip
+  - "b.ZIP"
+)");
+
+  ASSERT_THAT(result.errors, IsEmpty());
+  EXPECT_EQ(result.course.courseType, PlexoCourseType::LINEAR);
+  EXPECT_EQ(result.course.scormVersion, "1.2");
+  EXPECT_EQ(result.course.identifier, "My_Course_1");
+  EXPECT_EQ(result.course.title, "Fire: ä&<");
+  EXPECT_EQ(result.course.description, "Fire: ä&<");
+  EXPECT_EQ(result.course.version, "1.0");
+  EXPECT_EQ(result.course.duration, "01:30:59");
+  EXPECT_EQ(result.course.subject, "");
+  EXPECT_TRUE(result.course.forceSequence);
+  ASSERT_EQ(result.course.files.size(), 3U);
+  EXPECT_EQ(result.course.files[1].name, "sub/../sub/c.zip");
+  EXPECT_TRUE(TzFile(result.course.files[1].path).Exists());
+}
+
+TEST_F(CourseFileTest, LeavesOutWhatTheCourseDoesntGive) {
+  const CourseFileResult result = Read(std::string(kStart) + kEnd);
+  ASSERT_THAT(result.errors, IsEmpty());
+  EXPECT_EQ(result.course.scormVersion, "2004");
+  EXPECT_FALSE(result.course.title || result.course.version || result.course.duration ||
+               result.course.subject);
+  EXPECT_FALSE(result.course.forceSequence);
+}
+
+TEST_F(CourseFileTest, ReadsModulesWithTheirWeightages) {
+  const CourseFileResult result = Read(R"(
+template: test-rollup
+identifier: C
+modules:
+  - title: Doors
+    weightage: 33.3
+    force-content-sequence: true
+    pretest: a.zip
+    content: [a.zip, sub/c.zip]
+    post-test: b.ZIP
+  - {weightage: 66.7, pretest: a.zip, content: [a.zip], post-test: a.zip}
+)");
+  ASSERT_THAT(result.errors, IsEmpty());
+  ASSERT_EQ(result.course.modules.size(), 2U);
+  const CourseModule& first = result.course.modules[0];
+  EXPECT_EQ(first.title, "Doors");
+  EXPECT_EQ(first.weightage, "0.333000");
+  EXPECT_TRUE(first.forceContentSequence);
+  EXPECT_EQ(first.preTest->name, "a.zip");
+  EXPECT_EQ(first.content.size(), 2U);
+  EXPECT_EQ(first.postTest->name, "b.ZIP");
+  EXPECT_EQ(result.course.modules[1].weightage, "0.667000");
+}
+
+TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
+  const struct {
+    const char* lines;
+    const char* error;
+  } cases[] = {
+      {"title: [x]", "3:8: 'title' must be a text"},
+      {"title:", "3:1: 'title' has no value; an empty text is written \"\""},
+      {"title: \"\xE4\"", "3:8: 'title' isn't UTF-8; save the file with that encoding"},
+      {"fils: [a.zip]",
+       "3:1: unknown key 'fils', did you mean 'files'? allowed: template, scorm, identifier, title, "
+       "description, "
+       "version, duration, subject, force-sequence, files, modules"},
+      {"x: 1",
+       "3:1: unknown key 'x'; allowed: template, scorm, identifier, title, description, version, duration, "
+       "subject, force-sequence, files, modules"},
+      {"identifier: D", "3:1: 'identifier' is given twice, first in line 2"},
+      {"scorm: 1.3", "3:8: 'scorm' must be 1.2 or 2004"},
+      {"force-sequence: yes", "3:17: 'force-sequence' must be true or false"},
+      {"duration: 1:30:00", "3:11: 'duration' must be hh:mm:ss, from 00:00:00 to 99:59:59"},
+      {"duration: \"01:60:00\"", "3:11: 'duration' must be hh:mm:ss, from 00:00:00 to 99:59:59"},
+      {"duration: \"01:3a:00\"", "3:11: 'duration' must be hh:mm:ss, from 00:00:00 to 99:59:59"},
+      {"modules: []",
+       "3:1: 'modules' doesn't belong to a 'multiple-scos' course; it lists its SCO packages in 'files'"},
+  };
+  for (const auto& [lines, error] : cases) {
+    EXPECT_THAT(ErrorsOf(std::string(kStart) + lines + "\n" + kEnd), ElementsAre(error)) << lines;
+  }
+}
+
+TEST_F(CourseFileTest, RefusesListedFilesThatACourseCantTake) {
+  const struct {
+    const char* files;
+    const char* error;
+    ExitStatus status;
+  } cases[] = {
+      {"files: [a.zip, intro.zip]", "3:16: 'intro.zip' doesn't exist", ExitStatus::Usage},
+      {"files: [a.zip/x.zip]", "3:9: 'a.zip/x.zip' doesn't exist", ExitStatus::Usage},
+      {"files: [sub]", "3:9: 'sub' is a folder; expected a SCO package (.zip)", ExitStatus::Usage},
+      {"files: [notes.txt]", "3:9: 'notes.txt' is no SCO package; its name must end in .zip",
+       ExitStatus::Usage},
+      {"files: [...zip]", "3:9: '...zip' can't name a folder in the package; rename the file",
+       ExitStatus::Usage},
+      {"files: [guide.pdf]", "3:9: 'guide.pdf' is a PDF document; these can't be added yet",
+       ExitStatus::Refused},
+      {"files: [film.swf]", "3:9: 'film.swf' is a SWF movie; these can't be added yet", ExitStatus::Refused},
+      {"files: [[a.zip]]", "3:9: an entry of 'files' must be a text", ExitStatus::Usage},
+      {"files: []", "3:8: 'files' is empty", ExitStatus::Usage},
+      {"files: a.zip", "3:8: 'files' must be a list", ExitStatus::Usage},
+  };
+  for (const auto& [files, error, status] : cases) {
+    const std::string text = std::string(kStart) + files + "\n";
+    EXPECT_THAT(ErrorsOf(text), ElementsAre(error)) << files;
+    EXPECT_EQ(Read(text).errors.at(0).status, status) << files;
+  }
+}
+
+TEST_F(CourseFileTest, TakesIdentifiersAsTheManifestDialogDoes) {
+  const std::string invalid =
+      "Please enter a valid SCORM Identifier for this course! Only alpha-numeric characters and underscores "
+      "are allowed. Spaces are converted to underscores automatically.";
+  const auto course = [](const std::string& identifier) {
+    return "template: multiple-scos\nidentifier: \"" + identifier + "\"\n" + kEnd;
+  };
+  for (const char* identifier : {"a-b", "a.b", "a\\tb", "\\u00e4"}) {
+    EXPECT_THAT(ErrorsOf(course(identifier)), ElementsAre("2:13: " + invalid)) << identifier;
+  }
+  EXPECT_THAT(ErrorsOf(course("")), ElementsAre("2:13: Please enter a SCORM Identifier for this course!"));
+  EXPECT_EQ(Read(course("  ")).course.identifier, "__");
+  EXPECT_EQ(Read(course("9 Az_")).course.identifier, "9_Az_");
+}
+
+TEST_F(CourseFileTest, TellsAllErrorsInTheOrderOfTheFile) {
+  EXPECT_THAT(
+      ErrorsOf("title: []\nscorm: 3\n"),
+      ElementsAre("1:1: the course file needs 'template': multiple-scos, simple-remediation or test-rollup",
+                  "1:1: the course file needs 'identifier': the course's name in its manifest",
+                  "1:8: 'title' must be a text", "2:8: 'scorm' must be 1.2 or 2004"));
+}
+
+TEST_F(CourseFileTest, TellsOnlyTheFirstOfManyErrors) {
+  std::string text = std::string(kStart) + kEnd;
+  for (int number = 0; number < 100; ++number) text += "key" + std::to_string(number) + ": x\n";
+  const std::vector<std::string> errors = ErrorsOf(text);
+  ASSERT_EQ(errors.size(), 21U);
+  EXPECT_THAT(errors.front(), ::testing::StartsWith("4:1: unknown key 'key0'"));
+  EXPECT_EQ(errors.back(), "0:0: has 80 more errors");
+}
+
+TEST_F(CourseFileTest, RefusesModulesThatDontFitTheirTemplate) {
+  const std::string start = "identifier: C\ntemplate: simple-remediation\n";
+  const std::string rollup = "identifier: C\ntemplate: test-rollup\n";
+  const std::string fine = "{content: [a.zip], post-test: a.zip}";
+  const struct {
+    std::string text;
+    const char* error;
+  } cases[] = {
+      {"identifier: C\ntemplate: flat\n",
+       "2:11: unknown template 'flat'; allowed: multiple-scos, simple-remediation, test-rollup"},
+      {start + "scorm: 1.2\nmodules: [" + fine + "]\n",
+       "3:8: This course structure is not supported in the selected SCORM version. [a 'simple-remediation' "
+       "course needs scorm 2004]"},
+      {start, "1:1: the course file needs 'modules': the list of its modules"},
+      {start + "modules: [" + fine + "]\nfiles: [a.zip]\n",
+       "4:1: 'files' doesn't belong to a 'simple-remediation' course; it lists its SCO packages in "
+       "'modules'"},
+      {start + "modules: [x]\n",
+       "3:11: a module must be made of keys and values; allowed: title, weightage, force-content-sequence, "
+       "pretest, content, post-test"},
+      {start + "modules:\n  - content: [a.zip]\n", "4:5: a module needs 'post-test': its test's SCO package"},
+      {start + "modules:\n  - post-test: a.zip\n    content: []\n", "5:14: 'content' is empty"},
+      {start + "modules:\n  - pretest: a.zip\n    content: [a.zip]\n    post-test: a.zip\n",
+       "4:5: 'pretest' belongs to a 'test-rollup' course only"},
+      {rollup + "modules: [" + fine + "]\n", "3:11: a module needs 'pretest': its pretest's SCO package"},
+  };
+  for (const auto& [text, error] : cases) {
+    std::vector<std::string> errors = ErrorsOf(text);
+    ASSERT_FALSE(errors.empty()) << text;
+    EXPECT_EQ(errors.front(), error) << text;
+  }
+}
+
+TEST_F(CourseFileTest, RefusesWeightagesThatArentExactlyTheWhole) {
+  const auto course = [](const std::vector<std::string>& weightages) {
+    std::string text = "template: simple-remediation\nidentifier: C\nmodules:\n";
+    for (const std::string& weightage : weightages) {
+      text += "  - {content: [a.zip], post-test: a.zip" +
+              (weightage.empty() ? "" : ", weightage: " + weightage) + "}\n";
+    }
+    return text;
+  };
+  const std::string number =
+      "'weightage' must be a percentage above 0 and up to 100, with up to four decimals";
+  EXPECT_THAT(ErrorsOf(course({"25", "25", "50"})), IsEmpty());
+  EXPECT_THAT(ErrorsOf(course({"", "", ""})), IsEmpty());
+  EXPECT_THAT(
+      ErrorsOf(course({"50", "", "25"})),
+      ElementsAre("5:5: 'weightage' is missing here; it stands in every module, or in none to share evenly"));
+  EXPECT_THAT(
+      ErrorsOf(course({"50", "25"})),
+      ElementsAre("3:1: the weightages must add up to exactly 100%; as fractions they come to 0.75 [a "
+                  "weightage of 50 for module 2 would make it exact]"));
+  EXPECT_THAT(
+      ErrorsOf(course({"100", "25"})),
+      ElementsAre("3:1: the weightages must add up to exactly 100%; as fractions they come to 1.25 [no "
+                  "weightage for module 2 would make it exact; without any weightage all modules share "
+                  "evenly]"));
+  for (const char* weightage : {"0", "-1", "100.1", "1e1", "50%", "nan", "inf", "0.00001", "\"\"", "0x10"}) {
+    EXPECT_THAT(ErrorsOf(course({"50", weightage})), ElementsAre("5:53: " + number)) << weightage;
+  }
+}
+
+TEST_F(CourseFileTest, RefusesWhatIsNoCourseFile) {
+  const std::string expected =
+      "the course file must be made of keys and values; allowed: template, scorm, identifier, title, "
+      "description, version, duration, subject, force-sequence, files, modules";
+  EXPECT_EQ(ErrorsOf("").at(0), "0:0: " + expected);
+  EXPECT_EQ(ErrorsOf("- a\n").at(0), "1:1: " + expected);
+  EXPECT_THAT(ErrorsOf("title: [a\n"), ElementsAre("2:1: end of sequence flow not found"));
+  EXPECT_THAT(ErrorsOf("title: a\n---\ntitle: b\n"),
+              ElementsAre("3:1: a second document starts here; a course file holds one"));
+  EXPECT_THAT(ErrorsOf(std::string(5 << 20, '#')), ElementsAre("0:0: is larger than 4 MiB"));
+  EXPECT_EQ(ReadCourseFile("/nowhere/course.yaml").errors.at(0).message, "doesn't exist");
+  EXPECT_EQ(ReadCourseFile("/").errors.at(0).message, "is a folder; expected a course file");
+}
+
+TEST_F(CourseFileTest, SurvivesDeepNesting) {
+  for (const char* opener : {"[", "{", "- ", "? ", "{a: ", "[{b: "}) {
+    std::string text = "title: ";
+    if (opener[1] == ' ') text = "";
+    for (int level = 0; level < 200'000; ++level) text += opener;
+    const std::vector<std::string> errors = ErrorsOf(text);
+    ASSERT_EQ(errors.size(), 1U) << opener;
+    EXPECT_THAT(errors[0], ::testing::EndsWith("is nested deeper than 64 levels")) << opener;
+  }
+}
+
+}  // namespace

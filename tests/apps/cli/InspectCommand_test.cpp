@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "CliTest.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using Json = nlohmann::json;
+
+class InspectCommandTest : public CliTest {
+ protected:
+  InspectCommandTest() {
+    ScoZip("old")
+        .Scorm12()
+        .Item("Doors &amp; exits", "i.htm")
+        .ItemContent("<adlcp:masteryscore>70</adlcp:masteryscore>")
+        .File("i.htm", "")
+        .File("a/b.js", "")
+        .Save(Work());
+  }
+
+  Json InspectAsJson(const std::vector<std::string>& options, int status) const {
+    std::vector<std::string> arguments = {"inspect", "old.zip", "--json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const ProgramResult result = Plexo(arguments);
+    EXPECT_EQ(result.status, status) << result.err;
+    return Json::parse(result.out);
+  }
+};
+
+TEST_F(InspectCommandTest, TellsEveryFieldOfTheReader) {
+  const Json expected = Json::parse(R"({
+    "identifier": "I-old", "title": "Doors & exits", "href": "i.htm", "metadataLocation": "", "objectiveId": "",
+    "scormVersion": "1.2", "masteryScore": "70", "hasMasteryScore": true, "maxTimeAllowed": "",
+    "hasMaxTimeAllowed": false, "timeLimitAction": "", "hasTimeLimitAction": false, "dataFromLMS": "",
+    "hasDataFromLMS": false, "files": ["i.htm", "a/b.js"], "failed": false, "failureCode": "NONE"})");
+  EXPECT_EQ(InspectAsJson({}, 0), expected);
+  EXPECT_EQ(InspectAsJson({"--scorm", "1.2"}, 0), expected);
+}
+
+TEST_F(InspectCommandTest, ReadsAsACourseOfAnotherVersionDoes) {
+  const Json document = InspectAsJson({"--scorm", "2004"}, 1);
+  EXPECT_EQ(document["failed"], true);
+  EXPECT_EQ(document["failureCode"], "VERSION");
+  EXPECT_EQ(document["masteryScore"], "");
+  EXPECT_EQ(document["files"], Json::array());
+}
+
+TEST_F(InspectCommandTest, TellsPeopleTheSame) {
+  const ProgramResult result = Plexo({"inspect", "old.zip"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "");
+  EXPECT_THAT(result.out, StartsWith("identifier         I-old\ntitle              Doors & exits\n"));
+  EXPECT_THAT(result.out, HasSubstr("\nlaunch data        -\nfiles              2\n  i.htm\n  a/b.js\n"));
+}
+
+TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
+  ScoZip("bare").WithoutManifest().File("sub/IMSmanifest.xml", "").Save(Work());
+  ScoZip("odd").Manifest("<manifest version='1'/>").Save(Work());
+  ScoZip("nohref").Manifest("<manifest version='1.3'><resource/></manifest>").Save(Work());
+  Write("text.zip", "no archive");
+  const struct {
+    const char* package;
+    const char* code;
+    const char* message;
+    const char* reason;
+  } cases[] = {
+      {"bare.zip", nullptr, "Invalid SCORM package!", "it has 'sub/IMSmanifest.xml'; "},
+      {"text.zip", nullptr, "Error extracting the ZIP contents!", ""},
+      {"odd.zip", "VERSION", "SCO selected is of incompatible SCORM version!",
+       "its manifest says version '1'; expected '1.0' or '1.3'"},
+      {"nohref.zip", "PARSE", "There was an error parsing the XML manifest file!",
+       "its element resource lacks the attribute href"},
+  };
+  for (const auto& [package, code, message, reason] : cases) {
+    const ProgramResult result = Plexo({"inspect", package, "--json"});
+    EXPECT_EQ(result.status, 1) << package;
+    EXPECT_THAT(result.err, StartsWith(std::string(package) + ": " + message + "\n  ")) << package;
+    EXPECT_THAT(result.err, HasSubstr(reason)) << package;
+    const Json document = Json::parse(result.out);
+    if (code != nullptr) {
+      EXPECT_EQ(document["failureCode"], code) << package;
+    } else {
+      EXPECT_EQ(document["error"]["message"], message) << package;
+    }
+  }
+}
+
+}  // namespace

@@ -2,6 +2,7 @@
 #include "publish/PlexoPublisher.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <span>
 #include <string>
@@ -10,6 +11,7 @@
 #include "host/files/TzStreamUtil.h"
 #include "host/files/TzZipUtils.h"
 #include "host/session/TzMessageBox.h"
+#include "host/session/TzProblem.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
 #include "publish/PlexoLinearCourseWriter.h"
@@ -106,5 +108,7 @@ int PlexoPublisher::WriteManifestFile(const PlexoCourseModel& course, TzString& 
   if (stream == nullptr) return 1;
   // The replacement is blind: a title that holds the placeholder has it renamed too.
   text.ReplaceAll("hack:", "xmlns");
-  return WriteText(*stream, text) == kTzSuccess ? 0 : 1;
+  if (WriteText(*stream, text) == kTzSuccess) return 0;
+  TzReportSystemProblem(errno, file.GetPath().GetNative(), "can't write");
+  return 1;
 }

@@ -5,15 +5,16 @@
 #include <filesystem>
 #include <new>
 
-#include "apps/cli/CourseReport.h"
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/PackageReasons.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
 #include "core/PlexoModuleCourseModel.h"
+#include "core/PlexoTreeId.h"
 #include "host/files/TzFileUtil.h"
 #include "intake/PlexoAddFileDriver.h"
+#include "publish/PlexoIdentifiers.h"
 #include "publish/PlexoPublisher.h"
 
 namespace {
@@ -26,6 +27,19 @@ std::string GetLocation(const std::string& path, const CourseFileError& error) {
   if (error.line == 0) return path;
   return path + ":" + std::to_string(error.line) + ":" + std::to_string(error.column);
 }
+
+struct PlaceInPackage {
+  ItemKind kind;
+  const char* role;
+};
+
+/// In the order of `PlexoSCOKind`.
+constexpr PlaceInPackage kPlacesInPackage[] = {
+    {ItemKind::PreTest, "pretest"},
+    {ItemKind::PostTest, "post-test"},
+    {ItemKind::Content, "content"},
+    {ItemKind::Item, ""},
+};
 
 /// Sets up the course as the manifest dialog does.
 void EnterDetails(const CourseFile& course, PlexoCourseModel& model) {
@@ -80,15 +94,13 @@ std::vector<CommandFailure> BuildCommand::ReadCourse() {
 }
 
 BuildCommand::Failure BuildCommand::CheckCourse() const {
-  if (course.courseType != PlexoCourseType::LINEAR) {
-    return CommandFailure{ExitStatus::Refused,
-                          options.courseFile,
-                          "the template '" + course.templateName + "' can't be published yet",
-                          {"the only one that can is 'multiple-scos'"}};
-  }
   const auto isTarget = [this](const ListedFile& file) { return target.IsSameFileAs(file.path); };
+  const auto holdsTarget = [&](const CourseModule& module) {
+    return (module.preTest && isTarget(*module.preTest)) || (module.postTest && isTarget(*module.postTest)) ||
+           std::ranges::any_of(module.content, isTarget);
+  };
   if (target.IsSameFileAs(TzPath::FromNative(options.courseFile)) ||
-      std::ranges::any_of(course.files, isTarget)) {
+      std::ranges::any_of(course.files, isTarget) || std::ranges::any_of(course.modules, holdsTarget)) {
     return CommandFailure{
         ExitStatus::Usage, options.package, "is a file of the course; give the package another name", {}};
   }
@@ -97,10 +109,41 @@ BuildCommand::Failure BuildCommand::CheckCourse() const {
 
 BuildCommand::Failure BuildCommand::MakePackage() {
   Failure failure = StartCourse();
-  for (const ListedFile& file : course.files) {
-    if (!failure) failure = AddFile(file);
-  }
+  if (!failure) failure = AddFiles();
   return failure ? failure : Publish();
+}
+
+BuildCommand::Failure BuildCommand::AddFiles() {
+  Failure failure;
+  std::uint32_t index = 0;
+  for (const ListedFile& file : course.files) {
+    if (!failure) failure = AddFile(file, {.index = index++});
+  }
+  for (const CourseModule& module : course.modules) {
+    if (!failure) failure = AddModule(module);
+  }
+  return failure;
+}
+
+BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
+  PlexoModuleCourseModel* model = GetModuleCourseModel();
+  Place place{.moduleIndex = moduleCount++, .moduleKey = TzString::FromNumber(GetNextTreeId())};
+  const std::string number = std::to_string(place.moduleIndex + 1);
+  model->AddModule(place.moduleKey, module.title.value_or("Module_" + number));
+  model->SetWeightage(place.moduleKey, module.weightage);
+  model->SetContentForcedSequence(place.moduleKey, module.forceContentSequence);
+
+  Failure failure;
+  place.kind = PlexoSCOKind::PRE_TEST;
+  if (module.preTest) failure = AddFile(*module.preTest, place);
+  place.kind = PlexoSCOKind::CONTENT;
+  for (const ListedFile& file : module.content) {
+    if (!failure) failure = AddFile(file, place);
+    ++place.index;
+  }
+  place.kind = PlexoSCOKind::POST_TEST;
+  if (!failure && module.postTest) failure = AddFile(*module.postTest, place);
+  return failure;
 }
 
 BuildCommand::Failure BuildCommand::StartCourse() {
@@ -116,6 +159,7 @@ BuildCommand::Failure BuildCommand::StartCourse() {
   model->SetCourseType(course.courseType);
   GetModuleCourseModel()->SetCourseType(course.courseType);
   GetLinearCourseModel()->SetForcedSequence(course.forceSequence);
+  GetModuleCourseModel()->SetModuleForcedSequence(course.forceSequence);
   const bool hasFolder = !model->GetWorkingFolder().IsEmpty() && TzFile(model->GetWorkingFolder()).Exists();
   if (hasFolder) return std::nullopt;
   CommandFailure failure{ExitStatus::Machine, options.workingFolder, "the working folder can't be made", {}};
@@ -124,9 +168,11 @@ BuildCommand::Failure BuildCommand::StartCourse() {
   return failure;
 }
 
-BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file) {
+BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, const Place& place) {
   session.GetUI().AnswerNextChooser({file.path});
-  const bool isPlaced = !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty();
+  const bool isPlaced = place.kind == PlexoSCOKind::LINEAR
+                            ? !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty()
+                            : !PlexoAddFileDriver::AddFilesToModule(place.moduleKey, place.kind).empty();
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   const std::vector<std::string> boxes = session.TakeBoxTexts();
   const std::vector<TzProblem> problems = session.TakeProblems();
@@ -134,15 +180,30 @@ BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file) {
   const bool isMachine = HasMachineFailure(problems);
   if (boxes.empty() && isPlaced && !isMachine) {
     for (const std::string& reason : reasons.Describe(problems)) output.Warn(file.name + ": " + reason);
+    NotePlaced(file, place);
     return std::nullopt;
   }
   CommandFailure failure{isMachine ? ExitStatus::Machine : ExitStatus::Refused, file.name, {}, {}};
   failure.message = boxes.empty() ? "can't be added to the course" : boxes.front();
+  const TzPath scoFolder =
+      PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(file.path), place.kind, place.moduleKey);
   failure.reasons = isMachine || boxes.empty()
                         ? reasons.Describe(problems)
-                        : reasons.Explain(boxes.front(), course.scormVersion, problems);
+                        : reasons.Explain(boxes.front(), course.scormVersion, scoFolder, problems);
   if (failure.reasons.empty()) failure.reasons.emplace_back("the cause can't be seen");
   return failure;
+}
+
+void BuildCommand::NotePlaced(const ListedFile& file, const Place& place) {
+  const PlexoCourseModel* model = GetCourseModel();
+  PlacedSCO sco{.source = file.name, .manifest = model->GetSCOManifest(model->GetSCOManifestCount() - 1)};
+  const PlaceInPackage& inPackage = kPlacesInPackage[static_cast<std::size_t>(place.kind)];
+  const bool inModule = place.kind != PlexoSCOKind::LINEAR;
+  sco.identifier = MakeIdentifier("SCO", place.index, inModule ? place.moduleIndex : kNoIndex, inPackage.kind)
+                       .GetUTF8String();
+  sco.role = inPackage.role;
+  if (inModule) sco.moduleNumber = place.moduleIndex + 1;
+  placed.push_back(std::move(sco));
 }
 
 BuildCommand::Failure BuildCommand::Publish() {
@@ -172,7 +233,7 @@ BuildCommand::Failure BuildCommand::Publish() {
 }
 
 void BuildCommand::PrintReport() {
-  const CourseReport report(course, options.package);
+  const CourseReport report(course, options.package, placed);
   if (output.IsJson()) {
     report.PrintJson(output);
   } else if (options.report == BuildOptions::Report::PathOnly) {

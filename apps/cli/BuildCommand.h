@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,7 +9,9 @@
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CommandSession.h"
 #include "apps/cli/CourseFile.h"
+#include "apps/cli/CourseReport.h"
 #include "apps/cli/PackageTarget.h"
+#include "core/PlexoSCOKind.h"
 
 struct BuildOptions {
   std::string courseFile;
@@ -31,12 +34,23 @@ class BuildCommand {
  private:
   using Failure = std::optional<CommandFailure>;
 
+  /// Where in the course a file goes. Index and module index count from 0, as in the package's identifiers.
+  struct Place {
+    PlexoSCOKind kind = PlexoSCOKind::LINEAR;
+    std::uint32_t index = 0;
+    std::uint32_t moduleIndex = 0;
+    TzString moduleKey = {};
+  };
+
   /// What the command line says, looked at before any work starts.
   [[nodiscard]] Failure CheckOptions() const;
   [[nodiscard]] std::vector<CommandFailure> ReadCourse();
   [[nodiscard]] Failure CheckCourse() const;
   [[nodiscard]] Failure StartCourse();
-  [[nodiscard]] Failure AddFile(const ListedFile& file);
+  [[nodiscard]] Failure AddFiles();
+  [[nodiscard]] Failure AddModule(const CourseModule& module);
+  [[nodiscard]] Failure AddFile(const ListedFile& file, const Place& place);
+  void NotePlaced(const ListedFile& file, const Place& place);
   [[nodiscard]] Failure Publish();
   [[nodiscard]] Failure MakePackage();
   void PrintReport();
@@ -46,4 +60,6 @@ class BuildCommand {
   CommandOutput& output;
   PackageTarget target;
   CourseFile course;
+  std::vector<PlacedSCO> placed;
+  std::uint32_t moduleCount = 0;
 };

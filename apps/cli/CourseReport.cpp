@@ -4,17 +4,17 @@
 #include <nlohmann/json.hpp>
 
 #include "core/PlexoCourseModel.h"
-#include "core/PlexoLinearCourseModel.h"
-#include "publish/PlexoIdentifiers.h"
 
 void CourseReport::PrintText(CommandOutput& output) const {
   output.PrintLine(package);
   std::vector<std::vector<std::string>> rows;
-  for (const PlexoSCOModel& sco : GetLinearCourseModel()->GetSCOs()) {
-    const std::size_t count = sco.manifest.files.size();
-    rows.push_back({"  " + MakePrintable(sco.manifest.title.GetUTF8String()),
-                    MakePrintable(sco.manifest.href.GetUTF8String()),
-                    std::to_string(count) + (count == 1 ? " file" : " files")});
+  for (const auto& [source, identifier, moduleNumber, role, manifest] : scos) {
+    std::vector<std::string>& row = rows.emplace_back();
+    if (moduleNumber != 0) row = {"  module " + std::to_string(moduleNumber), role};
+    const std::size_t count = manifest.files.size();
+    row.push_back((moduleNumber == 0 ? "  " : "") + MakePrintable(manifest.title.GetUTF8String()));
+    row.push_back(MakePrintable(manifest.href.GetUTF8String()));
+    row.push_back(std::to_string(count) + (count == 1 ? " file" : " files"));
   }
   for (const std::string& line : AlignColumns(rows)) output.PrintLine(line);
 }
@@ -27,15 +27,17 @@ void CourseReport::PrintJson(CommandOutput& output) const {
                    {"scorm", model->GetScormVersion().GetUTF8String()},
                    {"template", course.templateName},
                    {"scos", Json::array()}};
-  std::uint32_t index = 0;
-  for (const PlexoSCOModel& sco : GetLinearCourseModel()->GetSCOs()) {
-    const TzString identifier = MakeIdentifier("SCO", index, kNoIndex, ItemKind::Item);
-    document["scos"].push_back({{"title", sco.manifest.title.GetUTF8String()},
-                                {"identifier", identifier.GetUTF8String()},
-                                {"href", sco.manifest.href.GetUTF8String()},
-                                {"files", sco.manifest.files.size()},
-                                {"source", course.files[index].name}});
-    ++index;
+  for (const auto& [source, identifier, moduleNumber, role, manifest] : scos) {
+    Json sco = {{"title", manifest.title.GetUTF8String()},
+                {"identifier", identifier},
+                {"href", manifest.href.GetUTF8String()},
+                {"files", manifest.files.size()},
+                {"source", source}};
+    if (moduleNumber != 0) {
+      sco["module"] = moduleNumber;
+      sco["role"] = role;
+    }
+    document["scos"].push_back(std::move(sco));
   }
   output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
 }

@@ -6,15 +6,29 @@
 
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CourseFile.h"
+#include "core/PlexoSCOManifest.h"
 
-/// Tells of a package that was written: where it is and which SCOs it holds, as the course's models have
-/// them.
+/// A SCO that was added to the course.
+struct PlacedSCO {
+  /// As the course file writes it.
+  std::string source = {};
+  /// Identifier of its item in the package.
+  std::string identifier = {};
+  /// Its module's number from 1, and its place in it ("pretest", "content", "post-test"); 0 and empty in a
+  /// flat course.
+  std::size_t moduleNumber = 0;
+  std::string role = {};
+  PlexoSCOManifest manifest = {};
+};
+
+/// Tells of a package that was written: where it is and which SCOs it holds.
 class CourseReport {
  public:
-  CourseReport(const CourseFile& courseFile, std::string packageName)
-      : course(courseFile), package(std::move(packageName)) {}
+  CourseReport(const CourseFile& courseFile, std::string packageName, std::vector<PlacedSCO> placedSCOs)
+      : course(courseFile), package(std::move(packageName)), scos(std::move(placedSCOs)) {}
 
-  /// The package's path, and a line of title, launch file and number of files for each SCO.
+  /// The package's path, and a line of title, launch file and number of files for each SCO; in a module
+  /// course with its module and its place in front.
   void PrintText(CommandOutput& output) const;
   void PrintPath(CommandOutput& output) const { output.PrintLine(package); }
   void PrintJson(CommandOutput& output) const;
@@ -22,4 +36,5 @@ class CourseReport {
  private:
   const CourseFile& course;
   std::string package;
+  std::vector<PlacedSCO> scos;
 };

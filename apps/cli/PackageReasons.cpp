@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "apps/cli/ManifestFaults.h"
-#include "core/PlexoLinearCourseModel.h"
+#include "core/PlexoCourseModel.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzZipUtils.h"
 
@@ -48,6 +48,7 @@ void Append(std::vector<std::string>& reasons, std::vector<std::string> more) {
 }  // namespace
 
 std::vector<std::string> PackageReasons::Explain(const std::string& boxText, const std::string& courseVersion,
+                                                 const TzPath& scoFolder,
                                                  const std::vector<TzProblem>& problems) {
   const auto says = [&](const char* key) { return boxText == session.GetWords(key); };
   std::vector<std::string> reasons;
@@ -59,7 +60,7 @@ std::vector<std::string> PackageReasons::Explain(const std::string& boxText, con
   }
   reasons = Describe(problems);
   if (says("kPlexoErrorInvalidSCORM")) Append(reasons, ExplainMissingManifest());
-  if (says("kPlexoErrorSCOFolderExists")) Append(reasons, ExplainTakenName());
+  if (says("kPlexoErrorSCOFolderExists")) Append(reasons, ExplainTakenName(scoFolder));
   return reasons;
 }
 
@@ -87,11 +88,11 @@ std::vector<std::string> PackageReasons::ExplainManifest(const TzPath& manifestF
   return reasons;
 }
 
-std::vector<std::string> PackageReasons::ExplainTakenName() const {
+std::vector<std::string> PackageReasons::ExplainTakenName(const TzPath& scoFolder) const {
   const TzString baseName = TzFileUtil::GetBaseFileName(package);
-  for (const PlexoSCOModel& sco : GetLinearCourseModel()->GetSCOs()) {
-    if (sco.scoName != baseName || sco.sourcePath.IsEmpty()) continue;
-    return {"the name '" + baseName.GetUTF8String() + "' is taken by " + sco.sourcePath.GetUTF8String()};
+  for (const PlexoSCOManifest& manifest : GetCourseModel()->GetSCOManifests()) {
+    if (manifest.folderPath != scoFolder.GetString()) continue;
+    return {"the name '" + baseName.GetUTF8String() + "' is taken by " + manifest.sourcePath.GetUTF8String()};
   }
   return {};
 }

@@ -13,8 +13,10 @@ class PackageReasons {
   PackageReasons(CommandSession& commandSession, TzPath packagePath)
       : session(commandSession), package(std::move(packagePath)) {}
 
-  /// The reasons of a refusal in a course of this version. `problems` were reported on the way to it.
+  /// The reasons of a refusal in a course of this version, where the package was to stand in `scoFolder`.
+  /// `problems` were reported on the way to it.
   [[nodiscard]] std::vector<std::string> Explain(const std::string& boxText, const std::string& courseVersion,
+                                                 const TzPath& scoFolder,
                                                  const std::vector<TzProblem>& problems);
 
   /// Why there is no `imsmanifest.xml` at the package's top.
@@ -26,7 +28,7 @@ class PackageReasons {
   [[nodiscard]] std::vector<std::string> Describe(const std::vector<TzProblem>& problems) const;
 
  private:
-  [[nodiscard]] std::vector<std::string> ExplainTakenName() const;
+  [[nodiscard]] std::vector<std::string> ExplainTakenName(const TzPath& scoFolder) const;
 
   CommandSession& session;
   TzPath package;

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
 
 #include "core/PlexoCourseModel.h"
@@ -11,6 +12,7 @@
 #include "core/PlexoLinearCourseModel.h"
 #include "host/files/TzFileUtil.h"
 #include "publish/PlexoManifestWriter.h"
+#include "support/FaultyFileSystem.h"
 #include "support/StagedCourse.h"
 #include "support/TestSession.h"
 
@@ -102,6 +104,22 @@ TEST_F(PlexoPublisherTest, AFailedPackingShowsABoxAndKeepsTheCourseDirty) {
   EXPECT_EQ(Publish(), kTzMachineFailure);
   EXPECT_TRUE(GetCourseModel()->GetIsDirty());
   EXPECT_THAT(session.BoxTexts(), ElementsAre("kPlexoErrorZipping"));
+}
+
+TEST_F(PlexoPublisherTest, ADiskThatFillsUnderTheManifestKeepsTheEarlierPackageAndSaysWhy) {
+  StagedCourse::AddLinearSCOs(1);
+  ASSERT_EQ(Publish(), 0);
+  const std::string earlier = ReadFile(target.Path() / "course.zip");
+  StagedCourse::AddLinear(StagedCourse::Manifest("later"));
+  {
+    const FaultyFileSystem disk(FaultyFileSystem::Operation::Write, 1, ENOSPC);
+    EXPECT_EQ(Publish(), 1);
+  }
+  ASSERT_EQ(session.problems.size(), 1U);
+  EXPECT_EQ(session.problems[0].code, kTzMachineFailure);
+  EXPECT_THAT(session.problems[0].GetText(), testing::EndsWith("can't write: No space left on device"));
+  EXPECT_EQ(ReadFile(target.Path() / "course.zip"), earlier);
+  EXPECT_THAT(ListTree(target.Path()), ElementsAre("course.zip"));
 }
 
 TEST_F(PlexoPublisherTest, AnExcludedFolderAtTheTopStaysOutOfThePackage) {

@@ -143,15 +143,46 @@ TEST_F(BuildCommandTest, TellsEveryErrorOfTheCourseFile) {
   EXPECT_EQ(document["more"][0]["message"], "'none.zip' doesn't exist");
 }
 
-TEST_F(BuildCommandTest, RefusesAModuleCourse) {
+TEST_F(BuildCommandTest, BuildsModulesUnderTheirKeys) {
+  Write(
+      "course.yaml",
+      "template: test-rollup\nidentifier: C\nforce-sequence: true\nmodules:\n"
+      "  - {title: Doors, pretest: doors.zip, content: [intro.zip, doors.zip], post-test: intro.zip}\n"
+      "  - {pretest: doors.zip, content: [intro.zip], post-test: doors.zip, force-content-sequence: true}\n");
+  const ProgramResult result = Build({"--working-folder", "kept"});
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out,
+            "out.zip\n"
+            "  module 1  pretest    The doors  index.htm  1 file\n"
+            "  module 1  content    The intro  index.htm  1 file\n"
+            "  module 1  content    The doors  index.htm  1 file\n"
+            "  module 1  post-test  The intro  index.htm  1 file\n"
+            "  module 2  pretest    The doors  index.htm  1 file\n"
+            "  module 2  content    The intro  index.htm  1 file\n"
+            "  module 2  post-test  The doors  index.htm  1 file\n");
+  EXPECT_TRUE(Exists("kept/1/Content/doors/index.htm"));
+  EXPECT_TRUE(Exists("kept/2/Pre_Test/doors/index.htm"));
+  const std::string manifest = Read("kept/imsmanifest.xml");
+  EXPECT_THAT(manifest, HasSubstr("objectiveMeasureWeight=\"0.500000\""));
+  EXPECT_THAT(manifest, HasSubstr("<title>Doors</title>"));
+  EXPECT_THAT(manifest, HasSubstr("<title>Module_2</title>"));
+
+  const auto scos = nlohmann::json::parse(Build({"--json", "--force"}).out)["scos"];
+  EXPECT_EQ(scos[2]["identifier"], "SCO-Module_1_Content_2");
+  EXPECT_EQ(scos[6]["identifier"], "SCO-Module_2_PostTest");
+  EXPECT_EQ(scos[6]["module"], 2);
+  EXPECT_EQ(scos[6]["role"], "post-test");
+}
+
+TEST_F(BuildCommandTest, RefusesAContentThatItsModuleHasAlready) {
+  ScoZip("intro").Item("Other", "x.htm").File("x.htm", "").Save(Work() / "sub");
   Write("course.yaml",
-        "template: simple-remediation\nidentifier: C\nmodules: [{content: [intro.zip], post-test: "
-        "doors.zip}]\n");
+        "template: simple-remediation\nidentifier: C\nmodules: [{content: [intro.zip, sub/intro.zip], "
+        "post-test: doors.zip}]\n");
   const ProgramResult result = Build();
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.err,
-            "course.yaml: the template 'simple-remediation' can't be published yet\n"
-            "  the only one that can is 'multiple-scos'\n");
+  EXPECT_THAT(result.err, StartsWith("sub/intro.zip: This file has already been added."));
+  EXPECT_THAT(result.err, HasSubstr("is taken by /"));
 }
 
 TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {

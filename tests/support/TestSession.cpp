@@ -49,7 +49,7 @@ TestFolder::~TestFolder() {
   fs::remove_all(path.GetNative(), ignored);
 }
 
-TzPath TestFolder::Write(const std::string& name, const std::string& content) const {
+TzPath TestFolder::Write(const std::string& name, std::string_view content) const {
   TzPath file = path / name;
   WriteFile(file, content);
   return file;
@@ -63,7 +63,7 @@ std::string ReadFile(const TzPath& file) {
   return content.str();
 }
 
-void WriteFile(const TzPath& file, const std::string& content) {
+void WriteFile(const TzPath& file, std::string_view content) {
   fs::create_directories(fs::path(file.GetNative()).parent_path());
   std::ofstream(file.GetNative(), std::ios::binary) << content;
 }

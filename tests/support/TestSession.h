@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/headless/TzHeadlessUI.h"
@@ -43,7 +44,7 @@ class TestFolder {
 
   [[nodiscard]] const TzPath& Path() const { return path; }
   /// Writes a file below the folder, with its folders, and returns its path.
-  TzPath Write(const std::string& name, const std::string& content) const;
+  TzPath Write(const std::string& name, std::string_view content) const;
 
  private:
   TzPath path;
@@ -51,6 +52,6 @@ class TestFolder {
 
 /// The whole content of a file; a test failure if it can't be read.
 std::string ReadFile(const TzPath& file);
-void WriteFile(const TzPath& file, const std::string& content);
+void WriteFile(const TzPath& file, std::string_view content);
 /// Names of everything below a folder, relative to it, sorted; folders end in a slash.
 std::vector<std::string> ListTree(const TzPath& folder);

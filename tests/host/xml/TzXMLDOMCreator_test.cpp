@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "DocumentFolder.h"
 #include "host/xml/TzXMLParser.h"
+#include "support/TestSession.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ Read RoundTrip(const TzString& content) {
   const TzDOMNode root = creator.CreateElementNode("t", {});
   creator.CreateAttributeNode("a", content, root);
   creator.CreateTextNode(content, root);
-  const DocumentFolder folder;
+  const TestFolder folder;
   Read read;
   TzXMLParser parser(0);
   parser.setSource(TzFile(folder.Write("out.xml", Serialize(creator, 1, 1))));

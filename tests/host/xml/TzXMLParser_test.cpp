@@ -4,9 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "DocumentFolder.h"
-#include "host/session/TzProblem.h"
-#include "host/session/TzSession.h"
+#include "support/RecordedProblems.h"
+#include "support/TestSession.h"
 
 namespace {
 
@@ -14,22 +13,6 @@ using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-class ProblemTexts : public ITzProblemSink {
- public:
-  ProblemTexts() {
-    TzSession session = TzSession::Current();
-    session.problems = this;
-    previous = TzSession::Install(session);
-  }
-  ~ProblemTexts() override { TzSession::Install(previous); }
-  void Report(const TzProblem& problem) override { texts.push_back(problem.GetText()); }
-
-  std::vector<std::string> texts;
-
- private:
-  TzSession previous;
-};
 
 struct Reading {
   std::vector<std::string> events;
@@ -41,7 +24,7 @@ std::vector<std::string>& Events(void* userData) { return *static_cast<std::vect
 /// Events read as "<name a=1>", "</name>" and "text".
 Reading Read(const TzPath& document) {
   Reading reading;
-  ProblemTexts problems;
+  const RecordedProblems problems;
   TzXMLParser parser(0);
   parser.setSource(TzFile(document));
   parser.setUserData(&reading.events);
@@ -56,12 +39,12 @@ Reading Read(const TzPath& document) {
     Events(data).emplace_back(text, static_cast<std::size_t>(length));
   });
   parser.parse();
-  reading.problems = problems.texts;
+  reading.problems = problems.Texts();
   return reading;
 }
 
 Reading Read(std::string_view text) {
-  const DocumentFolder folder;
+  const TestFolder folder;
   return Read(folder.Write("imsmanifest.xml", text));
 }
 
@@ -209,12 +192,38 @@ TEST(TzXMLParser, RefusesHostileDocumentsBeforeTheyCost) {
 }
 
 TEST(TzXMLParser, LivesWithoutHandlers) {
-  const DocumentFolder folder;
-  ProblemTexts problems;
+  const TestFolder folder;
+  const RecordedProblems problems;
   TzXMLParser parser(0);
   parser.setSource(TzFile(folder.Write("imsmanifest.xml", "<a>text<b/></a>")));
   parser.parse();
-  EXPECT_THAT(problems.texts, IsEmpty());
+  EXPECT_THAT(problems.Texts(), IsEmpty());
+}
+
+TEST(TzXMLParser, TellsTheLineOfTheTagWhileAHandlerRuns) {
+  const TestFolder folder;
+  struct Lines {
+    explicit Lines(const TzFile& source) : parser(0) {
+      parser.setSource(source);
+      parser.setUserData(this);
+      parser.setElementHandler(
+          [](void* self, const char*, const char**) { static_cast<Lines*>(self)->Note(); },
+          [](void* self, const char*) { static_cast<Lines*>(self)->Note(); });
+      parser.setCharacterDataHandler([](void* self, const char*, int) { static_cast<Lines*>(self)->Note(); });
+      parser.parse();
+    }
+    void Note() { seen.push_back(parser.GetLine()); }
+
+    TzXMLParser parser;
+    std::vector<int> seen;
+  };
+  const Lines whole{TzFile(folder.Write("a.xml", "<?xml version='1.0'?>\n<a\n x='1'>\r\n\n<b/></a>"))};
+  // The start of a, the text before b, b, and the end of a.
+  EXPECT_THAT(whole.seen, ElementsAre(2, 5, 5, 5, 5));
+  EXPECT_EQ(whole.parser.GetLine(), 0);
+
+  const Lines broken{TzFile(folder.Write("b.xml", "<a>\n\n</b>"))};
+  EXPECT_EQ(broken.parser.GetLine(), 3);
 }
 
 }  // namespace

@@ -4,12 +4,15 @@
 #include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <sys/socket.h>
 #include <unistd.h>
+#include <filesystem>
+#include <fstream>
 
 #include <thread>
 
-#include "DocumentFolder.h"
+#include "support/TestSession.h"
 
 namespace {
 
@@ -94,7 +97,7 @@ const std::string kManifest2004 = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 
 std::vector<std::string> Validate(const TzXMLSchemaValidator& validator, std::string_view text) {
-  const DocumentFolder folder;
+  const TestFolder folder;
   std::vector<std::string> findings;
   for (const TzSchemaFinding& finding : validator.Validate(folder.Write("imsmanifest.xml", text))) {
     findings.push_back(std::to_string(finding.line) + ": " + finding.message);
@@ -166,22 +169,22 @@ TEST(TzXMLSchemaValidator, SaysWhatKeepsTheSchemaFromBeingCompiled) {
   EXPECT_THAT(TzXMLSchemaValidator(TzPath(kFolder12), "2004").GetSchemaError(),
               HasSubstr(": 'imscp_v1p1.xsd' is missing"));
 
-  const DocumentFolder copy;
-  std::filesystem::copy(kFolder12, copy.GetFolder(), std::filesystem::copy_options::recursive);
+  const TestFolder copy;
+  std::filesystem::copy(kFolder12, copy.Path().GetNative(), std::filesystem::copy_options::recursive);
   copy.Write("adlcp_rootv1p2.xsd",
              "<schema xmlns='http://www.w3.org/2001/XMLSchema'\n"
              "targetNamespace='http://www.adlnet.org/xsd/adlcp_rootv1p2'>\n"
              "<element name='location' type='missing'/></schema>");
-  const TzXMLSchemaValidator validator(TzPath(copy.GetFolder().string()), "1.2");
+  const TzXMLSchemaValidator validator(copy.Path(), "1.2");
   EXPECT_THAT(validator.GetSchemaError(), testing::StartsWith("adlcp_rootv1p2.xsd: line 3: "));
   EXPECT_THAT(Validate(validator, kManifest12), ElementsAre("0: " + validator.GetSchemaError()));
 }
 
 TEST(TzXMLSchemaValidator, DoesWithoutTheCustomLomDocument) {
-  const DocumentFolder copy;
-  std::filesystem::copy(kFolder2004, copy.GetFolder(), std::filesystem::copy_options::recursive);
+  const TestFolder copy;
+  std::filesystem::copy(kFolder2004, copy.Path().GetNative(), std::filesystem::copy_options::recursive);
   copy.Write("lomCustom.xsd", "no schema at all");
-  EXPECT_EQ(TzXMLSchemaValidator(TzPath(copy.GetFolder().string()), "2004").GetSchemaError(), "");
+  EXPECT_EQ(TzXMLSchemaValidator(copy.Path(), "2004").GetSchemaError(), "");
 }
 
 /// A place in the network that notes whether anybody came.
@@ -212,15 +215,15 @@ class Listener {
 
 TEST(TzXMLSchemaValidator, TakesWhatLiesInTheNetworkFromTheFolder) {
   const Listener listener;
-  const DocumentFolder copy;
-  std::filesystem::copy(kFolder2004, copy.GetFolder(), std::filesystem::copy_options::recursive);
+  const TestFolder copy;
+  std::filesystem::copy(kFolder2004, copy.Path().GetNative(), std::filesystem::copy_options::recursive);
   std::ifstream published(kFolder2004 + "/imscp_v1p1.xsd");
   const std::string text(std::istreambuf_iterator<char>(published), {});
-  std::filesystem::remove(copy.GetFolder() / "imscp_v1p1.xsd");
+  std::filesystem::remove((copy.Path() / "imscp_v1p1.xsd").GetNative());
   copy.Write("imscp_v1p1.xsd",
              Replaced(text, "\"xml.xsd\"", "\"" + listener.GetAddress() + "/2001/03/xml.xsd\""));
 
-  const TzXMLSchemaValidator validator(TzPath(copy.GetFolder().string()), "2004");
+  const TzXMLSchemaValidator validator(copy.Path(), "2004");
   EXPECT_EQ(validator.GetSchemaError(), "");
   const std::string place = listener.GetAddress() + "/imscp_v1p1.xsd";
   const std::string located = R"( xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xsi:schemaLocation=")"

@@ -1,7 +1,11 @@
+# SPDX-License-Identifier: Apache-2.0
 # clang-tidy over our sources, as the target "lint". Each source has a stamp that hangs on its object file, which
 # hangs on every header it includes: so a change re-checks what it touches and nothing else.
 add_custom_target(lint)
 find_program(CLANG_TIDY NAMES clang-tidy-14 clang-tidy)
+if(PLEXO_TESTS AND NOT PLEXO_SANITIZE AND NOT CLANG_TIDY)
+  message(FATAL_ERROR "clang-tidy is missing: it is part of the tests")
+endif()
 
 function(plexo_lint target)
   if(NOT CLANG_TIDY)

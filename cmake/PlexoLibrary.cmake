@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Compiler settings that hold for every target of ours.
 add_library(plexo_options INTERFACE)
 target_compile_options(plexo_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)

@@ -79,8 +79,9 @@ class PlexoCourseModel {
   /// A default record for an index out of range.
   [[nodiscard]] PlexoSCOManifest GetSCOManifest(std::size_t index) const;
   [[nodiscard]] std::size_t GetSCOManifestCount() const { return scoManifests.size(); }
-  /// The whole list.
+  /// The whole list; setting it doesn't touch the dirty mark.
   [[nodiscard]] std::vector<PlexoSCOManifest> GetSCOManifests() const { return scoManifests; }
+  void SetSCOManifests(const std::vector<PlexoSCOManifest>& manifests) { scoManifests = manifests; }
 
   /// Names of the published schema files and folders that a package of each version carries; "" for an index
   /// out of range.
@@ -93,7 +94,7 @@ class PlexoCourseModel {
 
   /// Starts the course on an empty working folder with version "2004" and the published details off but for
   /// the version. Identifier, title, description, duration, subject, package name and the other folders stay.
-  /// A working folder that can't be emptied stays as it is; the rest happens all the same.
+  /// A working folder that can't be emptied keeps what couldn't be deleted; the rest happens all the same.
   void ResetManifestDetails();
 
   /// `courseDuration` as a period of ISO 8601 in hours and minutes ("PT1H30M"), the seconds dropped; "PT0H0M"

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/PlexoModuleCourseModel.h"
 
-#include <cassert>
+#include <algorithm>
+#include <functional>
 #include <new>
+#include <stdexcept>
 #include <utility>
 
 #include "host/files/TzFileUtil.h"
@@ -13,6 +15,11 @@ void DeleteFolderOf(const PlexoSCOModel& sco) {
   if (sco.folderPath.IsEmpty()) return;
   const TzPath folder(sco.folderPath);
   if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
+}
+
+/// Callers know what there is: an index past it is a fault of theirs.
+void RequireIndex(bool exists, const char* invariant) {
+  if (!exists) throw std::logic_error(invariant);
 }
 
 void EmptySlot(PlexoSCOModel& slot) {
@@ -36,13 +43,13 @@ void PlexoModuleCourseModel::RemoveModule(const TzString& key) {
 }
 
 void PlexoModuleCourseModel::SwapModules(std::size_t first, std::size_t second) {
-  assert(first < moduleOrder.size() && second < moduleOrder.size() && "modules to swap exist");
+  RequireIndex(std::max(first, second) < moduleOrder.size(), "the modules to swap exist");
   std::swap(moduleOrder[first], moduleOrder[second]);
 }
 
 void PlexoModuleCourseModel::SwapContentSCOs(const TzString& key, std::size_t first, std::size_t second) {
   auto& contents = modules[key].contents;
-  assert(first < contents.size() && second < contents.size() && "contents to swap exist");
+  RequireIndex(std::max(first, second) < contents.size(), "the contents to swap exist");
   std::swap(contents[first], contents[second]);
 }
 
@@ -56,10 +63,13 @@ void PlexoModuleCourseModel::RemovePostTest(const TzString& key) { EmptySlot(mod
 
 void PlexoModuleCourseModel::RemoveContentSCOs(const TzString& key, const std::vector<int>& indices) {
   auto& contents = modules[key].contents;
+  const auto count = static_cast<int>(contents.size());
+  const bool allExist = std::ranges::all_of(indices, [&](int index) { return index >= 0 && index < count; });
+  RequireIndex(allExist && std::ranges::adjacent_find(indices, std::ranges::greater_equal{}) == indices.end(),
+               "the contents to remove exist, in ascending order");
   int step = 0;
   for (const int index : indices) {
     const int shifted = index - step++;
-    assert(shifted >= 0 && static_cast<std::size_t>(shifted) < contents.size() && "content to remove exists");
     DeleteFolderOf(contents[static_cast<std::size_t>(shifted)]);
     contents.erase(contents.begin() + shifted);
   }

@@ -20,7 +20,9 @@ class PlexoModuleCourseModel {
   void AddModule(const TzString& key, const TzString& title);
   /// Removes the module from the map and from the order.
   void RemoveModule(const TzString& key);
-  /// Exchanges the modules at two positions of the order, given either way round. Both must exist.
+  /// Exchanges the modules at two positions of the order, given either way round. Both must exist, as must
+  /// all that the operations below name by an index: `std::logic_error`, with nothing changed, if one
+  /// doesn't.
   void SwapModules(std::size_t first, std::size_t second);
   /// Exchanges two contents. Both must exist.
   void SwapContentSCOs(const TzString& key, std::size_t first, std::size_t second);
@@ -47,7 +49,7 @@ class PlexoModuleCourseModel {
   [[nodiscard]] std::vector<TzString> GetModuleOrder() const { return moduleOrder; }
 
   /// True if the weightages of all modules with a key, in the order of their keys, add up to exactly 1.0 in
-  /// double precision. There is no tolerance: LMSs add the same numbers in the same way.
+  /// double precision. There is no tolerance.
   [[nodiscard]] bool HasValidTotalWeightage() const;
 
   /// Removes all modules; the flags keep their values.

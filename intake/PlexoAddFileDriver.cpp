@@ -3,11 +3,11 @@
 
 #include <functional>
 
+#include "core/PlexoErrorBox.h"
 #include "core/PlexoModuleCourseModel.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzZipUtils.h"
 #include "host/session/TzFileChooser.h"
-#include "host/session/TzMessageBox.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
 #include "intake/PlexoXMLParser.h"
@@ -17,15 +17,9 @@ namespace {
 /// In the order of `PlexoSCOKind`.
 constexpr const char* kKindFolders[] = {"Pre_Test", "Post_Test", "Content", "Linear"};
 
-void ShowErrorBox(const TzString& title, const TzString& text) {
-  TzMessageBoxOptions options(title, text);
-  options.SetToUseDictionary(false);
-  TzShowOkOnlyMessageBox(options);
-}
-
 /// Shows the text of the key and returns 1, the result of a refusal.
 int Refuse(const ITzStringDictionary& dictionary, const TzString& key) {
-  ShowErrorBox(dictionary.GetString("kPlexoError"), dictionary.GetString(key));
+  ShowErrorBox(dictionary, key);
   return 1;
 }
 
@@ -39,6 +33,13 @@ std::vector<TzPath> ChooseFiles(PlexoCourseModel& course, const ITzStringDiction
   return files;
 }
 
+/// Deletes what a refused file left.
+void DeleteFolderOf(const TzString& baseName, PlexoSCOKind kind, const TzString& moduleName) {
+  if (!PlexoAddFileDriver::CanNameFolder(baseName)) return;
+  const TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
+  if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
+}
+
 /// Runs every chosen file through the driver and hands each success to `place`.
 std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOKind kind,
                                      const TzString& moduleName,
@@ -48,9 +49,7 @@ std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOK
   PlexoSCOModel sco;
   for (const TzPath& file : files) {
     if (PlexoAddFileDriver::AddFileToCourse(file, sco, kind, moduleName) != 0) {
-      const TzPath folder =
-          PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(file), kind, moduleName);
-      if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
+      DeleteFolderOf(TzFileUtil::GetBaseFileName(file), kind, moduleName);
       break;
     }
     place(sco);
@@ -93,6 +92,12 @@ int AddPackage(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind, const 
 
 }  // namespace
 
+bool PlexoAddFileDriver::CanNameFolder(const TzString& baseName) {
+  const std::u16string& units = baseName.GetUnits();
+  return !units.empty() && units != u"." && units != u".." &&
+         units.find_first_of(u"/\\") == std::u16string::npos;
+}
+
 TzPath PlexoAddFileDriver::GetSCOFolder(const TzString& baseName, PlexoSCOKind kind,
                                         const TzString& moduleName) {
   TzPath folder = GetCourseModel()->GetWorkingFolder();
@@ -126,6 +131,8 @@ int PlexoAddFileDriver::AddFileToCourse(const TzPath& path, PlexoSCOModel& sco, 
   const ITzStringDictionary* dictionary = GetStringDictionary();
   if (dictionary == nullptr || !TzFile(path).Exists()) return 1;
   if (TzFileUtil::GetExtension(path) != "zip") return 1;
+  if (!CanNameFolder(TzFileUtil::GetBaseFileName(path))) return 1;
+  if (GetCourseModel()->GetWorkingFolder().IsEmpty()) return 1;
   return AddPackage(path, sco, kind, moduleName, *dictionary);
 }
 

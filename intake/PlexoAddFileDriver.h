@@ -28,7 +28,8 @@ class PlexoAddFileDriver {
 
   /// Adds one file and fills `sco`, for the caller to place. 0 for success, and for a file that was added
   /// already, which only shows a box; 1 for a refusal. Silent refusals: no module name for a module's file,
-  /// no string dictionary, no such file, an extension that isn't taken.
+  /// no string dictionary, no such file, an extension that isn't taken, a name that can't be a folder's,
+  /// no working folder.
   [[nodiscard]] static int AddFileToCourse(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind,
                                            const TzString& moduleName);
 
@@ -38,6 +39,10 @@ class PlexoAddFileDriver {
 
   /// Deletes a SCO's own manifest and schema documents: the published package has one set of each. Always 0.
   static int RemovePackageFiles(const TzPath& scoFolder, const TzString& scormVersion);
+
+  /// True if a file of this base name can have a folder of its own. False for "", ".", ".." and names with a
+  /// separator, which would name another folder.
+  static bool CanNameFolder(const TzString& baseName);
 
   /// Where a file of this base name stands: "Linear"/name in a flat course, else the module's folder, that of
   /// the kind, and the name. The names are fixed, whatever the dictionary holds.

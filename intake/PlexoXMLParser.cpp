@@ -52,8 +52,7 @@ std::optional<PlexoParserState> OrganizationStateOf(std::string_view name) {
 /// them although it was pushed there: its scope stays until `organizations` ends, which then leaves its own
 /// behind. Only the scope of metadata behind the organizations depends on that, and it is kept.
 bool ClosesScope(PlexoParserState state) {
-  return state == MANIFEST || state == ORGANIZATIONS || state == ORGANIZATION || state == ITEM ||
-         state == RESOURCE;
+  return state == MANIFEST || state == ORGANIZATIONS || state == ITEM || state == RESOURCE;
 }
 
 }  // namespace
@@ -140,7 +139,7 @@ void PlexoXMLParser::StartElement(std::string_view name, const char** attributes
 }
 
 // The version attribute alone tells the version; schemaversion is never looked at. A missing one fails as a
-// wrong one: the two texts that an author could see are the same.
+// wrong one: VERSION replaces the PARSE given before.
 void PlexoXMLParser::StartManifest(const char** attributes) {
   PushStructural(MANIFEST);
   RequireAttribute(attributes, "version", manifest.scormVersion);

@@ -40,7 +40,7 @@ enum class PlexoParserState : std::int32_t {
 /// element's tenth isn't seen.
 ///
 /// Failures are sticky: after the first, nothing more is read. XML that isn't well formed is no failure: what
-/// stood before the error was read.
+/// stood before the error was read. A document that breaks a bound of `TzXMLParser` is one, a `PARSE`.
 class PlexoXMLParser : public TzXMLParser {
  public:
   /// The version of the course, "1.2" or "2004", decides which manifests are accepted: version "1.0" unless
@@ -48,8 +48,10 @@ class PlexoXMLParser : public TzXMLParser {
   explicit PlexoXMLParser(const TzString& courseVersion);
   ~PlexoXMLParser() override;
 
-  [[nodiscard]] bool HasFailed() const { return hasFailed; }
-  [[nodiscard]] PlexoParseFailure GetFailureCode() const { return failureCode; }
+  [[nodiscard]] bool HasFailed() const { return hasFailed || WasRefused(); }
+  [[nodiscard]] PlexoParseFailure GetFailureCode() const {
+    return WasRefused() ? PlexoParseFailure::PARSE : failureCode;
+  }
 
   /// Assigns every field that the reader fills; `scoName`, `folderPath` and `sourcePath` stay. A value that
   /// the SCO's manifest lacks is assigned too, as the empty text.

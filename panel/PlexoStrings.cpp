@@ -49,7 +49,7 @@ constexpr DefaultString kDefaultStrings[] = {
     {"kPlexoSCOManifestDialogTimeAllowed", "Time Allowed:"},
     {"kPlexoSCOManifestDialogTimeLimitAction", "Time Limit Action:"},
     {"kPlexoSCOManifestDialogLaunchData", "Launch Data:"},
-    // Kept for translations that carry them
+    // Registered, and shown by nothing
     {"kPlexoSCOColumnTitle", "Module"},
     {"kPlexoAddSCOButtonToolTip", "Add Vantrel SCO File(s)"},
     {"kPlexoDeleteSCOButtonToolTip", "Delete Selected SCO File(s)"},
@@ -164,7 +164,7 @@ constexpr DefaultString kDefaultStrings[] = {
     {"kPlexoUIMoveSelectionUpToolTip", "Move Selection Up"},
     {"kPlexoUIMoveSelectionDownToolTip", "Move Selection Down"},
     {"kPlexoUIDeleteSelectionToolTip", "Delete Selection"},
-    // Shown by no part of the panel, kept for translations
+    // Registered, and shown by no part of the panel
     {"kPlexoErrorNoModuleName", "Module name cannot be empty. Provide a name for the module."},
     {"kPlexoErrorSameModuleName", "The module name already exists. Provide a different name for the module."},
     {"kPlexoErrorNoCourseName", "Course name cannot be empty. Provide a name for the course."},

@@ -24,11 +24,10 @@ class PlexoManifestWriter {
 
   /// An item under `parent` (null: under the default parent) and its title. An empty `identifierref` is left
   /// out. With a manifest, whose SCO stands in `stagedFolder`/`scoName` of the working folder:
-  /// - its metadata file is copied to the top of the working folder under a name built from its path, and
-  /// named
-  ///   in the item's metadata;
-  /// - the files at the top of the SCO's folder that its manifest doesn't list move to the top of the working
-  ///   folder, the later of two of one name replacing the earlier;
+  /// - its metadata file is copied to the top of the working folder, under a name built from its path,
+  ///   which the item's metadata then names;
+  /// - the files at the top of the SCO's folder that its manifest doesn't list move to the top of the
+  ///   working folder, the later of two of one name replacing the earlier;
   /// - its launch data and time limit action follow, their element names in lower case in both versions.
   TzDOMNode WriteItem(const TzString& identifier, const TzString& title, const TzString& identifierref,
                       bool isVisible, TzDOMNode parent, const PlexoSCOManifest* manifest,
@@ -44,7 +43,6 @@ class PlexoManifestWriter {
   /// Hides the LMS's own buttons at this item (ADL navigation presentation); never the previous button.
   void WritePresentation(TzDOMNode item, bool hideExitAll);
 
-  [[nodiscard]] PlexoManifestVersion GetVersion() const { return version; }
   [[nodiscard]] bool IsScorm2004() const { return version == PlexoManifestVersion::Scorm2004; }
   [[nodiscard]] PlexoManifestTree& GetTree() { return tree; }
   [[nodiscard]] TzDOMNode GetOrganizationNode() const { return organizationNode; }

@@ -7,10 +7,10 @@
 #include <span>
 #include <string>
 
+#include "core/PlexoErrorBox.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzStreamUtil.h"
 #include "host/files/TzZipUtils.h"
-#include "host/session/TzMessageBox.h"
 #include "host/session/TzProblem.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
@@ -25,12 +25,6 @@ namespace {
 constexpr std::uint32_t kUnknownFileCode = 0x3F3F3F3F;
 constexpr int kTextWriteMode = 10;
 
-void ShowError(const ITzStringDictionary& dictionary, const TzString& key) {
-  TzMessageBoxOptions options(dictionary.GetString("kPlexoError"), dictionary.GetString(key));
-  options.SetToUseDictionary(false);
-  TzShowOkOnlyMessageBox(options);
-}
-
 /// Takes the folders of SCOs that are kept out of the package from the list.
 void DropExcludedFolders(const PlexoCourseModel& course, std::vector<TzPath>& entries) {
   for (std::size_t index = 0; index < course.GetSCOManifestCount(); ++index) {
@@ -41,7 +35,7 @@ void DropExcludedFolders(const PlexoCourseModel& course, std::vector<TzPath>& en
   }
 }
 
-/// Writes the text as UTF-8, a piece at a time: a large course's manifest needn't lie in memory twice.
+/// Writes the text as UTF-8, a piece at a time: the text of a large course's manifest is large enough once.
 TzErrorCodeEnum WriteText(TzWriteStream& stream, const TzString& text) {
   constexpr std::size_t kPiece = 65536;
   for (std::size_t start = 0; start < text.Length();) {
@@ -69,7 +63,7 @@ int PlexoPublisher::PublishPackage() {
   PlexoCourseModel* course = GetCourseModel();
   if (dictionary == nullptr || course == nullptr) return 1;
   // A package without some schema documents still works in most LMSs, so this doesn't stop it.
-  if (CopySchemaFiles(*course) != 0) ShowError(*dictionary, "kPlexoErrorCopyingXSDs");
+  if (CopySchemaFiles(*course) != 0) ShowErrorBox(*dictionary, "kPlexoErrorCopyingXSDs");
 
   const TzPath workingFolder = course->GetWorkingFolder();
   std::vector<TzPath> entries;
@@ -80,14 +74,15 @@ int PlexoPublisher::PublishPackage() {
   if (result == kTzSuccess) {
     course->SetIsDirty(false);
   } else {
-    ShowError(*dictionary, "kPlexoErrorZipping");
+    ShowErrorBox(*dictionary, "kPlexoErrorZipping");
   }
   return result;
 }
 
 int PlexoPublisher::WriteManifest() {
   const PlexoCourseModel* course = GetCourseModel();
-  if (course == nullptr) return 1;
+  // Without a working folder, relative paths would lead to wherever the host happens to stand.
+  if (course == nullptr || course->GetWorkingFolder().IsEmpty()) return 1;
   PlexoManifestSink sink;
   {
     // The tree is as large as the text: it goes before the text is worked on.

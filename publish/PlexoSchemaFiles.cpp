@@ -18,6 +18,8 @@ int CopyFile(const TzPath& source, const TzPath& target, bool failIfExists, bool
 void CopyFolderTree(const TzPath& source, const TzPath& target) {
   const TzPath copy = target / source.GetFileName();
   std::vector<TzPath> entries;
+  // A SCO's stray file of this name would keep the schema documents out of the package.
+  if (TzFile(copy).GetAttribute(TzFileAttribute::IsFile)) TzFileUtil::DeleteFile(copy);
   if (!TzFile(copy).MakeDirectory(true) ||
       TzFileUtil::GetFileNamesInFolderAtPath(source, entries, true, true) != 0) {
     return;

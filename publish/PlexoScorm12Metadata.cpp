@@ -15,15 +15,15 @@ class Scorm12Record {
   void Write(TzDOMNode metadata) {
     tree.WriteTextNode("schema", "ADL SCORM", metadata);
     tree.WriteTextNode("schemaversion", "1.2", metadata);
-    const TzDOMNode lom =
-        tree.WriteNode("lom", metadata,
-                       {
-                           {"xsi:schemaLocation", TzString(kImsmd12) + " imsmd_rootv1p2p1.xsd"},
-                           {"xmlns:xsi", kXsi},
-                           // A SCORM 2004 namespace, of no effect here: importers have come to know it.
-                           {"xmlns:adlseq", kAdlseq},
-                           {"hack:", kImsmd12},
-                       });
+    const TzDOMNode lom = tree.WriteNode(
+        "lom", metadata,
+        {
+            {"xsi:schemaLocation", TzString(kImsmd12) + " imsmd_rootv1p2p1.xsd"},
+            {"xmlns:xsi", kXsi},
+            // A SCORM 2004 namespace, of no effect here, and part of the format: every 1.2 package has it.
+            {"xmlns:adlseq", kAdlseq},
+            {"hack:", kImsmd12},
+        });
     WriteGeneral(tree.WriteEmptyNode("general", lom));
     WriteLifecycle(tree.WriteEmptyNode("lifecycle", lom));
     const TzDOMNode metametadata = tree.WriteEmptyNode("metametadata", lom);

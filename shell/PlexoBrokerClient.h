@@ -6,6 +6,3 @@ void AttachPlexoBrokerClient(void* addressProc);
 
 /// Lets go of the broker; nothing happens if there is none.
 void DetachPlexoBrokerClient() noexcept;
-
-/// The procedure attached; null where there is none.
-void* GetPlexoBrokerAddressProc();

@@ -219,9 +219,12 @@ BuildCommand::Failure BuildCommand::Publish() {
   failure.reasons = PackageReasons(session, target.folder / target.fileName).Describe(problems);
   if (result == 0) {
     if (boxes.empty() && !HasMachineFailure(problems)) return std::nullopt;
-    if (failure.message.empty()) failure.message = "some files couldn't be copied";
-    failure.reasons.push_back("the package was written, but lacks schema documents of '" +
-                              GetSchemaInstallFolder().GetNative() + "'");
+    if (boxes.empty()) {
+      failure.message = "the package was written, but some files couldn't be copied into it";
+    } else {
+      failure.reasons.push_back("the package was written, but lacks schema documents of '" +
+                                GetSchemaInstallFolder().GetNative() + "'");
+    }
   } else if (failure.message.empty()) {
     failure.message = "the manifest can't be written";
     if (failure.reasons.empty()) {

@@ -14,6 +14,8 @@ enum class ExitStatus : int {
   Usage = 2,
   /// The machine failed: no space, no permission.
   Machine = 3,
+  /// A package that was checked has faults.
+  Findings = 3,
   Interrupted = 130,
 };
 

@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "apps/cli/BuildCommand.h"
+#include "apps/cli/CheckCommand.h"
 #include "apps/cli/InspectCommand.h"
 
 namespace {
@@ -48,6 +49,13 @@ class UsageFormatter : public CLI::Formatter {
   std::string usage;
 };
 
+constexpr const char* kCheckStatuses =
+    "Exit status:\n"
+    "  0  no errors; with --strict, no warnings either\n"
+    "  1  the package couldn't be read: no permission, disk fault\n"
+    "  2  the command line is wrong, or there is no such file\n"
+    "  3  errors were found; with --strict, or warnings\n";
+
 /// The words of the command line, and what they said.
 class Arguments {
  public:
@@ -59,12 +67,14 @@ class Arguments {
     app.footer(std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses);
     DefineBuild();
     DefineInspect();
+    DefineCheck();
   }
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
   void Parse(int argumentCount, const char* const* arguments) { app.parse(argumentCount, arguments); }
 
   [[nodiscard]] bool IsBuild() const { return build->parsed(); }
+  [[nodiscard]] bool IsCheck() const { return check->parsed(); }
   [[nodiscard]] bool WantsJson() const { return isJson; }
   [[nodiscard]] bool IsQuiet() const { return isQuiet; }
   [[nodiscard]] const InspectOptions& GetInspectOptions() const { return inspectOptions; }
@@ -72,6 +82,12 @@ class Arguments {
     BuildOptions options = buildOptions;
     if (isForced) options.existing = PackageTarget::Existing::Replace;
     if (isQuiet) options.report = BuildOptions::Report::PathOnly;
+    return options;
+  }
+  [[nodiscard]] CheckOptions GetCheckOptions() const {
+    CheckOptions options = checkOptions;
+    if (isList) options.package.clear();
+    if (isStrict) options.failing = CheckOptions::Failing::Warnings;
     return options;
   }
 
@@ -114,14 +130,32 @@ class Arguments {
     inspect->footer(kStatuses);
   }
 
+  void DefineCheck() {
+    check = app.add_subcommand("check", "Say whether a SCORM package will work");
+    check->formatter(
+        std::make_shared<UsageFormatter>("plexo check PACKAGE.zip [OPTIONS] | plexo check --list"));
+    auto* choice = check->add_option_group("Either");
+    choice->add_option("PACKAGE.zip", checkOptions.package, "The package, of Plexo or any other maker")
+        ->type_name("");
+    choice->add_flag("--list", isList, "Print the table of all findings, in Markdown");
+    choice->require_option(1);
+    check->add_flag("--strict", isStrict, "Let warnings fail the package too");
+    check->add_flag("--json", isJson, "Print the findings, or the error, as JSON");
+    check->footer(kCheckStatuses);
+  }
+
   CLI::App app;
   CLI::App* build = nullptr;
   CLI::App* inspect = nullptr;
+  CLI::App* check = nullptr;
   BuildOptions buildOptions;
   InspectOptions inspectOptions;
+  CheckOptions checkOptions;
   bool isForced = false;
   bool isQuiet = false;
   bool isJson = false;
+  bool isList = false;
+  bool isStrict = false;
 };
 
 ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
@@ -135,6 +169,8 @@ ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
   ExitStatus status = ExitStatus::Done;
   if (arguments.IsBuild()) {
     status = BuildCommand(arguments.GetBuildOptions(), session, output).Run();
+  } else if (arguments.IsCheck()) {
+    status = CheckCommand(arguments.GetCheckOptions(), session, output).Run();
   } else {
     status = InspectCommand(arguments.GetInspectOptions(), session, output).Run();
   }

@@ -118,7 +118,7 @@ void InspectCommand::PrintText(const Reading& reading) {
   }
   rows.push_back({"files", std::to_string(manifest.files.size())});
   for (const std::string& line : AlignColumns(rows)) output.PrintLine(line);
-  for (const TzString& file : manifest.files) output.PrintLine("  " + file.GetUTF8String());
+  for (const TzString& file : manifest.files) output.PrintLine("  " + MakePrintable(file.GetUTF8String()));
 }
 
 void InspectCommand::PrintJson(const Reading& reading) {

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "host/files/TzFileUtil.h"
+#include "intake/PlexoAddFileDriver.h"
 
 namespace fs = std::filesystem;
 
@@ -33,9 +34,7 @@ std::optional<Objection> ObjectToName(const TzPath& path) {
     return Objection{"is a PDF document; these can't be added yet", ExitStatus::Refused};
   if (extension == "swf") return Objection{"is a SWF movie; these can't be added yet", ExitStatus::Refused};
   if (extension != "zip") return Objection{"is no SCO package; its name must end in .zip"};
-  // The base name becomes the name of a folder.
-  const std::string baseName = TzFileUtil::GetBaseFileName(path).GetUTF8String();
-  if (baseName == "." || baseName == ".." || baseName.find('\\') != std::string::npos) {
+  if (!PlexoAddFileDriver::CanNameFolder(TzFileUtil::GetBaseFileName(path))) {
     return Objection{"can't name a folder in the package; rename the file"};
   }
   return std::nullopt;

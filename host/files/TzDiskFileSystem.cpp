@@ -28,6 +28,7 @@ TzErrorCodeEnum Failed() {
     case EISDIR:
     case ENOTEMPTY:
     case EINVAL:
+    case ENAMETOOLONG:
       return kTzFailure;
     default:
       return kTzMachineFailure;

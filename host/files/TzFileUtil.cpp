@@ -133,6 +133,7 @@ bool TzFileUtil::CreateDirectory(const TzPath& folder, bool withParents) {
 
 bool TzFileUtil::FileCopy(const TzPath& source, const TzPath& target, bool failIfExists) {
   TzFileSystem& files = TzFileSystem::Current();
+  if (files.GetKind(source) == TzNodeKind::Absent) return false;
   const TzPath folder = target.GetParentTzPath();
   if (!folder.IsEmpty() && !CreateDirectory(folder, true)) return false;
   const TzCopyMode mode = failIfExists ? TzCopyMode::FailIfExists : TzCopyMode::Replace;

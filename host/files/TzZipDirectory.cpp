@@ -173,9 +173,12 @@ struct TzZipDirectory::Header {
   const char* ReadName(TzZipEntry& entry) const {
     TzZipName read;
     const char* fault = nullptr;
+    const auto unicode = FindUnicodePath(extra, name);
+    entry.isNameUtf8 = (GetFlags() & kUtf8Flag) != 0 || unicode.has_value();
+    entry.hasBackslash = AsText(name).find('\\') != std::string_view::npos;
     if ((GetFlags() & kUtf8Flag) != 0) {
       fault = ReadUtf8(AsText(name), read);
-    } else if (const auto unicode = FindUnicodePath(extra, name); unicode.has_value()) {
+    } else if (unicode.has_value()) {
       fault = ReadUtf8(*unicode, read);
     } else if ((GetHost() == kUnixHost || GetHost() == kMacHost) && TzZipName::IsUtf8(AsText(name))) {
       // Unix archivers write the bytes that the disk holds, and not all of them say what these mean.
@@ -183,7 +186,7 @@ struct TzZipDirectory::Header {
     } else {
       fault = read.Read(TzZipName::FromCodePage437(AsText(name)));
     }
-    entry.name = std::move(read.text);
+    entry.name = fault == nullptr ? std::move(read.text) : TzZipName::ForMessage(AsText(name));
     entry.isFolder = read.isFolder;
     return fault;
   }

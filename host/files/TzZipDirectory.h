@@ -52,7 +52,7 @@ class TzZipDirectory {
   /// Opens the archive, reads its directory and checks it.
   TzZipFailure Open(const TzPath& archive);
   /// Likewise, but goes on after a fault, and fails only if there is no directory to read. An entry tells its
-  /// first fault; one whose fault is its name has the name as the archive holds it. The guarantees hold for an
+  /// first fault; one whose fault is its name bears it as a message may show it. The guarantees hold for an
   /// entry without a fault.
   TzZipFailure Inspect(const TzPath& archive, std::vector<TzZipFault>& faultList);
 

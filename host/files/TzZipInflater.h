@@ -22,8 +22,8 @@ class TzZipInflater {
   /// Writes the entry's content to the file, which is made or replaced. A failure leaves a file of unknown
   /// content.
   TzZipFailure Unpack(const TzZipEntry& entry, const TzPath& path);
-  /// Writes the entry's content to the stream and closes it. A stream that fails ends the unpacking, as a failure
-  /// of the machine.
+  /// Writes the entry's content to the stream and closes it. A stream that fails ends the unpacking, as a
+  /// failure of the machine.
   TzZipFailure Unpack(const TzZipEntry& entry, std::unique_ptr<TzWriteStream> stream);
 
  private:

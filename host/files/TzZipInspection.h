@@ -12,10 +12,11 @@
 class TzZipInflater;
 class TzZipProgress;
 
-/// What an archive holds, faults and all, for tools that tell people about an archive instead of unpacking it.
+/// What an archive holds, faults and all, for tools that tell people about an archive instead of unpacking
+/// it.
 ///
-/// The rules are those of `TzZipUtils::ExtractFiles`; what breaks one is listed, in the same words, and the rest is
-/// still shown. Memory grows with the number of entries, never with what they hold.
+/// The rules are those of `TzZipUtils::ExtractFiles`; what breaks one is listed, in the same words, and the
+/// rest is still shown. Memory grows with the number of entries, never with what they hold.
 class TzZipInspection {
  public:
   /// Takes an entry's content piece by piece.
@@ -33,8 +34,8 @@ class TzZipInspection {
   [[nodiscard]] const std::vector<TzZipEntry>& GetEntries() const { return directory.GetEntries(); }
   [[nodiscard]] const std::vector<TzZipFault>& GetFaults() const { return faults; }
 
-  /// Hands out the content of an entry of this archive, which must not be faulty. What was handed out before a
-  /// failure counts for nothing.
+  /// Hands out the content of an entry of this archive, which must not be faulty. What was handed out before
+  /// a failure counts for nothing.
   [[nodiscard]] TzZipFailure Read(const TzZipEntry& entry, const PieceHandler& take);
 
  private:

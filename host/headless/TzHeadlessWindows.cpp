@@ -1,13 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/headless/TzHeadlessWindows.h"
 
+#include <sstream>
+
 void TzHeadlessWindows::RegisterApplicationClass(const TzString& className, TzModuleHandle /*module*/) {
   Note("RegisterApplicationClass " + className.GetUTF8String());
 }
 
 TzWindowHandle TzHeadlessWindows::CreateTopLevelWindow(const TzWindowSpec& spec) {
-  Note("CreateTopLevelWindow " + spec.title.GetUTF8String() + " " + std::to_string(spec.width) + "x" +
-       std::to_string(spec.height));
+  std::ostringstream call;
+  call << "CreateTopLevelWindow " << spec.className << " " << spec.title << " style " << std::hex
+       << spec.style << std::dec << " at ";
+  if (spec.x == kTzDefaultPosition) {
+    call << "default";
+  } else {
+    call << spec.x;
+  }
+  call << "," << spec.y << " size " << spec.width << "x" << spec.height;
+  Note(call.str());
   mainWindowArea = {0.0, 0.0, static_cast<TzReal>(spec.width), static_cast<TzReal>(spec.height)};
   return &mainWindow;
 }
@@ -51,7 +61,10 @@ TzWindowHandle TzHeadlessWindows::GetDocumentDock(TzWindowHandle window) {
   return window != nullptr ? &dock : nullptr;
 }
 
-void TzHeadlessWindows::InitializeImageUtils(void* /*brokerAddressProc*/) { Note("InitializeImageUtils"); }
+void TzHeadlessWindows::InitializeImageUtils(void* brokerAddressProc) {
+  Note(brokerAddressProc != nullptr ? "InitializeImageUtils with broker"
+                                    : "InitializeImageUtils without broker");
+}
 void TzHeadlessWindows::TerminateImageUtils() { Note("TerminateImageUtils"); }
 
 void TzHeadlessWindows::SetApplicationName(const TzString& name) {

@@ -60,6 +60,12 @@ void TzString::AppendUTF8(std::string_view utf8) { AppendAsUnits(utf8, units); }
 void TzString::ReplaceAll(const TzString& find, const TzString& replacement) {
   std::size_t found = find.IsEmpty() ? std::u16string::npos : units.find(find.units);
   if (found == std::u16string::npos) return;
+  if (find.Length() == replacement.Length()) {
+    for (; found != std::u16string::npos; found = units.find(find.units, found + find.Length())) {
+      units.replace(found, find.Length(), replacement.units);
+    }
+    return;
+  }
   std::u16string result;
   result.reserve(units.size());
   std::size_t kept = 0;

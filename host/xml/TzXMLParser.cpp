@@ -24,6 +24,8 @@ struct Handlers {
   TzXMLParser::EndHandler end;
   TzXMLParser::CharacterHandler character;
   void* userData;
+  /// Set to the line reached before a handler is called.
+  int* line;
 };
 
 // What a byte-order mark says goes before what the document declares: a document that was saved anew in
@@ -64,20 +66,26 @@ class DocumentReading {
 
   /// Ends the reading at the place reached.
   void SetError(std::string_view message) {
-    error = "line " + std::to_string(XML_GetCurrentLineNumber(parser.get())) + ", column " +
+    NoteLine();
+    error = "line " + std::to_string(*handlers.line) + ", column " +
             std::to_string(XML_GetCurrentColumnNumber(parser.get()) + 1) + ": ";
     error += message;
   }
 
   [[nodiscard]] const std::string& GetError() const { return error; }
+  /// The error is that the document breaks a bound.
+  [[nodiscard]] bool IsRefused() const { return isRefused; }
   /// The encoding that the document declares and expat lacks.
   [[nodiscard]] const std::string& GetUnknownEncoding() const { return unknownEncoding; }
 
  private:
-  void Stop(std::string_view message) {
+  void Refuse(std::string_view message) {
     SetError(message);
+    isRefused = true;
     XML_StopParser(parser.get(), XML_FALSE);
   }
+
+  void NoteLine() { *handlers.line = static_cast<int>(XML_GetCurrentLineNumber(parser.get())); }
 
   void FlushText() {
     if (text.empty()) return;
@@ -91,10 +99,11 @@ class DocumentReading {
     auto& reading = *static_cast<DocumentReading*>(self);
     if (!reading.error.empty()) return;
     if (reading.depth == TzXMLParser::kMaximumDepth) {
-      reading.Stop("elements are nested deeper than " + std::to_string(TzXMLParser::kMaximumDepth));
+      reading.Refuse("elements are nested deeper than " + std::to_string(TzXMLParser::kMaximumDepth));
       return;
     }
     ++reading.depth;
+    reading.NoteLine();
     reading.FlushText();
     if (reading.handlers.start != nullptr)
       reading.handlers.start(reading.handlers.userData, name, attributes);
@@ -105,6 +114,7 @@ class DocumentReading {
     auto& reading = *static_cast<DocumentReading*>(self);
     if (!reading.error.empty()) return;
     --reading.depth;
+    reading.NoteLine();
     reading.FlushText();
     if (reading.handlers.end != nullptr) reading.handlers.end(reading.handlers.userData, name);
   }
@@ -115,7 +125,7 @@ class DocumentReading {
   }
 
   static void OnDoctype(void* self, const char*, const char*, const char*, int) {
-    static_cast<DocumentReading*>(self)->Stop("a document type declaration isn't allowed");
+    static_cast<DocumentReading*>(self)->Refuse("a document type declaration isn't allowed");
   }
 
   static int OnUnknownEncoding(void* self, const char* name, XML_Encoding*) {
@@ -133,6 +143,7 @@ class DocumentReading {
   int depth = 0;
   std::string error;
   std::string unknownEncoding;
+  bool isRefused = false;
 };
 
 struct Outcome {
@@ -140,10 +151,12 @@ struct Outcome {
   std::string message;
   /// The reading ended in the XML declaration, for want of this encoding.
   std::string unknownEncoding;
+  bool isRefused = false;
 };
 
 Outcome TooLarge() {
-  return {kTzBadContent, "larger than " + std::to_string(TzXMLParser::kMaximumSize >> 20U) + " MiB", {}};
+  return {
+      kTzBadContent, "larger than " + std::to_string(TzXMLParser::kMaximumSize >> 20U) + " MiB", {}, true};
 }
 
 /// Feeds one document, through the transcoder if there is one. Null and empty pieces: the end.
@@ -156,11 +169,11 @@ Outcome FeedPiece(DocumentReading& reading, TzXMLTranscoder* transcoder, std::st
     piece = utf8;
   }
   if (!reading.Feed(piece, isLast && isConverted)) {
-    return {kTzBadContent, reading.GetError(), reading.GetUnknownEncoding()};
+    return {kTzBadContent, reading.GetError(), reading.GetUnknownEncoding(), reading.IsRefused()};
   }
   if (!isConverted) {
     reading.SetError("not a character of the declared encoding");
-    return {kTzBadContent, reading.GetError(), {}};
+    return {kTzBadContent, reading.GetError(), {}, false};
   }
   return {};
 }
@@ -168,13 +181,13 @@ Outcome FeedPiece(DocumentReading& reading, TzXMLTranscoder* transcoder, std::st
 Outcome ReadDocument(const TzFile& source, const Handlers& handlers, TzXMLTranscoder* transcoder) {
   if (TzFileSystem::Current().GetSize(source.GetPath()) > TzXMLParser::kMaximumSize) return TooLarge();
   const std::unique_ptr<TzReadStream> stream = TzStreamUtil::CreateFileStreamRead(source);
-  if (stream == nullptr) return {kTzFailure, "can't be opened", {}};
+  if (stream == nullptr) return {kTzFailure, "can't be opened", {}, false};
 
   std::unique_ptr<DocumentReading> reading;
   std::vector<std::byte> buffer(kFirstPiece);
   for (std::size_t total = 0;;) {
     const std::ptrdiff_t count = stream->Read(buffer);
-    if (count < 0) return {kTzMachineFailure, "can't be read", {}};
+    if (count < 0) return {kTzMachineFailure, "can't be read", {}, false};
     total += static_cast<std::size_t>(count);
     if (total > TzXMLParser::kMaximumSize) return TooLarge();
     const std::string_view piece(reinterpret_cast<const char*>(buffer.data()),
@@ -198,7 +211,8 @@ TzXMLParser::TzXMLParser(int /*encoding*/) {}
 TzXMLParser::~TzXMLParser() = default;
 
 void TzXMLParser::parse() {
-  const Handlers handlers{startHandler, endHandler, characterHandler, userData};
+  const Handlers handlers{startHandler, endHandler, characterHandler, userData, &line};
+  line = 0;
   Outcome outcome = ReadDocument(source, handlers, nullptr);
   if (!outcome.unknownEncoding.empty()) {
     // The XML declaration comes before everything that is handed out, so reading can start anew.
@@ -206,7 +220,10 @@ void TzXMLParser::parse() {
       outcome = ReadDocument(source, handlers, transcoder.get());
     }
   }
-  if (outcome.code != kTzSuccess) {
+  wasRefused = outcome.isRefused;
+  if (outcome.code == kTzSuccess) {
+    line = 0;
+  } else {
     TzReportProblem(outcome.code, source.GetPath().GetFileName().GetUTF8String(), outcome.message);
   }
 }

@@ -39,6 +39,14 @@ class TzXMLParser {
   void setUserData(void* data);
   void setSource(const TzFile& file);
 
+  /// Line of the document, from 1 on: while a handler runs, that where the tag starts which it is called
+  /// for, or, for characters, the tag behind them; after a reading that ended in an error of the document,
+  /// that of the error; else 0.
+  [[nodiscard]] int GetLine() const { return line; }
+
+  /// True after a reading that ended because the document breaks a bound of this class, well formed or not.
+  [[nodiscard]] bool WasRefused() const { return wasRefused; }
+
   static constexpr std::size_t kMaximumSize = std::size_t{16} << 20U;
   static constexpr int kMaximumDepth = 256;
 
@@ -48,4 +56,6 @@ class TzXMLParser {
   StartHandler startHandler = nullptr;
   EndHandler endHandler = nullptr;
   CharacterHandler characterHandler = nullptr;
+  int line = 0;
+  bool wasRefused = false;
 };

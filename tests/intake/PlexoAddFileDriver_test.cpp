@@ -21,6 +21,13 @@ namespace {
 
 constexpr const char* kAddedAlready = "This file has already been added. Rename the file and retry adding.";
 
+std::string Nested(int depth) {
+  std::string xml;
+  for (int level = 0; level < depth; ++level) xml += "<a>";
+  for (int level = 0; level < depth; ++level) xml += "</a>";
+  return xml;
+}
+
 class PlexoAddFileDriverTest : public testing::Test {
  protected:
   PlexoAddFileDriverTest() { RegisterDefaultStrings(); }
@@ -114,7 +121,10 @@ TEST_F(PlexoAddFileDriverTest, EveryRefusalHasItsWordsAndLeavesNothingBehind) {
        kVersion},
       {"an item without identifier", withManifest("item", manifest("version='1.3'", "<item/>")), kParse},
       {"no XML", withManifest("text", "hello"), kVersion},
-      {"a document type", withManifest("doctype", "<!DOCTYPE manifest><manifest version='1.3'/>"), kVersion},
+      {"a document type", withManifest("doctype", "<!DOCTYPE manifest><manifest version='1.3'/>"), kParse},
+      {"elements without end", withManifest("nested", manifest("version='1.3'", Nested(300))), kParse},
+      {"a manifest without end",
+       withManifest("long", "<manifest version='1.3'>" + std::string(17 << 20U, ' ')), kParse},
       // These are refused without a word.
       {"another extension", chosen.Write("notes.txt", "x"), ""},
       {"a missing file", chosen.Path() / "missing.zip", ""},
@@ -130,6 +140,34 @@ TEST_F(PlexoAddFileDriverTest, EveryRefusalHasItsWordsAndLeavesNothingBehind) {
   for (const TzShownBox& box : session.ui.GetShownBoxes()) EXPECT_EQ(box.title, "Plexo Error");
   EXPECT_EQ(GetCourseModel()->GetSCOManifestCount(), 0U);
   EXPECT_FALSE(GetCourseModel()->GetIsDirty());
+}
+
+TEST_F(PlexoAddFileDriverTest, ANameThatLeadsElsewhereTouchesNothing) {
+  const TestFolder outside;
+  outside.Write("victim/precious.txt", "x");
+  AddLinear({Package("intro")});
+  const auto before = Staged();
+  const std::string climb = "..\\..\\..\\..\\" + outside.Path().GetFileName().GetUTF8String() + "\\victim";
+  const std::string names[] = {"...txt",           "...zip",       "..zip",
+                               "..\\..\\evil.zip", climb + ".txt", climb + ".zip"};
+  for (const std::string& name : names) {
+    const TzPath file = TzPath::FromNative(chosen.Path().GetNative() + "/" + name);
+    WriteFile(file, "x");
+    EXPECT_THAT(AddLinear({file}), IsEmpty()) << name;
+    EXPECT_EQ(Staged(), before) << name;
+  }
+  EXPECT_THAT(ListTree(outside.Path()), ElementsAre("victim/", "victim/precious.txt"));
+}
+
+TEST_F(PlexoAddFileDriverTest, APackageOf12LosesItsOwnSchemasAndKeepsFoldersOf2004) {
+  GetCourseModel()->SetScormVersion("1.2");
+  ScoZip sco("old");
+  sco.Scorm12().Item("Old", "index.htm").File("index.htm", "x").File("ims_xml.xsd", "x");
+  const TzPath package = sco.File("lom.xsd", "x").File("common/own.js", "x").Save(chosen.Path());
+  EXPECT_THAT(AddLinear({package}), ElementsAre("old"));
+  EXPECT_THAT(Staged(),
+              ElementsAre("Linear/", "Linear/old/", "Linear/old/common/", "Linear/old/common/own.js",
+                          "Linear/old/index.htm", "Linear/old/lom.xsd"));
 }
 
 TEST_F(PlexoAddFileDriverTest, TheFirstRefusalEndsASelectionAndKeepsWhatWasPlaced) {
@@ -175,6 +213,8 @@ TEST_F(PlexoAddFileDriverTest, ModulesKeepTheirTestsAndContentsApart) {
   EXPECT_THAT(Staged(), Contains("4/Pre_Test/intro/index.htm"));
 
   const auto& requests = session.ui.GetChooserRequests();
+  EXPECT_EQ(requests[0].title, "Browse for SCO files");
+  EXPECT_EQ(requests[0].filters.front().extensions, (std::vector<TzString>{"zip", "pdf", "swf"}));
   EXPECT_FALSE(requests[0].multiple);
   EXPECT_TRUE(requests[2].multiple);
   EXPECT_EQ(requests[1].startFolder, chosen.Path());

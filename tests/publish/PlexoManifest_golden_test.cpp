@@ -108,6 +108,20 @@ TEST(PlexoManifestGolden, EverythingThatAScoBrings) {
   }
 }
 
+TEST(PlexoManifestGolden, DetailsThatAreSwitchedOffAreLeftOutOf2004AndNotOf12) {
+  for (const char* version : {"2004", "1.2"}) {
+    TestSession session;
+    PlexoCourseModel* course = GetCourseModel();
+    course->SetScormVersion(version);
+    course->SetCourseIdentifier("Off");
+    course->SetEnableCourseVersion(false);
+    course->SetCourseVersion("2.1");
+    course->SetCourseDuration("01:30:45");
+    course->SetCourseSubject("Safety");
+    ExpectGolden(kGoldenFolder, std::string("details-off-") + version + ".xml", WriteAndRead());
+  }
+}
+
 TEST(PlexoManifestGolden, AreValidAgainstThePublishedSchemaDocuments) {
   const TzPath schemas = TzPath::FromNative(PLEXO_BIN "/Templates/Publish/LMS/Standard/SCORM/Default");
   const TzXMLSchemaValidator scorm12(schemas / "1_2/static", "1.2");

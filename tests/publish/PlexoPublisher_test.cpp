@@ -98,6 +98,12 @@ TEST_F(PlexoPublisherTest, AReadOnlySchemaOfAnEarlierPublishIsReplaced) {
   EXPECT_FALSE(TzFile(copy).GetAttribute(TzFileAttribute::ReadOnly));
 }
 
+TEST_F(PlexoPublisherTest, AStrayFileDoesNotStandInTheWayOfASchemaFolder) {
+  StagedCourse::AddLinear(StagedCourse::Manifest("intro"), {"common"});
+  EXPECT_EQ(Publish(), 0);
+  EXPECT_THAT(Packed(), Contains("common/anyElement.xsd"));
+}
+
 TEST_F(PlexoPublisherTest, AFailedPackingShowsABoxAndKeepsTheCourseDirty) {
   StagedCourse::AddLinearSCOs(1);
   GetCourseModel()->SetPublishFolder(target.Path() / "missing");
@@ -170,6 +176,8 @@ TEST_F(PlexoPublisherTest, MetadataOfAScoIsCopiedUnderAFlatNameAndNeverFromOutsi
       {climb, ""},
       {"../other.xml", ""},
       {"missing.xml", ""},
+      {"data/missing.xml", ""},
+      {std::string(250, 'm'), ""},
   };
   for (const auto& [location, copiedTo] : cases) {
     GetCourseModel()->ResetManifestDetails();
@@ -186,6 +194,7 @@ TEST_F(PlexoPublisherTest, MetadataOfAScoIsCopiedUnderAFlatNameAndNeverFromOutsi
     } else {
       EXPECT_THAT(ListTree(Working()), Contains(copiedTo)) << location;
     }
+    EXPECT_THAT(session.problems, IsEmpty()) << location;
     EXPECT_THAT(ReadFile(Working() / "imsmanifest.xml"),
                 testing::HasSubstr("<adlcp:location>Linear_intro_" + location + "</adlcp:location>"));
   }
@@ -196,27 +205,4 @@ TEST_F(PlexoPublisherTest, AnEmptyCourseStillHasItsFrame) {
   const std::string manifest = ReadFile(Working() / "imsmanifest.xml");
   EXPECT_THAT(manifest, testing::HasSubstr("<title>Course Title</title>"));
   EXPECT_THAT(manifest, testing::HasSubstr("<resources />"));
-}
-
-TEST(PlexoIdentifiers, ComeFromPlacesInTheCourse) {
-  const struct {
-    const char* prefix;
-    std::uint32_t index;
-    std::uint32_t moduleIndex;
-    ItemKind kind;
-    const char* identifier;
-  } cases[] = {
-      {"SCO", 2, kNoIndex, ItemKind::Item, "SCO-Item_3"},
-      {"obj-global", 99999, kNoIndex, ItemKind::Item, "obj-global-Item_100000"},
-      {"RES", 5, 1, ItemKind::PreTest, "RES-Module_2_PreTest"},
-      {"obj-global", kNoIndex, 1, ItemKind::PostTest, "obj-global-Module_2_PostTest"},
-      {"obj", 0, 1, ItemKind::Content, "obj-Module_2_Content_1"},
-      {"obj-global", kNoIndex, 1, ItemKind::Content, "obj-global-Module_2_Content"},
-      {"obj-global", kNoIndex, 1, ItemKind::ModuleObjective, "obj-global-Module_2_"},
-  };
-  for (const auto& [prefix, index, moduleIndex, kind, identifier] : cases) {
-    EXPECT_EQ(MakeIdentifier(prefix, index, moduleIndex, kind), identifier);
-  }
-  EXPECT_EQ("CLUSTER-" + MakeEntityName(1, ItemKind::Module) + "_content_wrapper",
-            "CLUSTER-Module_2_content_wrapper");
 }

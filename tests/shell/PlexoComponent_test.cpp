@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "host/files/TzFileUtil.h"
 #include "shell/ITzComponent.h"
 #include "support/TestSession.h"
 
@@ -71,14 +72,17 @@ TEST(PlexoComponent, StartsAndStopsTheHostsFrameworkInItsOrder) {
   EXPECT_EQ(component->GetKind(), 49);
 
   EXPECT_EQ(component->Start(), 0);
-  EXPECT_THAT(
-      session.windows.GetCalls(),
-      ElementsAre("RegisterApplicationClass PLEXOUI", "CreateTopLevelWindow plexoUI 650x500",
-                  "InitHerder 101", "InitializeImageUtils", "SetApplicationName Plexo Packager",
-                  "StartRoost 1", "GetContainerWindow", "SetParent container", "ShowWindow", "UpdateWindow"));
+  EXPECT_THAT(session.windows.GetCalls(),
+              ElementsAre("RegisterApplicationClass PLEXOUI",
+                          "CreateTopLevelWindow PLEXOUI plexoUI style cf0000 at default,300 size 650x500",
+                          "InitHerder 101", "InitializeImageUtils without broker",
+                          "SetApplicationName Plexo Packager", "StartRoost 1", "GetContainerWindow",
+                          "SetParent container", "ShowWindow", "UpdateWindow"));
 
+  const TzPath scratch = TzFileUtil::CreateTempDir("working");
   const std::size_t started = session.windows.GetCalls().size();
   EXPECT_EQ(component->Stop(), 0);
+  EXPECT_FALSE(TzFile(scratch).Exists());
   const auto calls = session.windows.GetCalls();
   EXPECT_THAT(std::vector(calls.begin() + static_cast<std::ptrdiff_t>(started), calls.end()),
               ElementsAre("EndRoost 1", "UnInitHerder", "TerminateImageUtils", "TerminateAppUI"));
@@ -103,6 +107,18 @@ TEST(PlexoComponent, RegistersItsStringsInTheHostsDictionary) {
   withoutDictionary.dictionary = nullptr;
   TzSession::Install(withoutDictionary);
   EXPECT_EQ(library.Component()->RegisterStrings(), 1);
+}
+
+TEST(PlexoComponent, TheHostsBrokerReachesTheImageHelpers) {
+  TestSession session;
+  static int broker = 0;
+  TzSession withBroker = TzSession::Current();
+  withBroker.brokerAddressProc = []() -> void* { return &broker; };
+  TzSession::Install(withBroker);
+  const LoadedLibrary library;
+  EXPECT_EQ(library.Component()->Start(), 0);
+  EXPECT_THAT(session.windows.GetCalls(), testing::Contains("InitializeImageUtils with broker"));
+  EXPECT_EQ(library.Component()->Stop(), 0);
 }
 
 TEST(PlexoComponent, StartsWithAHostThatOffersNothing) {

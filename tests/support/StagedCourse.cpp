@@ -54,3 +54,16 @@ void StagedCourse::AddModule(const std::string& key, const std::string& title, i
   }
   course->SetPostTest(key, Stage(Manifest("post"), key + "/Post_Test"));
 }
+
+PlexoSCOModel MakeSCO(const std::string& name) {
+  PlexoSCOModel sco;
+  sco.scoName = name;
+  sco.sourcePath = "/chosen/" + name + ".zip";
+  return sco;
+}
+
+std::vector<std::string> NamesOf(const std::vector<PlexoSCOModel>& scos) {
+  std::vector<std::string> names;
+  for (const PlexoSCOModel& sco : scos) names.push_back(sco.scoName.GetUTF8String());
+  return names;
+}

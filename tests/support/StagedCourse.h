@@ -6,6 +6,10 @@
 
 #include "core/PlexoSCOModel.h"
 
+/// A record of a SCO of this name, with nothing behind it.
+PlexoSCOModel MakeSCO(const std::string& name);
+std::vector<std::string> NamesOf(const std::vector<PlexoSCOModel>& scos);
+
 /// Puts SCOs into the process's flat course as intake would leave them, without a package: each with its
 /// files in the working folder and its record in the models.
 class StagedCourse {

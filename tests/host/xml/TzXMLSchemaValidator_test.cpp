@@ -4,12 +4,11 @@
 #include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <sys/socket.h>
 #include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
-
 #include <thread>
 
 #include "support/TestSession.h"

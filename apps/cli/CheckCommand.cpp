@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/CheckCommand.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "check/PlexoFindingTable.h"
+#include "core/PlexoInstallFolder.h"
+
+namespace {
+
+constexpr std::array kSeverities = {PlexoSeverity::Error, PlexoSeverity::Warning, PlexoSeverity::Hint};
+
+PlexoSeverity GetSeverity(const PlexoFinding& finding) {
+  return PlexoFindingTable::GetKind(finding.id).severity;
+}
+
+auto Count(const std::vector<PlexoFinding>& findings, PlexoSeverity severity) {
+  return std::count_if(findings.begin(), findings.end(),
+                       [severity](const PlexoFinding& finding) { return GetSeverity(finding) == severity; });
+}
+
+/// "2 errors, 1 warning", without those that there are none of.
+std::string Summarise(const std::vector<PlexoFinding>& findings) {
+  std::string summary;
+  for (const PlexoSeverity severity : kSeverities) {
+    const auto count = Count(findings, severity);
+    if (count == 0) continue;
+    if (!summary.empty()) summary += ", ";
+    summary += std::to_string(count) + " " + std::string(PlexoFindingTable::GetName(severity));
+    if (count > 1) summary += "s";
+  }
+  return summary.empty() ? "nothing found" : summary;
+}
+
+/// Where a finding is, if its text doesn't say that already.
+std::string DescribePlace(const PlexoPlace& place) {
+  if (place.line == 0) return {};
+  std::string text = place.file + ":" + std::to_string(place.line) + ": ";
+  if (!place.element.empty()) text += place.element + ": ";
+  return text;
+}
+
+}  // namespace
+
+ExitStatus CheckCommand::Run() {
+  if (options.package.empty()) {
+    std::string page = PlexoFindingTable::WriteMarkdown();
+    page.pop_back();  // The output ends the last line itself.
+    output.PrintDocument(page);
+    return ExitStatus::Done;
+  }
+  if (const auto failure = CheckPackage()) return output.Fail({*failure});
+  const PlexoPackageChecker checker(GetSchemaInstallFolder());
+  const PlexoCheckResult result = checker.Check(TzPath::FromNative(options.package));
+  static_cast<void>(session.TakeProblems());
+  if (result.code == kTzCancelled) {
+    return output.Fail({{ExitStatus::Interrupted, options.package, "interrupted", {}}});
+  }
+  if (result.code != kTzSuccess) {
+    return output.Fail({{ExitStatus::Refused, options.package, result.failure, {}}});
+  }
+  if (output.IsJson()) {
+    PrintJson(result.findings);
+  } else {
+    PrintText(result.findings);
+  }
+  const bool fails = Count(result.findings, PlexoSeverity::Error) > 0 ||
+                     (options.failing == CheckOptions::Failing::Warnings &&
+                      Count(result.findings, PlexoSeverity::Warning) > 0);
+  return fails ? ExitStatus::Findings : ExitStatus::Done;
+}
+
+std::optional<CommandFailure> CheckCommand::CheckPackage() const {
+  std::error_code error;
+  const auto status = std::filesystem::status(options.package, error);
+  if (std::filesystem::is_regular_file(status)) return std::nullopt;
+  std::string message = "isn't a file; expected a SCORM package";
+  if (status.type() == std::filesystem::file_type::not_found) message = "doesn't exist";
+  if (status.type() == std::filesystem::file_type::none) message = "can't be looked at: " + error.message();
+  return CommandFailure{ExitStatus::Usage, options.package, std::move(message), {}};
+}
+
+void CheckCommand::PrintText(const std::vector<PlexoFinding>& findings) {
+  std::map<std::pair<PlexoSeverity, PlexoFindingId>, std::vector<const PlexoFinding*>> kinds;
+  for (const PlexoFinding& finding : findings) kinds[{GetSeverity(finding), finding.id}].push_back(&finding);
+  for (const auto& [key, ofKind] : kinds) PrintKind(ofKind);
+  output.PrintLine(options.package + ": " + Summarise(findings));
+}
+
+void CheckCommand::PrintKind(const std::vector<const PlexoFinding*>& findings) {
+  constexpr std::size_t kMostShown = 10;
+  const PlexoFindingKind& kind = PlexoFindingTable::GetKind(findings.front()->id);
+  output.PrintLine(std::string(PlexoFindingTable::GetName(kind.severity)) + " " + std::string(kind.code) +
+                   ": " + std::string(kind.title));
+  for (std::size_t index = 0; index < std::min(findings.size(), kMostShown); ++index) {
+    output.PrintLine("  " + DescribePlace(findings[index]->place) +
+                     PlexoFindingTable::GetText(*findings[index]));
+  }
+  if (findings.size() > kMostShown) {
+    output.PrintLine("  and " + std::to_string(findings.size() - kMostShown) +
+                     " more; --json lists them all");
+  }
+  output.PrintLine("  Way out: " + PlexoFindingTable::GetWayOut(*findings.front()));
+  output.PrintLine("");
+}
+
+void CheckCommand::PrintJson(const std::vector<PlexoFinding>& findings) {
+  using Json = nlohmann::ordered_json;
+  Json list = Json::array();
+  for (const PlexoFinding& finding : findings) {
+    const PlexoFindingKind& kind = PlexoFindingTable::GetKind(finding.id);
+    list.push_back({{"id", kind.code},
+                    {"severity", PlexoFindingTable::GetName(kind.severity)},
+                    {"title", kind.title},
+                    {"file", finding.place.file},
+                    {"line", finding.place.line},
+                    {"element", finding.place.element},
+                    {"text", PlexoFindingTable::GetText(finding)},
+                    {"wayOut", PlexoFindingTable::GetWayOut(finding)}});
+  }
+  const Json document = {{"package", options.package},
+                         {"errors", Count(findings, PlexoSeverity::Error)},
+                         {"warnings", Count(findings, PlexoSeverity::Warning)},
+                         {"hints", Count(findings, PlexoSeverity::Hint)},
+                         {"findings", list}};
+  output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/cli/CommandOutput.h"
+#include "apps/cli/CommandSession.h"
+#include "check/PlexoPackageChecker.h"
+
+struct CheckOptions {
+  /// Empty to list the findings that there are.
+  std::string package;
+  /// The least severity that fails a package.
+  enum class Failing { Errors, Warnings } failing = Failing::Errors;
+};
+
+/// `plexo check`: says whether a SCORM package will work.
+class CheckCommand {
+ public:
+  CheckCommand(const CheckOptions& checkOptions, CommandSession& commandSession, CommandOutput& commandOutput)
+      : options(checkOptions), session(commandSession), output(commandOutput) {}
+
+  [[nodiscard]] ExitStatus Run();
+
+ private:
+  [[nodiscard]] std::optional<CommandFailure> CheckPackage() const;
+  void PrintText(const std::vector<PlexoFinding>& findings);
+  void PrintKind(const std::vector<const PlexoFinding*>& findings);
+  void PrintJson(const std::vector<PlexoFinding>& findings);
+
+  CheckOptions options;
+  CommandSession& session;
+  CommandOutput& output;
+};

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoCheckedPackage.h"
+
+#include <algorithm>
+
+namespace {
+
+using enum PlexoVocabulary;
+
+/// The xml:base values around an element and its own, outermost first.
+std::string GetBase(const PlexoManifestElement& element) {
+  std::string base = element.parent != nullptr ? GetBase(*element.parent) : std::string();
+  const std::string* own = element.GetAttribute(Other, "base");
+  if (own == nullptr) return base;
+  if (!base.empty() && !base.ends_with('/')) base.resize(base.rfind('/') + 1);
+  return base + *own;
+}
+
+}  // namespace
+
+void PlexoCheckedPackage::Index() {
+  IndexFiles();
+  const PlexoManifestElement* root = manifest.GetRoot();
+  if (root == nullptr) return;
+  IndexEdition();
+  if (const auto* list = root->Find(Packaging, "organizations"); list != nullptr) {
+    organizations = list->FindAll(Packaging, "organization");
+    for (const PlexoManifestElement* organization : organizations) IndexItems(*organization);
+  }
+  if (const auto* list = root->Find(Packaging, "resources"); list != nullptr) IndexResources(*list);
+  for (const PlexoManifestElement& element : manifest.GetElements()) {
+    if (element.Is(Adlcp, "location")) metadataFiles.push_back(MakeReference(element, element.text));
+  }
+}
+
+void PlexoCheckedPackage::IndexFiles() {
+  for (const TzZipEntry& entry : archive.GetEntries()) {
+    if (entry.isFolder) continue;
+    files.try_emplace(entry.name, &entry);
+    foldedFiles.try_emplace(FoldCase(entry.name), &entry);
+  }
+}
+
+void PlexoCheckedPackage::IndexEdition() {
+  const PlexoManifestElement* metadata = manifest.GetRoot()->Find(Packaging, "metadata");
+  if (metadata == nullptr) return;
+  const PlexoManifestElement* version = metadata->Find(Packaging, "schemaversion");
+  if (version == nullptr) version = metadata->Find(Packaging, "schema");
+  if (version == nullptr) return;
+  schemaVersion = version->text;
+  edition = GetPlexoEdition(schemaVersion);
+}
+
+void PlexoCheckedPackage::IndexItems(const PlexoManifestElement& parent) {
+  for (const PlexoManifestElement* item : parent.FindAll(Packaging, "item")) {
+    items.push_back(item);
+    IndexItems(*item);
+  }
+}
+
+void PlexoCheckedPackage::IndexResources(const PlexoManifestElement& list) {
+  for (const PlexoManifestElement* element : list.FindAll(Packaging, "resource")) {
+    PlexoResource& resource = resources.emplace_back();
+    resource.element = element;
+    resource.identifier = element->GetValue("identifier");
+    const std::string_view typeName = std::string_view(GetScormTypeName()).substr(6);
+    if (const auto* type = element->GetAttribute(Adlcp, typeName); type != nullptr)
+      resource.scormType = *type;
+    if (const auto* href = element->GetAttribute("href"); href != nullptr && !href->empty()) {
+      resource.launch = MakeReference(*element, *href);
+    }
+    for (const PlexoManifestElement* child : element->children) {
+      if (child->Is(Packaging, "file")) {
+        resource.files.push_back(MakeReference(*child, child->GetValue("href")));
+      } else if (child->Is(Packaging, "dependency")) {
+        resource.dependencies.emplace_back(child, child->GetValue("identifierref"));
+      }
+    }
+    resourcesByIdentifier.try_emplace(resource.identifier, &resource);
+  }
+}
+
+PlexoFileReference PlexoCheckedPackage::MakeReference(const PlexoManifestElement& element,
+                                                      std::string written) const {
+  PlexoFileReference reference;
+  reference.element = &element;
+  reference.href = PlexoHref::Read(GetBase(element), written);
+  reference.written = std::move(written);
+  if (reference.href.isExternal || reference.href.leavesPackage) return reference;
+  reference.entry = FindFile(reference.href.path);
+  if (reference.entry == nullptr) reference.entry = FindFile(reference.href.rawPath);
+  return reference;
+}
+
+const char* PlexoCheckedPackage::GetScormTypeName() const {
+  return edition == PlexoEdition::Scorm12 ? "adlcp:scormtype" : "adlcp:scormType";
+}
+
+const TzZipEntry* PlexoCheckedPackage::FindFile(std::string_view name) const {
+  const auto found = files.find(name);
+  return found != files.end() ? found->second : nullptr;
+}
+
+const TzZipEntry* PlexoCheckedPackage::FindFileInAnyCase(std::string_view name) const {
+  const auto found = foldedFiles.find(FoldCase(name));
+  return found != foldedFiles.end() ? found->second : nullptr;
+}
+
+const PlexoResource* PlexoCheckedPackage::FindResource(std::string_view identifier) const {
+  const auto found = resourcesByIdentifier.find(identifier);
+  return found != resourcesByIdentifier.end() ? found->second : nullptr;
+}
+
+const PlexoResource* PlexoCheckedPackage::GetResourceOf(const PlexoManifestElement& item) const {
+  const std::string* reference = item.GetAttribute("identifierref");
+  return reference != nullptr ? FindResource(*reference) : nullptr;
+}
+
+std::string PlexoCheckedPackage::FoldCase(std::string_view name) {
+  std::string folded(name);
+  std::transform(folded.begin(), folded.end(), folded.begin(), [](char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+  });
+  return folded;
+}

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "check/PlexoEdition.h"
+#include "check/PlexoHref.h"
+#include "check/PlexoManifestDocument.h"
+#include "host/files/TzZipInspection.h"
+
+/// A reference of the manifest to a file of the package.
+struct PlexoFileReference {
+  const PlexoManifestElement* element = nullptr;
+  /// As the manifest writes it, without the bases around it.
+  std::string written;
+  PlexoHref href;
+  /// Null if the package has no such file.
+  const TzZipEntry* entry = nullptr;
+};
+
+/// A resource of the manifest.
+struct PlexoResource {
+  const PlexoManifestElement* element = nullptr;
+  std::string identifier;
+  /// "sco", "asset" or what else is written; empty if the attribute is absent or not of this edition.
+  std::string scormType;
+  std::optional<PlexoFileReference> launch;
+  std::vector<PlexoFileReference> files;
+  /// The identifiers that it depends on.
+  std::vector<std::pair<const PlexoManifestElement*, std::string>> dependencies;
+};
+
+/// A package as the checks look at it: what is in the archive, and what the manifest says about it.
+class PlexoCheckedPackage {
+ public:
+  TzZipInspection archive;
+  PlexoManifestDocument manifest;
+
+  /// Makes the look-ups below, when the archive was opened and, if there is one, the manifest read.
+  void Index();
+
+  [[nodiscard]] PlexoEdition GetEdition() const { return edition; }
+  /// What the manifest names as its schemaversion, or its schema if that is missing.
+  [[nodiscard]] const std::string& GetSchemaVersion() const { return schemaVersion; }
+  /// The attribute of a resource that says what it is: "adlcp:scormtype" in SCORM 1.2.
+  [[nodiscard]] const char* GetScormTypeName() const;
+
+  /// The file of this name; null if there is none.
+  [[nodiscard]] const TzZipEntry* FindFile(std::string_view name) const;
+  /// A file whose name differs at most in the case of ASCII letters; null if there is none.
+  [[nodiscard]] const TzZipEntry* FindFileInAnyCase(std::string_view name) const;
+  /// The first resource of this identifier; null if there is none.
+  [[nodiscard]] const PlexoResource* FindResource(std::string_view identifier) const;
+
+  [[nodiscard]] const std::deque<PlexoResource>& GetResources() const { return resources; }
+  /// In document order, those of nested manifests left out.
+  [[nodiscard]] const std::vector<const PlexoManifestElement*>& GetOrganizations() const {
+    return organizations;
+  }
+  [[nodiscard]] const std::vector<const PlexoManifestElement*>& GetItems() const { return items; }
+  /// The metadata files that the manifest names.
+  [[nodiscard]] const std::vector<PlexoFileReference>& GetMetadataFiles() const { return metadataFiles; }
+
+  /// The resource that an item launches; null if it has none.
+  [[nodiscard]] const PlexoResource* GetResourceOf(const PlexoManifestElement& item) const;
+
+  /// ASCII letters in lower case.
+  static std::string FoldCase(std::string_view name);
+
+ private:
+  void IndexFiles();
+  void IndexEdition();
+  void IndexItems(const PlexoManifestElement& parent);
+  void IndexResources(const PlexoManifestElement& list);
+  [[nodiscard]] PlexoFileReference MakeReference(const PlexoManifestElement& element,
+                                                 std::string written) const;
+
+  PlexoEdition edition = PlexoEdition::Unknown;
+  std::string schemaVersion;
+  std::unordered_map<std::string_view, const TzZipEntry*> files;
+  std::unordered_map<std::string, const TzZipEntry*> foldedFiles;
+  std::deque<PlexoResource> resources;
+  std::unordered_map<std::string_view, const PlexoResource*> resourcesByIdentifier;
+  std::vector<const PlexoManifestElement*> organizations;
+  std::vector<const PlexoManifestElement*> items;
+  std::vector<PlexoFileReference> metadataFiles;
+};

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoFileCheck.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "check/PlexoArchiveCheck.h"
+
+namespace {
+
+using enum PlexoFindingId;
+
+/// Schema documents at the top of a package serve its manifest, and need no resource.
+bool IsSchemaDocument(std::string_view name) {
+  const bool isAtTop = name.find('/') == std::string_view::npos || name.starts_with("common/") ||
+                       name.starts_with("extend/") || name.starts_with("unique/") ||
+                       name.starts_with("vocab/");
+  return isAtTop && (name.ends_with(".xsd") || name.ends_with(".dtd"));
+}
+
+class FileCheck {
+ public:
+  FileCheck(const PlexoCheckedPackage& checked, PlexoFindingList& list) : package(checked), findings(list) {}
+
+  void Run() {
+    for (const PlexoResource& resource : package.GetResources()) {
+      std::unordered_set<const TzZipEntry*> own;
+      std::unordered_set<std::string_view> names;
+      for (const PlexoFileReference& file : resource.files) {
+        own.insert(file.entry);
+        names.insert(file.href.path);
+        if (!file.written.empty()) CheckFile(file, FileMissing, {});
+      }
+      if (!resource.launch.has_value()) continue;
+      const PlexoFileReference& launch = *resource.launch;
+      if (launch.entry == nullptr) {
+        // A launch file that is also listed has had its finding.
+        const bool isListed = names.contains(launch.href.path) && !launch.href.leavesPackage;
+        if (!isListed || launch.href.isExternal) CheckFile(launch, LaunchFileMissing, resource.identifier);
+        continue;
+      }
+      listed.insert(launch.entry);
+      if (own.contains(launch.entry)) continue;
+      CheckWriting(launch);
+      findings.AddElement(LaunchFileUnlisted, *resource.element, {launch.written, resource.identifier});
+    }
+    for (const PlexoFileReference& file : package.GetMetadataFiles()) CheckFile(file, FileMissing, {});
+    CheckUnlisted();
+  }
+
+ private:
+  void CheckFile(const PlexoFileReference& file, PlexoFindingId missing, const std::string& resource) {
+    listed.insert(file.entry);
+    if (file.href.isExternal) {
+      findings.AddElement(HrefExternal, *file.element, {file.written});
+    } else if (file.href.leavesPackage) {
+      findings.AddElement(HrefLeavesPackage, *file.element, {file.written});
+    } else {
+      CheckWriting(file);
+      if (file.entry == nullptr && !file.href.path.empty()) CheckMissing(file, missing, resource);
+    }
+  }
+
+  void CheckWriting(const PlexoFileReference& file) {
+    if (file.href.hasBackslash) findings.AddElement(HrefBackslash, *file.element, {file.written});
+    // An escape that is right in form, but stands for itself, would be decoded by an LMS.
+    const bool isDecodedWrongly =
+        file.entry != nullptr && file.href.path != file.href.rawPath && file.entry->name == file.href.rawPath;
+    if (file.href.hasRawCharacters || isDecodedWrongly) {
+      findings.AddElement(HrefRawCharacters, *file.element, {file.written});
+    }
+  }
+
+  void CheckMissing(const PlexoFileReference& file, PlexoFindingId missing, const std::string& resource) {
+    const TzZipEntry* other = package.FindFileInAnyCase(file.href.path);
+    if (other == nullptr) {
+      findings.AddElement(missing, *file.element, {file.written, resource});
+      return;
+    }
+    listed.insert(other);
+    findings.AddElement(FileNameCase, *file.element, {file.written, other->name});
+  }
+
+  void CheckUnlisted() {
+    for (const TzZipEntry& entry : package.archive.GetEntries()) {
+      if (entry.isFolder || entry.isFaulty || entry.name == PlexoFindingList::kManifestName ||
+          listed.contains(&entry) || IsSchemaDocument(entry.name) ||
+          !PlexoArchiveCheck::GetLeaver(entry.name).empty()) {
+        continue;
+      }
+      findings.AddFile(FileUnlisted, entry.name, {entry.name});
+    }
+  }
+
+  const PlexoCheckedPackage& package;
+  PlexoFindingList& findings;
+  /// The files that the manifest names anywhere, found in the package.
+  std::unordered_set<const TzZipEntry*> listed;
+};
+
+}  // namespace
+
+void PlexoFileCheck::Run(const PlexoCheckedPackage& package, PlexoFindingList& findings) {
+  FileCheck(package, findings).Run();
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Everything that the checker can find, in the order of its table.
+enum class PlexoFindingId {
+  ArchiveUnreadable,
+  ManifestMissing,
+  ManifestInFolder,
+  ManifestNameCase,
+  EntryNameRefused,
+  EntryClash,
+  EntryPacking,
+  EntryDamaged,
+  ArchiveUnpacksHuge,
+  EntryCaseTwins,
+  EntryNameEncoding,
+  EntryBackslash,
+  EntryNameOnWindows,
+  EntryJunk,
+
+  ManifestTooLarge,
+  ManifestIllFormed,
+  ManifestInvalid,
+  SchemaUnavailable,
+  EditionNotValidated,
+  SchemaFileMissing,
+
+  RootNotManifest,
+  EditionUnknown,
+  NamespaceOfOtherEdition,
+  NoOrganization,
+  OrganizationEmpty,
+  TitleMissing,
+  ItemWithoutResource,
+  ItemWithBoth,
+  ResourceWithoutHref,
+  ScormTypeMissing,
+  ResourceType,
+  ResourceUnused,
+  LowerCaseLaunchData,
+  RepeatedLaunchData,
+
+  ManifestIdentifierDigit,
+  IdentifierMalformed,
+  IdentifierTwice,
+  ItemResourceUnknown,
+  DependencyUnknown,
+  DefaultOrganizationUnknown,
+  SharedSequencingUnknown,
+
+  FileMissing,
+  LaunchFileMissing,
+  LaunchFileUnlisted,
+  FileNameCase,
+  FileUnlisted,
+  HrefRawCharacters,
+  HrefBackslash,
+  HrefLeavesPackage,
+  HrefExternal,
+
+  ObjectiveUnknown,
+  GlobalNeverWritten,
+  GateNeverOpens,
+  FlowOff,
+  NothingReachable,
+  WeightsDontSum,
+  WeightMalformed,
+  SequencingOrder,
+  NeverSuccess,
+  ReportsNothing,
+  NeverComplete,
+  FailedPretestOpens,
+
+  OtherEditionApi,
+  NoApi,
+  SessionNotEnded,
+  AssetUsesApi,
+
+  PathTooLong,
+  IdentifierTooLong,
+  TitleTooLong,
+  HrefTooLong,
+  ParametersTooLong,
+  LaunchDataTooLong,
+  MetadataTooLong,
+  SuspendDataLimited,
+
+  Count
+};
+
+/// Where something was found.
+struct PlexoPlace {
+  /// The entry of the package; empty for the package as a whole.
+  std::string file;
+  /// From 1 on; 0 where there is none.
+  int line = 0;
+  /// An element of the manifest: "/manifest/organizations/organization[2]". The number counts siblings of one
+  /// name.
+  std::string element;
+};
+
+/// One thing that the checker found.
+struct PlexoFinding {
+  PlexoFindingId id = PlexoFindingId::Count;
+  PlexoPlace place;
+  /// What stands in the braces of the table's text.
+  std::vector<std::string> words;
+};

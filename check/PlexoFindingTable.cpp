@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoFindingTable.h"
+
+#include <array>
+#include <cstddef>
+
+namespace {
+
+using enum PlexoFindingId;
+constexpr auto kError = PlexoSeverity::Error;
+constexpr auto kWarning = PlexoSeverity::Warning;
+constexpr auto kHint = PlexoSeverity::Hint;
+
+// What a script reports is found by looking for words in it, so that these texts say "as far as its scripts
+// show".
+constexpr std::array kKinds = {
+    PlexoFindingKind{ArchiveUnreadable, "PLX-001", kError, "The package can't be read as a ZIP archive",
+                     "the package: {0}", "pack the course again as a plain ZIP archive"},
+    PlexoFindingKind{ManifestMissing, "PLX-002", kError, "There is no imsmanifest.xml",
+                     "the package: holds no 'imsmanifest.xml'", "add the manifest at the top of the package"},
+    PlexoFindingKind{ManifestInFolder, "PLX-003", kError, "The manifest isn't at the top of the package",
+                     "'{0}': an LMS looks for the manifest at the top of the package only",
+                     "pack what is in the folder, not the folder itself"},
+    PlexoFindingKind{ManifestNameCase, "PLX-004", kError, "The manifest's name is written in another case",
+                     "'{0}': the manifest's name must be 'imsmanifest.xml', in lower case", "rename it"},
+    PlexoFindingKind{EntryNameRefused, "PLX-005", kError, "An entry's name is unsafe", "'{0}': {1}",
+                     "rename the file and pack the course again"},
+    PlexoFindingKind{EntryClash, "PLX-006", kError, "Two entries can't both be unpacked", "'{0}': {1}",
+                     "remove one of them"},
+    PlexoFindingKind{EntryPacking, "PLX-007", kError, "An entry can't be unpacked everywhere", "'{0}': {1}",
+                     "pack the course again with plain files, without a password, stored or deflated"},
+    PlexoFindingKind{EntryDamaged, "PLX-008", kError, "An entry is damaged", "'{0}': {1}",
+                     "pack the course again, and check how the package was transferred"},
+    PlexoFindingKind{ArchiveUnpacksHuge, "PLX-009", kError, "The package unpacks to far more than its size",
+                     "the package: {0}", "remove what the course doesn't need"},
+    PlexoFindingKind{EntryCaseTwins, "PLX-010", kWarning, "Two names differ in case only",
+                     "'{0}': differs from '{1}' in case only, so one replaces the other on some servers",
+                     "rename one of them"},
+    PlexoFindingKind{EntryNameEncoding, "PLX-011", kWarning, "A name beyond ASCII isn't marked as UTF-8",
+                     "'{0}': its name isn't marked as UTF-8, so an LMS may unpack it under another",
+                     "use names in ASCII, or a packer that writes UTF-8 names"},
+    PlexoFindingKind{EntryBackslash, "PLX-012", kWarning, "A name is written with back-slashes",
+                     "'{0}': written with back-slashes, which some servers take as part of the name",
+                     "use a packer that writes slashes"},
+    PlexoFindingKind{EntryNameOnWindows, "PLX-013", kWarning, "A name can't be used on Windows",
+                     "'{0}': a server on Windows can't store a name {1}", "rename the file"},
+    PlexoFindingKind{EntryJunk, "PLX-014", kHint, "A file that a system left behind",
+                     "'{0}': left behind by {1}, and of no use in a course", "leave it out of the package"},
+
+    PlexoFindingKind{ManifestTooLarge, "PLX-101", kError, "The manifest is too large",
+                     "'imsmanifest.xml': {0}; the rest of it isn't checked",
+                     "split the course, or list fewer files"},
+    PlexoFindingKind{ManifestIllFormed, "PLX-102", kError, "The manifest isn't well-formed XML",
+                     "'imsmanifest.xml': {0}", "mend the XML at this place"},
+    PlexoFindingKind{ManifestInvalid, "PLX-103", kError, "The manifest breaks the schema of its edition",
+                     "{0}", "follow the published schema of the edition"},
+    PlexoFindingKind{SchemaUnavailable, "PLX-104", kWarning, "The manifest couldn't be validated",
+                     "the schema documents: {0}", "install the program again with its Templates folder"},
+    PlexoFindingKind{
+        EditionNotValidated, "PLX-105", kHint, "The edition's schema isn't at hand",
+        "'{0}': the manifest wasn't validated, for only the schemas of SCORM 1.2 and SCORM 2004 3rd "
+        "Edition are at hand",
+        "validate it elsewhere"},
+    PlexoFindingKind{SchemaFileMissing, "PLX-106", kWarning, "A schema document is named and missing",
+                     "'{0}': named in xsi:schemaLocation, but not in the package",
+                     "add the document, or leave it out of xsi:schemaLocation"},
+
+    PlexoFindingKind{RootNotManifest, "PLX-201", kError, "The document is no manifest",
+                     "'{0}': the document's element must be 'manifest'", "export the course as SCORM"},
+    PlexoFindingKind{EditionUnknown, "PLX-202", kError, "The manifest names no edition that is known",
+                     "'{0}': no schemaversion of SCORM; known are '1.2', 'CAM 1.3', '2004 3rd Edition' and "
+                     "'2004 4th Edition'",
+                     "write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
+    PlexoFindingKind{NamespaceOfOtherEdition, "PLX-203", kError,
+                     "The manifest's namespace is of another edition",
+                     "'{0}': isn't the namespace of SCORM {1}", "write '{2}'"},
+    PlexoFindingKind{NoOrganization, "PLX-204", kError, "There is no organization",
+                     "the manifest: has no organization, so an LMS has nothing to show",
+                     "add an organization with the course's items"},
+    PlexoFindingKind{OrganizationEmpty, "PLX-205", kError, "An organization has no item",
+                     "organization '{0}': has no item", "add an item, or remove the organization"},
+    PlexoFindingKind{TitleMissing, "PLX-206", kError, "A title is missing", "{0} '{1}': has no title",
+                     "add a title"},
+    PlexoFindingKind{ItemWithoutResource, "PLX-207", kError, "An item leads nowhere",
+                     "item '{0}': has neither a resource nor items below it",
+                     "add an identifierref, or remove it"},
+    PlexoFindingKind{ItemWithBoth, "PLX-208", kError, "An item has both a resource and items below it",
+                     "item '{0}': has a resource and items below it, which SCORM 2004 doesn't allow",
+                     "move the resource to an item of its own"},
+    PlexoFindingKind{ResourceWithoutHref, "PLX-209", kError, "A launched resource has no href",
+                     "resource '{0}': has no href, but item '{1}' launches it", "add the launch file's href"},
+    PlexoFindingKind{ScormTypeMissing, "PLX-210", kError, "A launched resource has no valid SCORM type",
+                     "resource '{0}': its {1} must be 'sco' or 'asset'", "write '{1}' with the right value"},
+    PlexoFindingKind{ResourceType, "PLX-211", kError, "A launched resource isn't web content",
+                     "resource '{0}': its type is '{1}'", "write type=\"webcontent\""},
+    PlexoFindingKind{ResourceUnused, "PLX-212", kHint, "A SCO is never launched",
+                     "resource '{0}': a SCO that no item launches", "add an item for it, or remove it"},
+    PlexoFindingKind{
+        LowerCaseLaunchData, "PLX-213", kWarning, "Launch data under its SCORM 1.2 name",
+        "item '{0}': '{1}' in lower case is the SCORM 1.2 name: the schema of 2004 refuses it, and many "
+        "LMSs don't read it. Plexo writes it on purpose, for the LMSs that import its packages do",
+        "write adlcp:dataFromLMS and adlcp:timeLimitAction where the LMS follows the standard"},
+    PlexoFindingKind{
+        RepeatedLaunchData, "PLX-214", kWarning, "A SCORM 1.2 element stands twice in an item",
+        "item '{0}': '{1}' stands more than once. Plexo writes its own beside the SCO's on purpose; "
+        "an LMS may take either",
+        "keep one of them where the LMS refuses both"},
+
+    PlexoFindingKind{ManifestIdentifierDigit, "PLX-301", kError,
+                     "The manifest's identifier starts with a digit",
+                     "'{0}': an identifier can't start with a digit", "put a letter in front"},
+    PlexoFindingKind{IdentifierMalformed, "PLX-302", kError, "An identifier is malformed",
+                     "{0}: '{1}' is no identifier",
+                     "start with a letter or '_', then letters, digits, '.', '-' or '_'"},
+    PlexoFindingKind{IdentifierTwice, "PLX-303", kError, "An identifier is declared twice",
+                     "'{0}': declared already in line {1}", "give every element an identifier of its own"},
+    PlexoFindingKind{ItemResourceUnknown, "PLX-304", kError, "An item's resource doesn't exist",
+                     "item '{0}': refers to resource '{1}', which doesn't exist",
+                     "correct the identifierref, or add the resource"},
+    PlexoFindingKind{DependencyUnknown, "PLX-305", kError, "A dependency doesn't exist",
+                     "resource '{0}': depends on '{1}', which doesn't exist",
+                     "correct or remove the dependency"},
+    PlexoFindingKind{DefaultOrganizationUnknown, "PLX-306", kError, "The default organization doesn't exist",
+                     "'{0}': no organization has this identifier",
+                     "name one of the organizations as the default"},
+    PlexoFindingKind{SharedSequencingUnknown, "PLX-307", kError, "Shared sequencing doesn't exist",
+                     "'{0}': no sequencing of the collection has this ID",
+                     "correct the IDRef, or add the sequencing"},
+
+    PlexoFindingKind{FileMissing, "PLX-401", kError, "A listed file is missing",
+                     "'{0}': listed in the manifest, but not in the package",
+                     "add the file, or don't list it"},
+    PlexoFindingKind{LaunchFileMissing, "PLX-402", kError, "A launch file is missing",
+                     "'{0}': launched by resource '{1}', but not in the package",
+                     "add the file, or correct the href"},
+    PlexoFindingKind{LaunchFileUnlisted, "PLX-403", kWarning,
+                     "A launch file isn't among its resource's files",
+                     "'{0}': launched by resource '{1}', which doesn't list it", "add a file element for it"},
+    PlexoFindingKind{FileNameCase, "PLX-404", kError, "A name in the manifest differs in case",
+                     "'{0}': the package holds it as '{1}', so it isn't found on many servers",
+                     "write the name as it is in the package"},
+    PlexoFindingKind{FileUnlisted, "PLX-405", kHint, "A file isn't listed in the manifest",
+                     "'{0}': no resource lists it, so an LMS may leave it out", "list it, or remove it"},
+    PlexoFindingKind{HrefRawCharacters, "PLX-406", kWarning, "An href holds % or brackets as they are",
+                     "'{0}': '%', '[' and ']' must be written as %25, %5B and %5D in an href",
+                     "rename the file, or escape the characters"},
+    PlexoFindingKind{HrefBackslash, "PLX-407", kError, "An href holds a back-slash",
+                     "'{0}': a back-slash doesn't separate folders in an href", "write slashes"},
+    PlexoFindingKind{HrefLeavesPackage, "PLX-408", kError, "An href leads out of the package",
+                     "'{0}': leads out of the package", "put the file into the package"},
+    PlexoFindingKind{
+        HrefExternal, "PLX-409", kHint, "A resource is on another server",
+        "'{0}': isn't in the package, so it must be within the learner's reach, and can't call the LMS",
+        "put the content into the package"},
+
+    PlexoFindingKind{ObjectiveUnknown, "PLX-501", kError, "A rule refers to an objective that doesn't exist",
+                     "item '{0}': a rule refers to objective '{1}', which the item doesn't have",
+                     "add the objective to the item, or correct the rule"},
+    PlexoFindingKind{GlobalNeverWritten, "PLX-502", kWarning, "A global objective is read and never written",
+                     "item '{0}': reads the global objective '{1}', which nothing in the course writes",
+                     "write it from the item that it is about"},
+    PlexoFindingKind{GateNeverOpens, "PLX-503", kError, "An item waits for a status that nothing sets",
+                     "item '{0}': stays closed until objective '{1}' has a status, which nothing sets",
+                     "map the objective to a global one that an earlier item writes"},
+    PlexoFindingKind{
+        FlowOff, "PLX-504", kWarning, "Flow is off",
+        "{0} '{1}': flow is off, so that neither starting the course nor \"Continue\" leads into it",
+        "write flow=\"true\" into its controlMode"},
+    PlexoFindingKind{NothingReachable, "PLX-505", kError, "Flow and choice are both off",
+                     "{0} '{1}': flow and choice are both off, so nothing in it can be reached",
+                     "switch one of them on in its controlMode"},
+    PlexoFindingKind{WeightsDontSum, "PLX-506", kWarning, "Weights don't add up to 1",
+                     "{0} '{1}': the weights of its children add up to {2}, not 1",
+                     "correct objectiveMeasureWeight"},
+    PlexoFindingKind{WeightMalformed, "PLX-507", kError, "A weight isn't a plain number from 0 to 1",
+                     "item '{0}': its weight is '{1}'; expected a number from 0 to 1 without an exponent",
+                     "write it as 0.25"},
+    PlexoFindingKind{
+        SequencingOrder, "PLX-508", kError, "Parts of sequencing stand in the wrong order",
+        "'{0}': must stand before '{1}'",
+        "order them: controlMode, sequencingRules, limitConditions, auxiliaryResources, rollupRules, "
+        "objectives, randomizationControls, deliveryControls"},
+    PlexoFindingKind{
+        NeverSuccess, "PLX-509", kError,
+        "Content reports completion and never success, but success is "
+        "waited for",
+        "item '{0}': reports completion and never success, as far as its scripts show, but '{1}' waits "
+        "for its success and stays closed for ever",
+        "let the content set cmi.success_status, or don't force the order"},
+    PlexoFindingKind{
+        ReportsNothing, "PLX-510", kError, "Content reports nothing, but is waited for",
+        "item '{0}': reports neither completion nor success, as far as its scripts show, but '{1}' waits "
+        "for it and stays closed for ever",
+        "let the content report, or let the LMS set its status (completionSetByContent and "
+        "objectiveSetByContent \"false\")"},
+    PlexoFindingKind{
+        NeverComplete, "PLX-511", kWarning, "Content reports success and never completion",
+        "item '{0}': reports success and never completion, as far as its scripts show, so the course "
+        "stays incomplete",
+        "let the content set cmi.completion_status"},
+    PlexoFindingKind{FailedPretestOpens, "PLX-512", kWarning, "A failed pretest opens what comes next",
+                     "'{0}': opens as soon as '{1}' has any status, so failing that pretest is enough",
+                     "know it, or wait for satisfied instead of objectiveStatusKnown"},
+
+    PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
+                     "item '{0}': its scripts call {1} only, which a SCORM {2} course doesn't offer",
+                     "publish the content for SCORM {2}"},
+    PlexoFindingKind{NoApi, "PLX-602", kWarning, "A SCO never calls the LMS",
+                     "item '{0}': a SCO whose scripts never call {1}, as far as they show",
+                     "add the calls, or make it an asset"},
+    PlexoFindingKind{SessionNotEnded, "PLX-603", kWarning, "A SCO never ends its session",
+                     "item '{0}': its scripts call {1} and never {2}, as far as they show",
+                     "end the session when the page goes"},
+    PlexoFindingKind{AssetUsesApi, "PLX-604", kWarning, "An asset calls the LMS",
+                     "item '{0}': is an asset, but its scripts call {1}: an LMS needn't offer it the API",
+                     "make the resource a 'sco'"},
+
+    PlexoFindingKind{PathTooLong, "PLX-701", kWarning, "A path is too long for some servers",
+                     "'{0}': {1} characters; {2} are safe ({3})", "shorten the names of folders"},
+    PlexoFindingKind{IdentifierTooLong, "PLX-702", kWarning, "An identifier is longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})", "shorten it"},
+    PlexoFindingKind{TitleTooLong, "PLX-703", kWarning, "A title is longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})", "shorten it"},
+    PlexoFindingKind{HrefTooLong, "PLX-704", kWarning, "An href is longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})", "shorten the names of folders"},
+    PlexoFindingKind{ParametersTooLong, "PLX-705", kWarning, "Parameters are longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})", "shorten them"},
+    PlexoFindingKind{LaunchDataTooLong, "PLX-706", kWarning, "Launch data is longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})",
+                     "shorten it, or load it from a file"},
+    PlexoFindingKind{MetadataTooLong, "PLX-707", kWarning,
+                     "A text of the metadata is longer than an LMS must store",
+                     "'{0}': {1} characters; an LMS must store {2} ({3})", "shorten it"},
+    PlexoFindingKind{
+        SuspendDataLimited, "PLX-708", kHint, "Suspend data is limited",
+        "item '{0}': its scripts use cmi.suspend_data, of which an LMS must store {1} characters only "
+        "({2})",
+        "see that the content never stores more"},
+};
+
+consteval bool IsInOrder() {
+  for (std::size_t index = 0; index < kKinds.size(); ++index) {
+    if (static_cast<std::size_t>(kKinds[index].id) != index) return false;
+    if (index > 0 && kKinds[index - 1].code >= kKinds[index].code) return false;
+  }
+  return kKinds.size() == static_cast<std::size_t>(PlexoFindingId::Count);
+}
+static_assert(IsInOrder(), "the table has one row for every finding, in their order");
+
+/// The words put into a pattern.
+std::string Fill(std::string_view pattern, std::span<const std::string> words) {
+  std::string text;
+  for (std::size_t at = 0; at < pattern.size(); ++at) {
+    if (pattern[at] != '{') {
+      text += pattern[at];
+      continue;
+    }
+    const auto index = static_cast<std::size_t>(pattern[at + 1] - '0');
+    if (index < words.size()) text += words[index];
+    at += 2;
+  }
+  return text;
+}
+
+/// A pattern for readers: its words as dots.
+std::string ForReaders(std::string_view pattern) {
+  static const std::array<std::string, 4> kDots = {"…", "…", "…", "…"};
+  return Fill(pattern, kDots);
+}
+
+}  // namespace
+
+std::span<const PlexoFindingKind> PlexoFindingTable::GetKinds() { return kKinds; }
+
+const PlexoFindingKind& PlexoFindingTable::GetKind(PlexoFindingId id) {
+  return kKinds.at(static_cast<std::size_t>(id));
+}
+
+std::string PlexoFindingTable::GetText(const PlexoFinding& finding) {
+  return Fill(GetKind(finding.id).pattern, finding.words);
+}
+
+std::string PlexoFindingTable::GetWayOut(const PlexoFinding& finding) {
+  return Fill(GetKind(finding.id).wayOut, finding.words);
+}
+
+std::string_view PlexoFindingTable::GetName(PlexoSeverity severity) {
+  if (severity == PlexoSeverity::Error) return "error";
+  return severity == PlexoSeverity::Warning ? "warning" : "hint";
+}
+
+std::string PlexoFindingTable::WriteMarkdown() {
+  std::string page =
+      "# Findings of `plexo check`\n"
+      "\n"
+      "Made by `plexo check --list`; the table in `check/PlexoFindingTable.cpp` is the source. An id is "
+      "never given "
+      "to another finding. An error keeps a package from working in some place, a warning in some LMS; a "
+      "hint is "
+      "worth knowing.\n"
+      "\n"
+      "| Id | Severity | What | Text | Way out |\n"
+      "|---|---|---|---|---|\n";
+  for (const PlexoFindingKind& kind : kKinds) {
+    page.append("| ").append(kind.code).append(" | ").append(GetName(kind.severity)).append(" | ");
+    page.append(kind.title).append(" | ").append(ForReaders(kind.pattern)).append(" | ");
+    page.append(ForReaders(kind.wayOut)).append(" |\n");
+  }
+  return page;
+}

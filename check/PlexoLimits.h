@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "check/PlexoEdition.h"
+#include "check/PlexoFinding.h"
+
+/// The texts whose length is limited.
+enum class PlexoLimitedText {
+  EntryPath,
+  Identifier,
+  ObjectiveIdentifier,
+  Title,
+  Href,
+  Parameters,
+  LaunchData,
+  MetadataTitle,
+  MetadataDescription,
+  MetadataKeyword,
+  SuspendData,
+};
+
+/// One limit that an LMS may set without breaking its standard, or a system sets.
+struct PlexoLimit {
+  PlexoLimitedText text;
+  /// The editions that it holds in, both included.
+  PlexoEdition first;
+  PlexoEdition last;
+  /// In characters.
+  std::size_t maximum;
+  PlexoFindingId id;
+  /// Where it is published.
+  std::string_view source;
+};
+
+/// All limits that are known: one row each, with its source.
+std::span<const PlexoLimit> GetPlexoLimits();
+
+/// The limit of a text in an edition; null if there is none.
+const PlexoLimit* FindPlexoLimit(PlexoLimitedText text, PlexoEdition edition);

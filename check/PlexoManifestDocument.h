@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+
+#include "check/PlexoManifestElement.h"
+#include "host/files/TzPath.h"
+
+/// A manifest as a tree of its elements, each with the line it stands in.
+///
+/// Namespaces are resolved (Namespaces in XML 1.0); elements without one count as `Packaging`. Comments and
+/// processing instructions are left out. Guarantees: the limits of `TzXMLParser`, and no more than
+/// `kMaximumElements` elements.
+class PlexoManifestDocument {
+ public:
+  static constexpr std::size_t kMaximumElements = 500'000;
+
+  PlexoManifestDocument() = default;
+  PlexoManifestDocument(const PlexoManifestDocument&) = delete;
+  PlexoManifestDocument& operator=(const PlexoManifestDocument&) = delete;
+
+  /// Reads the file; called once. After an error, what stood before it can be looked at.
+  void Read(const TzPath& file);
+
+  /// Null if nothing was read.
+  [[nodiscard]] const PlexoManifestElement* GetRoot() const {
+    return elements.empty() ? nullptr : &elements.front();
+  }
+  /// In document order.
+  [[nodiscard]] const std::deque<PlexoManifestElement>& GetElements() const { return elements; }
+  /// What ended the reading, empty if nothing did; and its line, 0 if it has none.
+  [[nodiscard]] const std::string& GetError() const { return error; }
+  [[nodiscard]] int GetErrorLine() const { return errorLine; }
+  /// True if elements were left out.
+  [[nodiscard]] bool IsCutShort() const { return isCutShort; }
+
+  /// The namespace that manifests of these editions have.
+  static std::string_view GetPackagingNamespace(PlexoNamespaceEdition edition);
+
+ private:
+  class Reading;
+
+  std::deque<PlexoManifestElement> elements;
+  std::string error;
+  int errorLine = 0;
+  bool isCutShort = false;
+};

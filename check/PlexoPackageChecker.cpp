@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoPackageChecker.h"
+
+#include "check/PlexoActivityTree.h"
+#include "check/PlexoArchiveCheck.h"
+#include "check/PlexoCheckedPackage.h"
+#include "check/PlexoFileCheck.h"
+#include "check/PlexoFindingList.h"
+#include "check/PlexoIdentifierCheck.h"
+#include "check/PlexoLimitCheck.h"
+#include "check/PlexoSchemaCheck.h"
+#include "check/PlexoScriptCheck.h"
+#include "check/PlexoScriptIndex.h"
+#include "check/PlexoSequencingCheck.h"
+#include "check/PlexoStatusCheck.h"
+#include "check/PlexoStructureCheck.h"
+#include "host/files/TzFileUtil.h"
+#include "host/files/TzStreamUtil.h"
+#include "host/xml/TzXMLParser.h"
+
+namespace {
+
+using enum PlexoFindingId;
+
+/// A temporary folder that goes with the check.
+class ScratchFolder {
+ public:
+  ScratchFolder() : path(TzFileUtil::CreateTempDir("check")) {}
+  ~ScratchFolder() {
+    if (!path.IsEmpty()) TzFileUtil::DeleteDirectory(path, true);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  [[nodiscard]] const TzPath& GetPath() const { return path; }
+
+ private:
+  TzPath path;
+};
+
+class PackageCheck {
+ public:
+  PackageCheck(const TzPath& packagePath, const TzPath& schemas) : path(packagePath), schemaFolder(schemas) {}
+
+  PlexoCheckResult Run() {
+    const TzZipFailure failure = package.archive.Open(path);
+    if (failure.code == kTzBadContent) {
+      findings.Add(ArchiveUnreadable, {failure.message});
+    } else if (failure) {
+      Fail(failure);
+    } else {
+      CheckPackage();
+    }
+    if (code != kTzSuccess) return {code, machineFailure, {}};
+    return {code, {}, findings.TakeSorted()};
+  }
+
+ private:
+  void Fail(const TzZipFailure& failure) {
+    code = failure.code;
+    machineFailure = failure.message;
+  }
+
+  void CheckPackage() {
+    const ScratchFolder scratch;
+    const TzPath manifest = scratch.GetPath() / PlexoFindingList::kManifestName;
+    const bool hasManifest = ReadManifest(manifest);
+    if (code != kTzSuccess) return;
+    package.Index();
+    PlexoArchiveCheck::Run(package, findings);
+    if (!hasManifest) return;
+    if (!package.manifest.GetError().empty()) {
+      findings.AddLine(ManifestIllFormed, package.manifest.GetErrorLine(), {package.manifest.GetError()});
+      return;
+    }
+    if (package.manifest.IsCutShort()) {
+      findings.AddLine(
+          ManifestTooLarge, 0,
+          {"more than " + std::to_string(PlexoManifestDocument::kMaximumElements) + " elements"});
+    }
+    CheckManifest();
+    if (code == kTzSuccess && package.manifest.GetRoot()->name == "manifest") {
+      PlexoSchemaCheck::Run(package, manifest, schemaFolder, findings);
+    }
+  }
+
+  void CheckManifest() {
+    PlexoStructureCheck::Run(package, findings);
+    if (package.manifest.GetRoot()->name != "manifest") return;
+    PlexoIdentifierCheck::Run(package, findings);
+    PlexoFileCheck::Run(package, findings);
+    const PlexoScriptIndex scripts(package, findings);
+    if (scripts.GetFailure()) {
+      Fail(scripts.GetFailure());
+      return;
+    }
+    PlexoScriptCheck::Run(package, scripts, findings);
+    PlexoLimitCheck::Run(package, scripts, findings);
+    if (!IsPlexo2004(package.GetEdition())) return;
+    const PlexoActivityTree tree(package);
+    PlexoSequencingCheck::Run(tree, findings);
+    PlexoStatusCheck::Run(tree, scripts, findings);
+  }
+
+  /// Unpacks the manifest to the file and reads it. False if there is none to be read.
+  bool ReadManifest(const TzPath& file) {
+    const TzZipEntry* entry = FindManifest();
+    if (entry == nullptr) return false;
+    if (entry->size > TzXMLParser::kMaximumSize) {
+      findings.AddLine(ManifestTooLarge, 0,
+                       {"larger than " + std::to_string(TzXMLParser::kMaximumSize >> 20U) + " MiB"});
+      return false;
+    }
+    const auto stream = TzStreamUtil::CreateFileStreamWrite(TzFile(file), 0, 0, 0);
+    bool isWritten = stream != nullptr;
+    TzZipFailure failure;
+    if (isWritten) {
+      failure = package.archive.Read(*entry, [&](std::span<const std::byte> piece) {
+        isWritten = isWritten && stream->Write(piece) == kTzSuccess;
+      });
+      isWritten = isWritten && stream->Close() == kTzSuccess;
+    }
+    if (!isWritten) failure = {kTzMachineFailure, {}, "can't write a temporary file", 0};
+    if (failure.code == kTzBadContent) {
+      findings.AddFile(EntryDamaged, entry->name, {entry->name, failure.message});
+    } else if (failure) {
+      Fail(failure);
+    }
+    if (failure) return false;
+    package.manifest.Read(file);
+    return true;
+  }
+
+  [[nodiscard]] const TzZipEntry* FindManifest() const {
+    for (const TzZipEntry& entry : package.archive.GetEntries()) {
+      if (entry.name == PlexoFindingList::kManifestName && !entry.isFolder && !entry.isFaulty) return &entry;
+    }
+    return nullptr;
+  }
+
+  const TzPath& path;
+  const TzPath& schemaFolder;
+  PlexoCheckedPackage package;
+  PlexoFindingList findings;
+  TzErrorCodeEnum code = kTzSuccess;
+  std::string machineFailure;
+};
+
+}  // namespace
+
+PlexoCheckResult PlexoPackageChecker::Check(const TzPath& package) const {
+  return PackageCheck(package, schemaFolder).Run();
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoScriptCheck.h"
+
+#include <unordered_set>
+
+namespace {
+
+using enum PlexoFindingId;
+
+/// The API of one edition.
+struct Api {
+  PlexoScriptWords::Word start;
+  PlexoScriptWords::Word end;
+  const char* startName;
+  const char* endName;
+};
+constexpr Api kApi12 = {PlexoScriptWords::Initialize12, PlexoScriptWords::Finish12, "LMSInitialize",
+                        "LMSFinish"};
+constexpr Api kApi2004 = {PlexoScriptWords::Initialize2004, PlexoScriptWords::Terminate2004, "Initialize",
+                          "Terminate"};
+
+void CheckSco(const PlexoManifestElement& item, PlexoScriptWords words, bool is2004,
+              PlexoFindingList& findings) {
+  const Api& own = is2004 ? kApi2004 : kApi12;
+  const Api& other = is2004 ? kApi12 : kApi2004;
+  const std::string identifier = item.GetValue("identifier");
+  if (!words.Has(own.start)) {
+    if (words.Has(other.start)) {
+      findings.AddElement(OtherEditionApi, item, {identifier, other.startName, is2004 ? "2004" : "1.2"});
+    } else {
+      findings.AddElement(NoApi, item, {identifier, own.startName});
+    }
+  } else if (!words.Has(own.end)) {
+    findings.AddElement(SessionNotEnded, item, {identifier, own.startName, own.endName});
+  }
+}
+
+}  // namespace
+
+void PlexoScriptCheck::Run(const PlexoCheckedPackage& package, const PlexoScriptIndex& scripts,
+                           PlexoFindingList& findings) {
+  if (package.GetEdition() == PlexoEdition::Unknown) return;
+  const bool is2004 = IsPlexo2004(package.GetEdition());
+  const Api& own = is2004 ? kApi2004 : kApi12;
+  std::unordered_set<const PlexoResource*> seen;
+  for (const PlexoManifestElement* item : package.GetItems()) {
+    const PlexoResource* resource = package.GetResourceOf(*item);
+    if (resource == nullptr || !scripts.Knows(*resource) || !seen.insert(resource).second) continue;
+    if (resource->scormType == "sco") {
+      CheckSco(*item, scripts.GetWordsOf(*resource), is2004, findings);
+    } else if (resource->scormType == "asset" && scripts.GetListedWords(*resource).Has(own.start)) {
+      findings.AddElement(AssetUsesApi, *item, {item->GetValue("identifier"), own.startName});
+    }
+  }
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+#include <unordered_map>
+
+#include "check/PlexoCheckedPackage.h"
+#include "check/PlexoFindingList.h"
+#include "check/PlexoScriptWords.h"
+
+/// What the scripts of a package's content hold. Looks at JavaScript and HTML; what other files do isn't
+/// seen.
+class PlexoScriptIndex {
+ public:
+  /// Reads every script of the package once, piece by piece. One that is damaged is a finding.
+  PlexoScriptIndex(PlexoCheckedPackage& checked, PlexoFindingList& findings);
+
+  /// What kept the scripts from being read: a fault of the machine, or a stop that was asked for.
+  [[nodiscard]] const TzZipFailure& GetFailure() const { return failure; }
+
+  /// What the resource's files hold: those it lists, those of its dependencies, and all in the folder of its
+  /// launch file, for many manifests list a part only.
+  [[nodiscard]] PlexoScriptWords GetWordsOf(const PlexoResource& resource) const;
+  /// What the files hold that the resource itself lists.
+  [[nodiscard]] PlexoScriptWords GetListedWords(const PlexoResource& resource) const;
+  /// True if all scripts of the resource were looked at: it is in the package, and the package could be read.
+  [[nodiscard]] bool Knows(const PlexoResource& resource) const;
+
+ private:
+  void ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings);
+  void AddFile(const TzZipEntry& entry, PlexoScriptWords words);
+  void AddDependencies();
+
+  const PlexoCheckedPackage& package;
+  bool isRead = false;
+  TzZipFailure failure;
+  std::unordered_map<const TzZipEntry*, PlexoScriptWords> byFile;
+  /// What the files of a resource and of its dependencies hold.
+  std::unordered_map<const PlexoResource*, PlexoScriptWords> byResource;
+  /// What all files below a folder hold.
+  std::unordered_map<std::string_view, PlexoScriptWords> byFolder;
+  /// The same for the top of the package, below which everything is.
+  PlexoScriptWords atTop;
+};

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoScriptWords.h"
+
+#include <array>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kMostWordBytes = 256;
+
+struct Entry {
+  std::string_view text;
+  std::uint32_t words;
+};
+
+/// Functions, by the last part of a word ("api.LMSInitialize").
+constexpr std::array kFunctions = {
+    Entry{"LMSInitialize", PlexoScriptWords::Initialize12},
+    Entry{"LMSFinish", PlexoScriptWords::Finish12},
+    Entry{"Initialize", PlexoScriptWords::Initialize2004},
+    Entry{"API_1484_11", PlexoScriptWords::Initialize2004},
+    Entry{"Terminate", PlexoScriptWords::Terminate2004},
+};
+
+/// Names of the data model. A name that ends in a point is continued by the script.
+constexpr std::array kNames = {
+    Entry{"cmi.completion_status", PlexoScriptWords::Completion},
+    Entry{"cmi.success_status", PlexoScriptWords::Success},
+    Entry{"cmi.score.scaled", PlexoScriptWords::ScaledScore},
+    Entry{"cmi.core.lesson_status", PlexoScriptWords::LessonStatus},
+    Entry{"cmi.suspend_data", PlexoScriptWords::SuspendData},
+    Entry{"cmi.", PlexoScriptWords::Assembled},
+    Entry{"cmi.core.", PlexoScriptWords::Assembled | PlexoScriptWords::LessonStatus},
+    Entry{"cmi.score.", PlexoScriptWords::ScaledScore},
+    // Content that keeps statuses of objectives may set the one that its item maps.
+    Entry{"cmi.objectives.", PlexoScriptWords::Success},
+};
+
+template <typename Table>
+std::uint32_t Look(const Table& table, std::string_view text) {
+  for (const Entry& entry : table) {
+    if (entry.text == text) return entry.words;
+  }
+  return 0;
+}
+
+bool IsPartOfWord(char character) {
+  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+         (character >= '0' && character <= '9') || character == '_' || character == '.' || character == '$';
+}
+
+}  // namespace
+
+void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
+  for (const std::byte byte : piece) {
+    const auto character = static_cast<char>(byte);
+    if (!IsPartOfWord(character)) {
+      if (!current.empty()) EndWord();
+    } else if (current.size() < kMostWordBytes) {
+      current += character;
+    } else {
+      isTooLong = true;
+    }
+  }
+}
+
+PlexoScriptWords PlexoScriptScan::Finish() {
+  EndWord();
+  return words;
+}
+
+void PlexoScriptScan::EndWord() {
+  const std::string_view word = current;
+  if (!isTooLong) {
+    if (word.starts_with("cmi.")) {
+      words.Add(Look(kNames, word));
+    } else {
+      words.Add(Look(kFunctions, word.substr(word.rfind('.') + 1)));
+    }
+  }
+  current.clear();
+  isTooLong = false;
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+
+/// The words of the SCORM run-time API and data model that content's scripts hold. A set of bits.
+class PlexoScriptWords {
+ public:
+  enum Word : std::uint32_t {
+    Initialize12 = 1U << 0U,
+    Finish12 = 1U << 1U,
+    Initialize2004 = 1U << 2U,
+    Terminate2004 = 1U << 3U,
+    Completion = 1U << 4U,
+    Success = 1U << 5U,
+    ScaledScore = 1U << 6U,
+    LessonStatus = 1U << 7U,
+    SuspendData = 1U << 8U,
+    /// Names of the data model are put together while the script runs, so that any may be meant.
+    Assembled = 1U << 9U,
+  };
+
+  [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }
+  void Add(std::uint32_t words) { bits |= words; }
+  /// False if all of them were there already.
+  bool Add(PlexoScriptWords other) {
+    const std::uint32_t before = std::exchange(bits, bits | other.bits);
+    return bits != before;
+  }
+
+  /// Content reports its completion, or its success, to an LMS of SCORM 2004.
+  [[nodiscard]] bool ReportsCompletion() const { return Has(Completion) || Has(Assembled); }
+  [[nodiscard]] bool ReportsSuccess() const { return Has(Success) || Has(Assembled); }
+
+ private:
+  std::uint32_t bits = 0;
+};
+
+/// Finds the words in a text that comes in pieces, in memory that doesn't grow with it.
+class PlexoScriptScan {
+ public:
+  void Feed(std::span<const std::byte> piece);
+  /// Ends the text, and returns what was in it.
+  [[nodiscard]] PlexoScriptWords Finish();
+
+ private:
+  void EndWord();
+
+  PlexoScriptWords words;
+  /// The letters, digits, points and the like since the last other character; beyond a bound they are left
+  /// out.
+  std::string current;
+  bool isTooLong = false;
+};

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/PlexoErrorBox.h"
+
+#include "host/session/TzMessageBox.h"
+
+void ShowErrorBox(const ITzStringDictionary& dictionary, const TzString& key) {
+  TzMessageBoxOptions options(dictionary.GetString("kPlexoError"), dictionary.GetString(key));
+  options.SetToUseDictionary(false);
+  TzShowOkOnlyMessageBox(options);
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "CliTest.h"
+#include "support/CheckedPackage.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using Json = nlohmann::json;
+
+class CheckCommandTest : public CliTest {
+ protected:
+  void Save(const CheckedPackage& package) const { Write("a.zip", package.Build()); }
+};
+
+TEST_F(CheckCommandTest, PassesAPackageWithoutFaults) {
+  Save(CheckedPackage::Scorm2004());
+  const ProgramResult result = Plexo({"check", "a.zip"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "a.zip: nothing found\n");
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(CheckCommandTest, TellsPeopleWhatIsWrongWhereAndTheWayOut) {
+  Save(CheckedPackage::Scorm2004().Replace("identifierref=\"RES-B\"", "identifierref=\"NONE\""));
+  const ProgramResult result = Plexo({"check", "a.zip"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(
+      result.out,
+      "error PLX-304: An item's resource doesn't exist\n"
+      "  imsmanifest.xml:15: /manifest/organizations[1]/organization[1]/item[2]: item 'SECOND': refers to "
+      "resource 'NONE', which doesn't exist\n"
+      "  Way out: correct the identifierref, or add the resource\n"
+      "\n"
+      "hint PLX-212: A SCO is never launched\n"
+      "  imsmanifest.xml:28: /manifest/resources[1]/resource[2]: resource 'RES-B': a SCO that no item "
+      "launches\n"
+      "  Way out: add an item for it, or remove it\n"
+      "\n"
+      "a.zip: 1 error, 1 hint\n");
+}
+
+TEST_F(CheckCommandTest, TellsMachinesTheSame) {
+  Save(CheckedPackage::Scorm2004().File("stray.txt", ""));
+  const ProgramResult result = Plexo({"check", "a.zip", "--json"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(Json::parse(result.out), Json::parse(R"({
+    "package": "a.zip", "errors": 0, "warnings": 0, "hints": 1,
+    "findings": [{"id": "PLX-405", "severity": "hint", "title": "A file isn't listed in the manifest",
+      "file": "stray.txt", "line": 0, "element": "",
+      "text": "'stray.txt': no resource lists it, so an LMS may leave it out",
+      "wayOut": "list it, or remove it"}]})"));
+}
+
+TEST_F(CheckCommandTest, FailsOnWarningsOnlyIfItIsStrict) {
+  Save(CheckedPackage::Scorm2004().Replace("<file href=\"b/index.htm\"/>", ""));
+  EXPECT_EQ(Plexo({"check", "a.zip"}).status, 0);
+  EXPECT_EQ(Plexo({"check", "a.zip", "--strict"}).status, 3);
+}
+
+TEST_F(CheckCommandTest, ShowsTenOfAKindAndCountsTheRest) {
+  CheckedPackage package = CheckedPackage::Scorm2004();
+  for (int number = 0; number < 12; ++number) package.File("stray" + std::to_string(number), "");
+  Save(package);
+  EXPECT_THAT(Plexo({"check", "a.zip"}).out, HasSubstr("  and 2 more; --json lists them all\n"));
+  EXPECT_EQ(Json::parse(Plexo({"check", "a.zip", "--json"}).out)["findings"].size(), 12U);
+}
+
+TEST_F(CheckCommandTest, RefusesWhatItCannotCheck) {
+  const struct {
+    std::vector<std::string> arguments;
+    const char* message;
+  } cases[] = {
+      {{"check", "absent.zip"}, "absent.zip: doesn't exist"},
+      {{"check", "."}, ".: isn't a file; expected a SCORM package"},
+      {{"check"}, "required"},
+      {{"check", "a.zip", "--list"}, "2 were given"},
+  };
+  for (const auto& [arguments, message] : cases) {
+    const ProgramResult result = Plexo(arguments);
+    EXPECT_EQ(result.status, 2) << message;
+    EXPECT_THAT(result.err, HasSubstr(message));
+  }
+}
+
+TEST_F(CheckCommandTest, PrintsTheTableThatTheDocumentationHolds) {
+  EXPECT_EQ(Plexo({"check", "--list"}).out, ReadFile(TzPath(PLEXO_SOURCE "/docs/messages.md")));
+}
+
+TEST_F(CheckCommandTest, FindsNoErrorInTheExamplesAndTheCoursesMadeOfThem) {
+  const std::string examples = PLEXO_SOURCE "/examples/fire-safety";
+  std::size_t count = 0;
+  for (const auto& file : std::filesystem::recursive_directory_iterator(examples)) {
+    const std::string path = file.path().string();
+    std::string package = path;
+    if (file.path().extension() == ".yaml") {
+      package = file.path().stem().string() + ".zip";
+      ASSERT_EQ(Plexo({"build", path, "-o", package}).status, 0) << path;
+    } else if (file.path().extension() != ".zip") {
+      continue;
+    }
+    const ProgramResult result = Plexo({"check", package});
+    EXPECT_EQ(result.status, 0) << path << "\n" << result.out;
+    ++count;
+  }
+  EXPECT_GE(count, 3U);
+}
+
+}  // namespace

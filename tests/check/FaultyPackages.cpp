@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FaultyPackages.h"
+
+#include "support/CheckedPackage.h"
+
+namespace {
+
+using enum PlexoFindingId;
+
+CheckedPackage New() { return CheckedPackage::Scorm2004(); }
+CheckedPackage Old() { return CheckedPackage::Scorm12(); }
+
+std::string Objectives(const std::string& content) {
+  return "<imsss:objectives>" + content + "</imsss:objectives>";
+}
+
+std::string Primary(const std::string& maps) {
+  return "<imsss:primaryObjective objectiveID=\"own\">" + maps + "</imsss:primaryObjective>";
+}
+
+std::string Writes(const std::string& global) {
+  return "<imsss:mapInfo targetObjectiveID=\"" + global +
+         "\" readSatisfiedStatus=\"false\" readNormalizedMeasure=\"false\" writeSatisfiedStatus=\"true\"/>";
+}
+
+std::string Reads(const std::string& global) {
+  return "<imsss:objective objectiveID=\"other\"><imsss:mapInfo targetObjectiveID=\"" + global +
+         "\"/></imsss:objective>";
+}
+
+/// A rule that keeps an item closed until its objective "other" has a status.
+const std::string kGate =
+    "<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions><imsss:ruleCondition "
+    "referencedObjective=\"other\" operator=\"not\" "
+    "condition=\"objectiveStatusKnown\"/></imsss:ruleConditions>"
+    "<imsss:ruleAction action=\"disabled\"/></imsss:preConditionRule></imsss:sequencingRules>";
+const std::string kByContent =
+    "<imsss:deliveryControls completionSetByContent=\"true\" objectiveSetByContent=\"true\"/>";
+const std::string kFlow = "<imsss:sequencing><imsss:controlMode flow=\"true\"/></imsss:sequencing>";
+
+/// The second item waits for the first, whose page names these elements of the data model.
+CheckedPackage Waiting(const std::string& names) {
+  return New()
+      .Sequence("first", Objectives(Primary(Writes("g"))) + kByContent)
+      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
+      .File("a/index.htm", CheckedPackage::Page2004(names));
+}
+
+std::string Weight(const std::string& weight) {
+  return "<imsss:rollupRules objectiveMeasureWeight=\"" + weight + "\"/>";
+}
+
+std::string Text(std::size_t length) { return std::string(length, 'x'); }
+
+}  // namespace
+
+std::vector<FaultyPackage> FaultyArchives() {
+  const std::string kManifest = "imsmanifest.xml";
+  return {
+      {ArchiveUnreadable, "isn't a ZIP archive", "Not an archive."},
+      {ManifestMissing, "imsmanifest.xml", New().Remove(kManifest).Build()},
+      {ManifestInFolder, "course/imsmanifest.xml", New().Rename(kManifest, "course/imsmanifest.xml").Build()},
+      {ManifestNameCase, "IMSManifest.xml", New().Rename(kManifest, "IMSManifest.xml").Build()},
+      {EntryNameRefused, "leads out of the folder", New().Entry({.name = "../evil.js"}).Build()},
+      {EntryClash, "two entries", New().Entry({.name = "a/index.htm"}).Build()},
+      {EntryPacking, "encrypted", New().Entry({.name = "b/x.bin", .flags = 1}).Build()},
+      {EntryDamaged, "CRC-32",
+       New().Listed("b/x.js").Remove("b/x.js").Entry({.name = "b/x.js", .crc = 1}).Build()},
+      {EntryDamaged, "CRC-32",
+       New().Remove(kManifest).Entry({.name = kManifest, .content = "<manifest/>", .crc = 1}).Build()},
+      {ArchiveUnpacksHuge, "200 times",
+       New()
+           .Listed("b/x.bin")
+           .Remove("b/x.bin")
+           .Entry({.name = "b/x.bin", .deflate = true, .size = 300U << 20U})
+           .Build()},
+      {EntryCaseTwins, "b/x.JS",
+       New()
+           .Listed("b/x.JS")
+           .Entry({.name = "b/X.js"})
+           .At("resources", R"(
+           <resource identifier="RES-C" type="webcontent" adlcp:scormType="asset"><file href="b/X.js"/></resource>)")
+           .Build()},
+      {EntryNameEncoding, "b/caf\u00E9",
+       New().Listed("b/caf\u00E9").Rename("b/caf\u00E9", "b/caf\x82").Build()},
+      {EntryBackslash, "b/x.js", New().Listed("b/x.js").Rename("b/x.js", "b\\x.js").Build()},
+      {EntryNameOnWindows, "what?", New().Listed("b/what%3F").Rename("b/what%3F", "b/what?").Build()},
+      {EntryJunk, "macOS", New().Entry({.name = "__MACOSX/._a"}).Build()},
+      {EntryJunk, "Windows", New().Entry({.name = "b/Thumbs.db"}).Build()},
+  };
+}
+
+std::vector<FaultyPackage> FaultyManifests() {
+  const std::string kThird = R"(<item identifier="THIRD" identifierref="RES-A"><title>Third</title></item>)";
+  return {
+      {ManifestTooLarge, "16 MiB", New().At("end", Text(17U << 20U)).Build()},
+      {ManifestIllFormed, "line 4", New().Replace("<metadata>", "<metadata").Build()},
+      {ManifestIllFormed, "document type",
+       New().Replace("<manifest", "<!DOCTYPE manifest><manifest").Build()},
+      {ManifestInvalid, "bogus", New().At("second", "<bogus/>").Build()},
+      {ManifestInvalid, "bogus", Old().At("second", "<bogus/>").Build()},
+      {EditionNotValidated, "4th", New().Replace("2004 3rd", "2004 4th").Build()},
+      {SchemaFileMissing, "imscp_v1p1.xsd",
+       New()
+           .Replace("<manifest", R"(<manifest xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"
+           xsi:schemaLocation="http://www.imsglobal.org/xsd/imscp_v1p1 imscp_v1p1.xsd")")
+           .Build()},
+      {RootNotManifest, "'course'",
+       New().Replace("<manifest", "<course").Replace("</manifest", "</course").Build()},
+      {EditionUnknown, "'2005'", New().Replace("2004 3rd Edition", "2005").Build()},
+      {NamespaceOfOtherEdition, "SCORM 2004 3rd",
+       New()
+           .Replace("http://www.imsglobal.org/xsd/imscp_v1p1",
+                    "http://www.imsproject.org/xsd/imscp_rootv1p1p2")
+           .Build()},
+      {NoOrganization, "organization",
+       New()
+           .Cut("<organization ", "</organization>")
+           .Cut(" default=", "\"ORG\"")
+           .Replace(R"("sco" href="a/index.htm")", R"("asset" href="a/index.htm")")
+           .Replace(R"("sco" href="b/index.htm")", R"("asset" href="b/index.htm")")
+           .Build()},
+      {OrganizationEmpty, "OTHER",
+       New()
+           .At("organizations", R"(<organization identifier="OTHER"><title>T</title></organization>)")
+           .Build()},
+      {TitleMissing, "SECOND", New().Replace("<title>Second</title>", "").Build()},
+      {ItemWithoutResource, "THIRD",
+       New().At("items", R"(<item identifier="THIRD"><title>Third</title></item>)").Build()},
+      {ItemWithBoth, "SECOND", New().At("second", kThird + kFlow).Build()},
+      {ResourceWithoutHref, "RES-B", New().Replace(R"( href="b/index.htm">)", ">").Build()},
+      {ScormTypeMissing, "adlcp:scormType",
+       New().Replace(R"(adlcp:scormType="sco" href="b/index.htm")", R"(href="b/index.htm")").Build()},
+      {ScormTypeMissing, "adlcp:scormtype",
+       Old().Replace(R"(adlcp:scormtype="sco" href="b/index.htm")", R"(href="b/index.htm")").Build()},
+      {ResourceType, "text/html",
+       New().Replace(R"("RES-B" type="webcontent")", R"("RES-B" type="text/html")").Build()},
+      {ResourceUnused, "RES-C",
+       New()
+           .At("resources", R"(<resource identifier="RES-C" type="webcontent"
+           adlcp:scormType="sco" href="b/index.htm"><file href="b/index.htm"/></resource>)")
+           .Build()},
+      {LowerCaseLaunchData, "adlcp:datafromlms",
+       New().At("second", "<adlcp:datafromlms>x</adlcp:datafromlms>").Build()},
+      {RepeatedLaunchData, "adlcp:masteryscore",
+       Old()
+           .At("second",
+               "<adlcp:masteryscore>1</adlcp:masteryscore><adlcp:masteryscore>2</adlcp:masteryscore>")
+           .Build()},
+  };
+}
+
+std::vector<FaultyPackage> FaultyReferences() {
+  return {
+      {ManifestIdentifierDigit, "1COURSE", New().Replace("\"COURSE\"", "\"1COURSE\"").Build()},
+      {IdentifierMalformed, "SEC OND", New().Replace("\"SECOND\"", "\"SEC OND\"").Build()},
+      {IdentifierTwice, "line 11", New().Replace("\"SECOND\"", "\"FIRST\"").Build()},
+      {ItemResourceUnknown, "NONE",
+       New().At("items", R"(<item identifier="C" identifierref="NONE"><title>C</title></item>)").Build()},
+      {DependencyUnknown, "NONE", New().At("file", R"(<dependency identifierref="NONE"/>)").Build()},
+      {DefaultOrganizationUnknown, "NONE", New().Replace(R"(default="ORG")", R"(default="NONE")").Build()},
+      {SharedSequencingUnknown, "NONE", New().At("second", R"(<imsss:sequencing IDRef="NONE"/>)").Build()},
+      {FileMissing, "b/x.js", New().Listed("b/x.js").Remove("b/x.js").Build()},
+      {LaunchFileMissing, "b/x.htm",
+       New().Replace(R"("sco" href="b/index.htm")", R"("sco" href="b/x.htm")").Build()},
+      {LaunchFileUnlisted, "b/index.htm", New().Replace(R"(<file href="b/index.htm"/>)", "").Build()},
+      {FileNameCase, "b/X.js", New().Listed("b/X.js").Rename("b/X.js", "b/x.js").Build()},
+      {FileUnlisted, "b/x.js", New().File("b/x.js", "").Build()},
+      {HrefRawCharacters, "b/100%.js", New().Listed("b/100%.js").Build()},
+      {HrefRawCharacters, "b/[1].js", New().Listed("b/[1].js").Build()},
+      {HrefRawCharacters, "b/a%41.js", New().Listed("b/a%41.js").Build()},
+      {HrefBackslash, "b\\x.js", New().Listed("b\\x.js").Rename("b\\x.js", "b/x.js").Build()},
+      {HrefLeavesPackage, "../x.js", New().Listed("../x.js").Remove("../x.js").Build()},
+      {HrefExternal, "http://", New().Listed("http://example.org/").Remove("http://example.org/").Build()},
+  };
+}
+
+std::vector<FaultyPackage> FaultySequencing() {
+  const std::string kFlowOn = "<imsss:controlMode flow=\"true\"/>";
+  return {
+      {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
+      {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
+      {GateNeverOpens, "'other'",
+       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
+      {GateNeverOpens, "'other'",
+       New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
+      {FlowOff, "'ORG'", New().Replace(kFlowOn, "").Build()},
+      {NothingReachable, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
+      {WeightsDontSum, "0.75",
+       New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
+      {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
+      {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
+      {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
+      {SequencingOrder, "'rollupRules'", New().Sequence("second", kByContent + Weight("1")).Build()},
+  };
+}
+
+std::vector<FaultyPackage> SilentContents() {
+  const auto kTests = [](const std::string& identifier) {
+    return "<item identifier=\"" + identifier +
+           "\" identifierref=\"RES-A\"><title>T</title><imsss:sequencing>" +
+           Objectives(Primary(Writes("g"))) + "</imsss:sequencing></item>";
+  };
+  const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
+  const std::string kAsset = R"("RES-B" type="webcontent" adlcp:scormType="asset")";
+  const std::string kSco = R"("RES-B" type="webcontent" adlcp:scormType="sco")";
+  return {
+      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
+      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status cmi.score.scaled").Build()},
+      {ReportsNothing, "'SECOND'", Waiting("").Build()},
+      {NeverComplete, "'FIRST'", Waiting("cmi.success_status").Build()},
+      {FailedPretestOpens, "'PRE'",
+       New()
+           .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
+           .At("first", kTests("PRE") + kTests("POST") + kFlow)
+           .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
+           .Build()},
+      {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
+      {OtherEditionApi, "SCORM 1.2", Old().File("b/index.htm", CheckedPackage::Page2004("")).Build()},
+      {NoApi, "Initialize", New().File("b/index.htm", "<p>Hello</p>").Build()},
+      {SessionNotEnded, "Terminate",
+       New().File("b/index.htm", "<script>api.Initialize('')</script>").Build()},
+      {AssetUsesApi, "'SECOND'", New().Replace(kSco, kAsset).Build()},
+  };
+}
+
+std::vector<FaultyPackage> LongTexts() {
+  const auto kNewData = [](std::size_t length) {
+    return "<adlcp:dataFromLMS>" + Text(length) + "</adlcp:dataFromLMS>";
+  };
+  return {
+      {PathTooLong, "302", New().Listed("b/" + Text(149) + "/" + Text(150)).Build()},
+      {IdentifierTooLong, "4001",
+       New()
+           .Sequence("second", Objectives("<imsss:primaryObjective objectiveID=\"" + Text(4001) + "\"/>"))
+           .Build()},
+      {IdentifierTooLong, "256", Old().Replace("\"SECOND\"", "\"" + Text(256) + "\"").Build()},
+      {TitleTooLong, "201", New().Replace("Second", Text(201)).Build()},
+      {HrefTooLong, "2012",
+       New().Replace(R"("sco" href="b/index.htm)", R"("sco" href="b/index.htm?)" + Text(2000)).Build()},
+      {ParametersTooLong, "1001",
+       New().Replace("\"RES-B\">", "\"RES-B\" parameters=\"" + Text(1001) + "\">").Build()},
+      {LaunchDataTooLong, "4001", New().At("second", kNewData(4001)).Build()},
+      {MetadataTooLong, "2001",
+       New()
+           .At("metadata", "<lom xmlns=\"http://ltsc.ieee.org/xsd/LOM\"><general><description><string>" +
+                               Text(2001) + "</string></description></general></lom>")
+           .Build()},
+      {SuspendDataLimited, "4000",
+       New().File("b/index.htm", CheckedPackage::Page2004("cmi.suspend_data")).Build()},
+      {SuspendDataLimited, "4096",
+       Old()
+           .File("b/index.htm",
+                 "<script>API.LMSInitialize(''); API.LMSSetValue('cmi.suspend_data', ''); "
+                 "API.LMSFinish('')</script>")
+           .Build()},
+  };
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "check/PlexoFinding.h"
+
+/// A minimal package with one fault, and what must be found in it: this, and nothing else.
+struct FaultyPackage {
+  PlexoFindingId id;
+  /// A word of the finding's text.
+  std::string word;
+  std::string archive;
+};
+
+std::vector<FaultyPackage> FaultyArchives();
+std::vector<FaultyPackage> FaultyManifests();
+std::vector<FaultyPackage> FaultyReferences();
+std::vector<FaultyPackage> FaultySequencing();
+std::vector<FaultyPackage> SilentContents();
+std::vector<FaultyPackage> LongTexts();

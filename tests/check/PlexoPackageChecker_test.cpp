@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "check/PlexoPackageChecker.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "FaultyPackages.h"
+#include "check/PlexoFindingTable.h"
+#include "support/CheckedPackage.h"
+#include "support/TestSession.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TzPath Schemas() { return TzPath(PLEXO_BIN "/Templates/Publish/LMS/Standard/SCORM/Default"); }
+
+std::vector<PlexoFinding> Check(const std::string& archive, const TzPath& schemas = Schemas()) {
+  const TestFolder folder;
+  const PlexoCheckResult result = PlexoPackageChecker(schemas).Check(folder.Write("package.zip", archive));
+  EXPECT_EQ(result.code, kTzSuccess) << result.failure;
+  return result.findings;
+}
+
+std::vector<std::string> Texts(const std::vector<PlexoFinding>& findings) {
+  std::vector<std::string> texts;
+  for (const PlexoFinding& finding : findings) {
+    texts.push_back(std::string(PlexoFindingTable::GetKind(finding.id).code) + " " +
+                    PlexoFindingTable::GetText(finding));
+  }
+  return texts;
+}
+
+class FaultyPackagesTest : public testing::TestWithParam<std::vector<FaultyPackage> (*)()> {};
+
+TEST_P(FaultyPackagesTest, HaveOneFindingAndNoOther) {
+  for (const FaultyPackage& faulty : GetParam()()) {
+    const std::string code(PlexoFindingTable::GetKind(faulty.id).code);
+    EXPECT_THAT(Texts(Check(faulty.archive)),
+                ElementsAre(testing::AllOf(HasSubstr(code), HasSubstr(faulty.word))))
+        << code;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FaultyPackagesTest,
+                         testing::Values(FaultyArchives, FaultyManifests, FaultyReferences, FaultySequencing,
+                                         SilentContents, LongTexts));
+
+TEST(PlexoPackageChecker, FindsNothingInAMinimalPackage) {
+  EXPECT_THAT(Texts(Check(CheckedPackage::Scorm2004().Build())), IsEmpty());
+  EXPECT_THAT(Texts(Check(CheckedPackage::Scorm12().Build())), IsEmpty());
+}
+
+TEST(PlexoPackageChecker, SaysThatItCouldNotValidateWithoutTheSchemaDocuments) {
+  const TestFolder empty;
+  EXPECT_THAT(Texts(Check(CheckedPackage::Scorm2004().Build(), empty.Path())),
+              ElementsAre(HasSubstr("PLX-104")));
+}
+
+TEST(PlexoPackageChecker, HasAPackageForEveryFinding) {
+  // The schema documents are no part of a package.
+  std::set<PlexoFindingId> produced = {PlexoFindingId::SchemaUnavailable};
+  for (const auto& make :
+       {FaultyArchives, FaultyManifests, FaultyReferences, FaultySequencing, SilentContents, LongTexts}) {
+    for (const FaultyPackage& faulty : make()) produced.insert(faulty.id);
+  }
+  for (const PlexoFindingKind& kind : PlexoFindingTable::GetKinds()) {
+    EXPECT_TRUE(produced.contains(kind.id)) << kind.code;
+  }
+}
+
+TEST(PlexoPackageChecker, TellsTheLineAndTheElement) {
+  const auto findings = Check(CheckedPackage::Scorm2004().Replace("\"SECOND\"", "\"FIRST\"").Build());
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].place.file, "imsmanifest.xml");
+  EXPECT_EQ(findings[0].place.line, 15);
+  EXPECT_EQ(findings[0].place.element, "/manifest/organizations[1]/organization[1]/item[2]");
+}
+
+TEST(PlexoPackageChecker, OrdersFindingsByIdThenLine) {
+  const auto findings = Check(CheckedPackage::Scorm2004()
+                                  .Listed("b/x.js")
+                                  .Remove("b/x.js")
+                                  .Replace("<title>Second</title>", "")
+                                  .Replace("<title>First</title>", "")
+                                  .Entry({.name = "__MACOSX/a"})
+                                  .Build());
+  std::vector<int> lines;
+  for (const PlexoFinding& finding : findings) lines.push_back(finding.place.line);
+  EXPECT_THAT(Texts(findings), ElementsAre(HasSubstr("PLX-014"), HasSubstr("'FIRST'"), HasSubstr("'SECOND'"),
+                                           HasSubstr("PLX-401")));
+  EXPECT_THAT(lines, ElementsAre(0, 11, 15, 30));
+}
+
+TEST(PlexoPackageChecker, FailsWhereTheMachineDoes) {
+  const TestFolder folder;
+  const PlexoCheckResult result = PlexoPackageChecker(Schemas()).Check(folder.Path() / "absent.zip");
+  EXPECT_EQ(result.code, kTzMachineFailure);
+  EXPECT_THAT(result.findings, IsEmpty());
+}
+
+TEST(PlexoPackageChecker, TakesWhatAClusterRollsUpForWhatItsContentsReport) {
+  const std::string kRule =
+      "<imsss:rollupRules><imsss:rollupRule><imsss:rollupConditions><imsss:rollupCondition "
+      "condition=\"completed\"/>"
+      "</imsss:rollupConditions><imsss:rollupAction "
+      "action=\"satisfied\"/></imsss:rollupRule></imsss:rollupRules>";
+  const std::string kMapped =
+      "<imsss:objectives><imsss:primaryObjective objectiveID=\"own\"><imsss:mapInfo targetObjectiveID=\"g\" "
+      "writeSatisfiedStatus=\"true\"/></imsss:primaryObjective></imsss:objectives>";
+  const std::string kChild =
+      "<item identifier=\"CHILD\" identifierref=\"RES-A\"><title>Child</title><imsss:sequencing>"
+      "<imsss:deliveryControls completionSetByContent=\"true\" "
+      "objectiveSetByContent=\"true\"/></imsss:sequencing></item>";
+  const auto course = [&](const std::string& rule, const std::string& names) {
+    return CheckedPackage::Scorm2004()
+        .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
+        .At("first", kChild + "<imsss:sequencing><imsss:controlMode flow=\"true\"/>" + rule + kMapped +
+                         "</imsss:sequencing>")
+        .Sequence(
+            "second",
+            "<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions><imsss:ruleCondition "
+            "referencedObjective=\"o\" operator=\"not\" condition=\"objectiveStatusKnown\"/>"
+            "</imsss:ruleConditions><imsss:ruleAction action=\"disabled\"/></imsss:preConditionRule>"
+            "</imsss:sequencingRules><imsss:objectives><imsss:primaryObjective/><imsss:objective "
+            "objectiveID=\"o\"><imsss:mapInfo targetObjectiveID=\"g\"/></imsss:objective></imsss:objectives>")
+        .File("a/index.htm", CheckedPackage::Page2004(names))
+        .Build();
+  };
+  EXPECT_THAT(Texts(Check(course(kRule, "cmi.completion_status"))), IsEmpty());
+  EXPECT_THAT(Texts(Check(course("", "cmi.completion_status"))),
+              ElementsAre(testing::AllOf(HasSubstr("PLX-509"), HasSubstr("'CHILD'"))));
+  EXPECT_THAT(Texts(Check(course(kRule, ""))), ElementsAre(HasSubstr("PLX-510")));
+}
+
+TEST(PlexoFindingTable, IsThePageInTheDocumentation) {
+  EXPECT_EQ(ReadFile(TzPath(PLEXO_SOURCE "/docs/messages.md")), PlexoFindingTable::WriteMarkdown())
+      << "write it anew: plexo check --list > docs/messages.md";
+}
+
+}  // namespace

@@ -3,6 +3,7 @@
 //   plexo-bench course PACKAGE.zip FILE.zip...   adds the files and publishes
 //   plexo-bench generator COUNT                  writes the manifest of COUNT one-page SCOs, without their
 //   files
+//   plexo-bench check PACKAGE.zip                looks for what keeps the package from working
 // Each prints one line of JSON: seconds, and bytes of memory.
 #include <chrono>
 #include <cstdint>
@@ -12,7 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "check/PlexoPackageChecker.h"
 #include "core/PlexoCourseModel.h"
+#include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
 #include "host/files/TzFileUtil.h"
 #include "host/headless/TzHeadlessUI.h"
@@ -72,6 +75,14 @@ int MeasureGenerator(std::uint32_t count) {
   return result;
 }
 
+int MeasureCheck(const TzPath& package) {
+  const auto start = std::chrono::steady_clock::now();
+  const PlexoCheckResult result = PlexoPackageChecker(GetSchemaInstallFolder()).Check(package);
+  std::printf("{\"checking\": %.4f, \"findings\": %zu, \"peak\": %llu}\n", SecondsOf(start),
+              result.findings.size(), static_cast<unsigned long long>(PeakBytes()));
+  return result.code;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -88,6 +99,7 @@ int main(int argc, char** argv) {
   } else if (arguments[0] == "generator") {
     result = MeasureGenerator(static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10)));
   }
+  if (arguments[0] == "check") result = MeasureCheck(TzPath::FromNative(arguments[1]));
   TzFileUtil::DeleteAllTempFilesCreated();
   return result;
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <new>
 #include <span>
 #include <string>
@@ -58,12 +59,19 @@ PlexoPublisher* PlexoPublisher::GetPublisher() {
 }
 
 int PlexoPublisher::PublishPackage() {
+  const std::uint64_t noSpaceBefore = TzFileUtil::GetNoSpaceCount();
   if (const int result = WriteManifest(); result != 0) return result;
   const ITzStringDictionary* dictionary = GetStringDictionary();
   PlexoCourseModel* course = GetCourseModel();
   if (dictionary == nullptr || course == nullptr) return 1;
   // A package without some schema documents still works in most LMSs, so this doesn't stop it.
   if (CopySchemaFiles(*course) != 0) ShowErrorBox(*dictionary, "kPlexoErrorCopyingXSDs");
+
+  // Files that the disk had no room for would be missing in the package: the earlier one is better than that.
+  if (TzFileUtil::GetNoSpaceCount() != noSpaceBefore) {
+    ShowErrorBox(*dictionary, "kPlexoErrorZipping");
+    return kTzMachineFailure;
+  }
 
   const TzPath workingFolder = course->GetWorkingFolder();
   std::vector<TzPath> entries;

@@ -17,7 +17,8 @@ class PlexoPublisher {
 
   /// Writes the manifest, copies the schema documents, and packs the working folder into the course's publish
   /// folder under its package name, replacing a package there. A failed schema copy shows a box, and the
-  /// package is made all the same; a failed packing shows a box and returns the packer's code.
+  /// package is made all the same, unless the disk of the working folder is full; a failed packing shows a
+  /// box and returns the packer's code.
   [[nodiscard]] int PublishPackage();
 
   /// Generates `imsmanifest.xml` and writes it to the top of the working folder.

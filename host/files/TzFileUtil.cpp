@@ -16,11 +16,16 @@
 
 namespace {
 
+std::uint64_t noSpaceCount = 0;
+
 /// True on success. Tells the session about a failure of the machine; that something is absent or in the way
 /// is an ordinary answer.
 bool Succeeded(TzErrorCodeEnum result, const TzPath& path, std::string_view action) {
-  if (result == kTzMachineFailure) TzReportSystemProblem(errno, path.GetNative(), action);
-  return result == kTzSuccess;
+  if (result != kTzMachineFailure) return result == kTzSuccess;
+  const int error = errno;
+  if (error == ENOSPC || error == EDQUOT || error == EFBIG) ++noSpaceCount;
+  TzReportSystemProblem(error, path.GetNative(), action);
+  return false;
 }
 
 std::string GetEnvironment(const char* name) {
@@ -107,6 +112,8 @@ TzString TzFileUtil::GetExtension(const TzPath& path) {
   }
   return TzString(extension);
 }
+
+std::uint64_t TzFileUtil::GetNoSpaceCount() { return noSpaceCount; }
 
 bool TzFileUtil::DeleteDirectory(const TzPath& folder, bool recursive) {
   TzFileSystem& files = TzFileSystem::Current();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "host/files/TzFile.h"
@@ -36,6 +37,10 @@ class TzFileUtil {
   static bool CreateDirectory(const TzPath& folder, bool withParents);
   /// Copies a file, making the target's folder where it is missing. True if it was copied.
   static bool FileCopy(const TzPath& source, const TzPath& target, bool failIfExists);
+
+  /// How many operations of this class have failed in this process because the disk had no room. Whoever lets
+  /// single copies fail can tell by it whether going on makes sense. UI thread only.
+  [[nodiscard]] static std::uint64_t GetNoSpaceCount();
 
   /// One level of a folder, as full paths in the order of their names: files if `files`, folders if
   /// `folders`. `kTzFailure` if the folder can't be read.

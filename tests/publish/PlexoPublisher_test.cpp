@@ -128,6 +128,20 @@ TEST_F(PlexoPublisherTest, ADiskThatFillsUnderTheManifestKeepsTheEarlierPackageA
   EXPECT_THAT(ListTree(target.Path()), ElementsAre("course.zip"));
 }
 
+TEST_F(PlexoPublisherTest, ADiskThatFillsWhileFilesAreSortedOrSchemasCopiedKeepsTheEarlierPackage) {
+  StagedCourse::AddLinearSCOs(1);
+  ASSERT_EQ(Publish(), 0);
+  const std::string earlier = ReadFile(target.Path() / "course.zip");
+  for (const int failing : {1, 2, 4}) {
+    StagedCourse::AddLinear(StagedCourse::Manifest("later" + std::to_string(failing)), {"stray.txt"});
+    const FaultyFileSystem disk(FaultyFileSystem::Operation::Copy, failing, ENOSPC);
+    EXPECT_EQ(Publish(), kTzMachineFailure) << failing;
+    EXPECT_EQ(ReadFile(target.Path() / "course.zip"), earlier) << failing;
+  }
+  EXPECT_THAT(session.BoxTexts(), testing::Each("kPlexoErrorZipping"));
+  EXPECT_TRUE(GetCourseModel()->GetIsDirty());
+}
+
 TEST_F(PlexoPublisherTest, AnExcludedFolderAtTheTopStaysOutOfThePackage) {
   StagedCourse::AddLinearSCOs(1);
   PlexoSCOManifest excluded = StagedCourse::Manifest("odd");

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
+#include <string_view>
 #include <utility>
 
 #include "host/files/TzDiskFileSystem.h"
@@ -19,6 +20,7 @@
 namespace {
 
 constexpr std::string_view kLockName = "/lock";
+constexpr std::string_view kPattern = "XXXXXX";
 
 std::string GetTempRoot() {
   const char* folder = std::getenv("TMPDIR");
@@ -49,13 +51,24 @@ bool IsAbandoned(const struct stat& status) {
   return std::time(nullptr) - status.st_mtime > kLongSeconds;
 }
 
+/// The prefix, with the characters behind it that `mkdtemp` puts in the place of its pattern's.
+bool IsNameOfOurs(std::string_view name, std::string_view prefix) {
+  constexpr std::string_view kCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+  return name.size() == prefix.size() + kPattern.size() && name.starts_with(prefix) &&
+         name.find_first_not_of(kCharacters, prefix.size()) == std::string_view::npos;
+}
+
 void SweepFolder(const std::string& folder) {
   struct stat status = {};
   if (lstat(folder.c_str(), &status) != 0) return;
   if (!S_ISDIR(status.st_mode) || status.st_uid != geteuid()) return;
   const TzFileDescriptor lock = TakeLock(folder, 0);
-  if (!lock.IsOpen() && (errno != ENOENT || !IsAbandoned(status))) return;
-  static_cast<void>(TzDiskFileSystem().Delete(TzPath::FromNative(folder)));
+  if (lock.IsOpen()) {
+    static_cast<void>(TzDiskFileSystem().Delete(TzPath::FromNative(folder)));
+  } else if (errno == ENOENT && IsAbandoned(status)) {
+    // Nothing goes into a folder of ours before its lock: what isn't empty is the user's own.
+    rmdir(folder.c_str());
+  }
 }
 
 void SweepAbandoned(const std::string& tempRoot, const std::string& prefix) {
@@ -64,7 +77,7 @@ void SweepAbandoned(const std::string& tempRoot, const std::string& prefix) {
   if (disk.List(TzPath::FromNative(tempRoot), entries) != kTzSuccess) return;
   for (const TzPath& entry : entries) {
     const std::string& path = entry.GetNative();
-    if (path.compare(path.rfind('/') + 1, prefix.size(), prefix) == 0) SweepFolder(path);
+    if (IsNameOfOurs(std::string_view(path).substr(path.rfind('/') + 1), prefix)) SweepFolder(path);
   }
 }
 
@@ -130,7 +143,7 @@ bool TzScratch::MakeRoot() {
   if (!root.IsEmpty()) return true;
   const std::string tempRoot = GetTempRoot();
   const std::string prefix = GetPrefix();
-  const std::string pattern = std::string(tempRoot).append("/").append(prefix).append("XXXXXX");
+  const std::string pattern = std::string(tempRoot).append("/").append(prefix).append(kPattern);
   SweepAbandoned(tempRoot, prefix);
   // Another process may sweep the folder between its making and its locking; a new one then takes its place.
   constexpr int kAttempts = 16;

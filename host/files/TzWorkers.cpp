@@ -2,7 +2,7 @@
 #include "host/files/TzWorkers.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 
 TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
   const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
@@ -10,8 +10,8 @@ TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
   threads.reserve(count);
   try {
     while (threads.size() < count) threads.emplace_back(work);
-  } catch (const std::system_error&) {
-    // The system allows no further thread: those that run do the work.
+  } catch (const std::exception&) {
+    // There is no further thread or no memory for one: those that run do the work.
     if (threads.empty()) throw;
   }
 }

@@ -8,8 +8,8 @@
 
 /// Threads that all run one function: as many as the machine has cores, but no more than there are jobs.
 ///
-/// Guarantees: at least one runs, or the constructor throws `std::system_error`; the destructor waits for
-/// all.
+/// Guarantees: at least one runs, or the constructor throws `std::system_error` or `std::bad_alloc`; the
+/// destructor waits for all.
 class TzWorkers {
  public:
   TzWorkers(std::size_t jobs, const std::function<void()>& work);

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <optional>
 #include <span>
+#include <system_error>
 
 #include "host/files/TzZipFormat.h"
 #include "host/files/TzZipName.h"
@@ -28,10 +29,12 @@ constexpr const char* kHeadersDisagree = "the entry's header disagrees with the 
 
 std::string_view AsText(Bytes bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
 
-/// Reads exactly this part of the file; empty if the file ends before.
+/// Reads exactly this part of the file; empty if the file ends before. Throws if the system can't read.
 std::vector<std::byte> ReadPart(const TzFileDescriptor& file, std::uint64_t offset, std::size_t size) {
   std::vector<std::byte> part(size);
-  if (file.ReadAt(offset, part) != static_cast<std::ptrdiff_t>(size)) part.clear();
+  const std::ptrdiff_t count = file.ReadAt(offset, part);
+  if (count < 0) throw std::system_error(errno, std::generic_category());
+  if (count != static_cast<std::ptrdiff_t>(size)) part.clear();
   return part;
 }
 
@@ -39,9 +42,8 @@ std::vector<std::byte> ReadPart(const TzFileDescriptor& file, std::uint64_t offs
 bool IsSpecial(std::uint32_t attributes) {
   constexpr std::uint32_t kWindowsLink = 0x400;
   const mode_t type = (attributes >> 16U) & S_IFMT;
-  const bool isUnixSpecial =
-      type == S_IFLNK || type == S_IFCHR || type == S_IFBLK || type == S_IFIFO || type == S_IFSOCK;
-  return isUnixSpecial || (attributes & kWindowsLink) != 0;
+  return type == S_IFLNK || type == S_IFCHR || type == S_IFBLK || type == S_IFIFO || type == S_IFSOCK ||
+         (attributes & kWindowsLink) != 0;
 }
 
 /// Replaces the sizes that have all bits set by those of the ZIP64 field, which holds just these, in the
@@ -75,10 +77,6 @@ std::optional<std::string_view> FindUnicodePath(Bytes extra, Bytes name) {
     found = AsText(content.subspan(kPrefixBytes));
   });
   return found;
-}
-
-const char* ReadUtf8(std::string_view text, TzZipName& name) {
-  return TzZipName::IsUtf8(text) ? name.Read(text) : "the entry's name is malformed UTF-8";
 }
 
 const char* CheckPacking(unsigned flags, std::uint16_t method, const TzZipEntry& entry) {
@@ -172,19 +170,18 @@ struct TzZipDirectory::Header {
   /// The entry's name and kind. Returns what is wrong with the name, null if nothing is.
   const char* ReadName(TzZipEntry& entry) const {
     TzZipName read;
-    const char* fault = nullptr;
-    const auto unicode = FindUnicodePath(extra, name);
-    entry.isNameUtf8 = (GetFlags() & kUtf8Flag) != 0 || unicode.has_value();
+    const char* fault = "the entry's name is malformed UTF-8";
+    const bool isFlagged = (GetFlags() & kUtf8Flag) != 0;
+    const auto unicode = isFlagged ? std::nullopt : FindUnicodePath(extra, name);
+    const std::string_view text = unicode.value_or(AsText(name));
+    entry.isNameUtf8 = isFlagged || unicode.has_value();
     entry.hasBackslash = AsText(name).find('\\') != std::string_view::npos;
-    if ((GetFlags() & kUtf8Flag) != 0) {
-      fault = ReadUtf8(AsText(name), read);
-    } else if (unicode.has_value()) {
-      fault = ReadUtf8(*unicode, read);
-    } else if ((GetHost() == kUnixHost || GetHost() == kMacHost) && TzZipName::IsUtf8(AsText(name))) {
-      // Unix archivers write the bytes that the disk holds, and not all of them say what these mean.
-      fault = read.Read(AsText(name));
-    } else {
-      fault = read.Read(TzZipName::FromCodePage437(AsText(name)));
+    // Unix archivers write the bytes that the disk holds, and not all of them say what these mean.
+    const bool mayBeUtf8 = entry.isNameUtf8 || GetHost() == kUnixHost || GetHost() == kMacHost;
+    if (mayBeUtf8 && TzZipName::IsUtf8(text)) {
+      fault = read.Read(text);
+    } else if (!entry.isNameUtf8) {
+      fault = read.Read(TzZipName::FromCodePage437(text));
     }
     entry.name = fault == nullptr ? std::move(read.text) : TzZipName::ForMessage(AsText(name));
     entry.isFolder = read.isFolder;
@@ -205,10 +202,7 @@ struct TzZipDirectory::Header {
   }
 };
 
-TzZipFailure TzZipDirectory::Open(const TzPath& archive) {
-  faults = nullptr;
-  return Read(archive);
-}
+TzZipFailure TzZipDirectory::Open(const TzPath& archive) { return Read(archive); }
 
 TzZipFailure TzZipDirectory::Inspect(const TzPath& archive, std::vector<TzZipFault>& faultList) {
   faults = &faultList;
@@ -223,7 +217,7 @@ TzZipFailure TzZipDirectory::Meet(TzZipFaultKind kind, TzZipFailure failure) {
   return {};
 }
 
-TzZipFailure TzZipDirectory::Read(const TzPath& archive) {
+TzZipFailure TzZipDirectory::Read(const TzPath& archive) try {
   if (auto failure = OpenFile(archive)) return failure;
   Place place;
   if (auto failure = FindPlace(place)) return failure;
@@ -233,6 +227,8 @@ TzZipFailure TzZipDirectory::Read(const TzPath& archive) {
   if (auto failure = ReadHeaders(place)) return failure;
   if (auto failure = Meet(TzZipFaultKind::Data, CheckExtents())) return failure;
   return Meet(TzZipFaultKind::Size, CheckTotal());
+} catch (const std::system_error& error) {
+  return TzZipFailure::System(error.code().value(), {}, "can't read");
 }
 
 std::vector<std::string_view> TzZipDirectory::GetFolders() const {
@@ -278,10 +274,8 @@ TzZipFailure TzZipDirectory::FindPlace(Place& place) const {
   if (end.size > end.position || end.offset > end.position - end.size) {
     return TzZipFailure::BadContent({}, kNoArchive);
   }
-  place.start = end.position - end.size;
-  place.size = end.size;
-  place.count = end.count;
-  place.prefixBytes = place.start - end.offset;
+  const std::uint64_t start = end.position - end.size;
+  place = {start, end.size, end.count, start - end.offset};
   return {};
 }
 

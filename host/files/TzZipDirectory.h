@@ -71,6 +71,7 @@ class TzZipDirectory {
   struct Header;
   enum class NodeKind { File, Folder };
 
+  /// What the system can't read is no fault of the archive, and always ends the reading.
   TzZipFailure Read(const TzPath& archive);
   /// Returns the failure if the reading must end with it.
   TzZipFailure Meet(TzZipFaultKind kind, TzZipFailure failure);

@@ -10,6 +10,7 @@
 #include <new>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "host/files/TzZipExtractor.h"
 #include "host/files/TzZipInflater.h"
@@ -34,6 +35,14 @@ TzZipFailure Guard(Operation operation) {
   }
 }
 
+/// The unit, and the bytes in it, that tells the size in two digits or more where that can be.
+std::pair<const char*, std::uint64_t> GetUnit(std::uint64_t size) {
+  constexpr std::uint64_t kKilobyte = 1024;
+  if (size >= 10 * kKilobyte * kKilobyte * kKilobyte) return {" GB", kKilobyte * kKilobyte * kKilobyte};
+  if (size >= 10 * kKilobyte * kKilobyte) return {" MB", kKilobyte * kKilobyte};
+  return {" KB", kKilobyte};
+}
+
 /// Fails if the disk that the folder is on, or will be, hasn't this much room.
 TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
   struct statvfs status = {};
@@ -43,13 +52,14 @@ TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
     if (errno != ENOENT || standing.IsEmpty() || standing == standing.GetParentTzPath()) return {};
     standing = standing.GetParentTzPath();
   }
-  constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20U;
   const std::uint64_t free = std::uint64_t{status.f_bavail} * status.f_frsize;
   if (size <= free) return {};
+  const auto [unit, bytes] = GetUnit(size);
+  const std::uint64_t needed = size / bytes + (size % bytes != 0 ? 1 : 0);
   return {kTzMachineFailure,
           {},
-          "unpacks to " + std::to_string(size / kMegabyte) + " MB, but '" + folder.GetNative() +
-              "' has room for " + std::to_string(free / kMegabyte) + " MB",
+          "unpacks to " + std::to_string(needed) + unit + ", but '" + folder.GetNative() + "' has room for " +
+              std::to_string(free / bytes) + unit,
           0};
 }
 

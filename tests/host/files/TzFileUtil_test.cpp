@@ -211,20 +211,29 @@ TEST_F(TempDirTest, SweepsWhatAKilledProcessLeftAndNothingElse) {
   LeaveBehind();
   ASSERT_THAT(ListTree(folder.Path()), SizeIs(3));
   const std::string prefix = "plexo-" + std::to_string(geteuid()) + "-";
-  const TzPath mine = folder.Write("mine/file", "");
-  fs::create_directory_symlink("mine", (folder.Path() / (prefix + "link")).GetNative());
-  fs::create_directory((folder.Path() / (prefix + "young")).GetNative());
-  const TzPath old = folder.Path() / (prefix + "old");
-  fs::create_directory(old.GetNative());
-  fs::last_write_time(old.GetNative(), fs::file_time_type::clock::now() - std::chrono::hours(2));
+  const std::string link = prefix + "linked";
+  const std::string young = prefix + "youngA";
+  const std::string old = prefix + "old123";
+  const std::string longer = prefix + "old1234";
+  const std::string dashed = prefix + "old-12";
+  const TzPath files[] = {folder.Write("mine/file", ""), folder.Write(prefix + "course/sub/file", ""),
+                          folder.Write(prefix + "abcdef/file", ""), folder.Write(longer + "/lock", "")};
+  fs::create_directory_symlink("mine", (folder.Path() / link).GetNative());
+  for (const auto& name : {young, old, dashed}) fs::create_directory((folder.Path() / name).GetNative());
+  const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(2);
+  for (const auto& name : {old, dashed, longer, prefix + "course", prefix + "abcdef"}) {
+    fs::last_write_time((folder.Path() / name).GetNative(), longAgo);
+  }
 
   const TzPath made = TzFileUtil::CreateTempDir("new");
   std::vector<TzPath> standing;
   ASSERT_EQ(TzFileSystem::Current().List(folder.Path(), standing), kTzSuccess);
   EXPECT_THAT(standing,
-              testing::UnorderedElementsAre(folder.Path() / "mine", folder.Path() / (prefix + "link"),
-                                            folder.Path() / (prefix + "young"), made.GetParentTzPath()));
-  EXPECT_TRUE(TzFile(mine).Exists());
+              testing::UnorderedElementsAre(folder.Path() / "mine", folder.Path() / link,
+                                            folder.Path() / young, folder.Path() / longer,
+                                            folder.Path() / dashed, folder.Path() / (prefix + "course"),
+                                            folder.Path() / (prefix + "abcdef"), made.GetParentTzPath()));
+  for (const TzPath& file : files) EXPECT_TRUE(TzFile(file).Exists()) << file.GetNative();
 }
 
 TEST_F(TempDirTest, TakesAFolderThatIsToBeKept) {

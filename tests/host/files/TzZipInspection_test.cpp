@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <stdexcept>
 
 #include "support/RawZip.h"
@@ -90,6 +92,15 @@ TEST_F(TzZipInspectionTest, HandsOutContentInPieces) {
 
 TEST_F(TzZipInspectionTest, FailsWithoutADirectory) {
   EXPECT_EQ(inspection.Open(folder.Write("a.zip", "text")).code, kTzBadContent);
+}
+
+TEST_F(TzZipInspectionTest, TellsAnArchiveThatCannotBeReadFromADamagedOne) {
+  // The loopback device has no speed: its file opens, and says that it has content, but reading it fails.
+  const TzPath unreadable("/sys/class/net/lo/speed");
+  if (!std::filesystem::exists(unreadable.GetNative())) GTEST_SKIP() << "no " << unreadable.GetNative();
+  const TzZipFailure failure = inspection.Open(unreadable);
+  EXPECT_EQ(failure.code, kTzMachineFailure) << failure.message;
+  EXPECT_EQ(failure.errorNumber, EINVAL);
 }
 
 }  // namespace

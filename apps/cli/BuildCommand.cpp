@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <new>
+#include <system_error>
 
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/PackageReasons.h"
@@ -83,6 +84,7 @@ BuildCommand::Failure BuildCommand::CheckOptions() const {
 
 std::vector<CommandFailure> BuildCommand::ReadCourse() {
   CourseFileResult result = ReadCourseFile(options.courseFile);
+  if (Interrupt::IsAsked()) return {MakeInterrupted(options.package)};
   std::vector<CommandFailure> failures;
   for (const CourseFileError& error : result.errors) {
     CommandFailure failure{error.status, GetLocation(options.courseFile, error), error.message, {}};
@@ -148,7 +150,12 @@ BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
 
 BuildCommand::Failure BuildCommand::StartCourse() {
   if (!options.workingFolder.empty()) {
-    const auto path = std::filesystem::absolute(options.workingFolder);
+    std::error_code error;
+    const auto path = std::filesystem::absolute(options.workingFolder, error);
+    if (error) {
+      return CommandFailure{
+          ExitStatus::Machine, options.workingFolder, "the current folder can't be found", {}};
+    }
     TzFileUtil::KeepNextTempDirAt(TzPath::FromNative(path.native()));
   }
   PlexoCourseModel* model = GetCourseModel();

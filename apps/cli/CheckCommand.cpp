@@ -3,11 +3,10 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
+#include "apps/cli/PackageFile.h"
 #include "check/PlexoFindingTable.h"
 #include "core/PlexoInstallFolder.h"
 
@@ -48,13 +47,15 @@ std::string DescribePlace(const PlexoPlace& place) {
 }  // namespace
 
 ExitStatus CheckCommand::Run() {
-  if (options.package.empty()) {
+  if (options.task == CheckOptions::Task::List) {
     std::string page = PlexoFindingTable::WriteMarkdown();
     page.pop_back();  // The output ends the last line itself.
     output.PrintDocument(page);
     return ExitStatus::Done;
   }
-  if (const auto failure = CheckPackage()) return output.Fail({*failure});
+  if (const auto failure = CheckPackageFile(options.package, "a SCORM package", ExitStatus::Refused)) {
+    return output.Fail({*failure});
+  }
   const PlexoPackageChecker checker(GetSchemaInstallFolder());
   const PlexoCheckResult result = checker.Check(TzPath::FromNative(options.package));
   static_cast<void>(session.TakeProblems());
@@ -73,16 +74,6 @@ ExitStatus CheckCommand::Run() {
                      (options.failing == CheckOptions::Failing::Warnings &&
                       Count(result.findings, PlexoSeverity::Warning) > 0);
   return fails ? ExitStatus::Findings : ExitStatus::Done;
-}
-
-std::optional<CommandFailure> CheckCommand::CheckPackage() const {
-  std::error_code error;
-  const auto status = std::filesystem::status(options.package, error);
-  if (std::filesystem::is_regular_file(status)) return std::nullopt;
-  std::string message = "isn't a file; expected a SCORM package";
-  if (status.type() == std::filesystem::file_type::not_found) message = "doesn't exist";
-  if (status.type() == std::filesystem::file_type::none) message = "can't be looked at: " + error.message();
-  return CommandFailure{ExitStatus::Usage, options.package, std::move(message), {}};
 }
 
 void CheckCommand::PrintText(const std::vector<PlexoFinding>& findings) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,8 @@
 #include "check/PlexoPackageChecker.h"
 
 struct CheckOptions {
-  /// Empty to list the findings that there are.
+  /// `List` prints the findings that there are, and looks at no package.
+  enum class Task { Check, List } task = Task::Check;
   std::string package;
   /// The least severity that fails a package.
   enum class Failing { Errors, Warnings } failing = Failing::Errors;
@@ -25,7 +25,6 @@ class CheckCommand {
   [[nodiscard]] ExitStatus Run();
 
  private:
-  [[nodiscard]] std::optional<CommandFailure> CheckPackage() const;
   void PrintText(const std::vector<PlexoFinding>& findings);
   void PrintKind(const std::vector<const PlexoFinding*>& findings);
   void PrintJson(const std::vector<PlexoFinding>& findings);

@@ -6,6 +6,8 @@
 #include <memory>
 #include <new>
 #include <ostream>
+#include <span>
+#include <string_view>
 
 #include "apps/cli/BuildCommand.h"
 #include "apps/cli/CheckCommand.h"
@@ -33,8 +35,27 @@ constexpr const char* kBuildNotes =
     "  force-sequence: true        # the lessons in this order only\n"
     "  files: [intro.zip, doors.zip]\n"
     "\n"
-    "Template, identifier and files are needed. Paths are relative to the course file.\n"
+    "The templates simple-remediation and test-rollup, of SCORM 2004 only, have modules for files:\n"
+    "  template: test-rollup\n"
+    "  identifier: My Course 2\n"
+    "  modules:\n"
+    "    - title: Doors\n"
+    "      weightage: 100          # percent; in all modules or in none\n"
+    "      force-content-sequence: true\n"
+    "      pretest: before.zip     # test-rollup only\n"
+    "      content: [doors.zip, exits.zip]\n"
+    "      post-test: after.zip\n"
+    "\n"
+    "Needed are template, identifier, and files or modules; in a module content, post-test and, with\n"
+    "test-rollup, pretest. Paths are relative to the course file.\n"
     "\n";
+
+constexpr const char* kInspectStatuses =
+    "Exit status:\n"
+    "  0  the manifest can be read\n"
+    "  1  the package or its manifest was refused\n"
+    "  2  the command line is wrong, or there is no such file\n"
+    "  3  the machine failed: disk full, no permission\n";
 
 /// Prints the usage line as it is given: CLI11's own leaves out the options that are required.
 class UsageFormatter : public CLI::Formatter {
@@ -72,6 +93,13 @@ class Arguments {
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
   void Parse(int argumentCount, const char* const* arguments) { app.parse(argumentCount, arguments); }
+  /// Why they couldn't be parsed.
+  [[nodiscard]] std::string GetMistake(const CLI::ParseError& error,
+                                       std::span<const char* const> arguments) const {
+    const bool hasWord = arguments.size() > 1 && *arguments[1] != '-';
+    if (!hasWord || !app.get_subcommands().empty()) return error.what();
+    return "unknown command '" + std::string(arguments[1]) + "'; allowed: build, check, inspect";
+  }
 
   [[nodiscard]] bool IsBuild() const { return build->parsed(); }
   [[nodiscard]] bool IsCheck() const { return check->parsed(); }
@@ -86,7 +114,7 @@ class Arguments {
   }
   [[nodiscard]] CheckOptions GetCheckOptions() const {
     CheckOptions options = checkOptions;
-    if (isList) options.package.clear();
+    if (isList) options.task = CheckOptions::Task::List;
     if (isStrict) options.failing = CheckOptions::Failing::Warnings;
     return options;
   }
@@ -104,30 +132,39 @@ class Arguments {
   void DefineBuild() {
     build = app.add_subcommand("build", "Make a package of a course file");
     build->formatter(std::make_shared<UsageFormatter>("plexo build COURSE.yaml -o PACKAGE.zip [OPTIONS]"));
-    build->add_option("COURSE.yaml", buildOptions.courseFile, "The course file")->required()->type_name("");
+    build->add_option("COURSE.yaml", buildOptions.courseFile, "The course file")
+        ->required()
+        ->type_name("")
+        ->check(notEmpty);
     build->add_option("-o,--output", buildOptions.package, "The package to write; its folder must exist")
         ->required()
-        ->type_name("PACKAGE.zip");
+        ->type_name("PACKAGE.zip")
+        ->check(notEmpty);
     build->add_flag("--force", isForced, "Replace an existing package");
     build->add_flag("--quiet", isQuiet, "Print the package's path only, and no progress");
     build->add_flag("--json", isJson, "Print the result, or the error, as JSON");
     build
         ->add_option("--working-folder", buildOptions.workingFolder,
                      "Put the course together in this new or empty folder, and leave it there")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->check(notEmpty);
     build->footer(std::string(kBuildNotes) + kStatuses);
   }
 
   void DefineInspect() {
     inspect = app.add_subcommand("inspect", "Say what a course would take from a SCO package's manifest");
     inspect->formatter(std::make_shared<UsageFormatter>("plexo inspect FILE.zip [OPTIONS]"));
-    inspect->add_option("FILE.zip", inspectOptions.package, "The SCO package")->required()->type_name("");
+    inspect->add_option("FILE.zip", inspectOptions.package, "The SCO package")
+        ->required()
+        ->type_name("")
+        ->check(notEmpty);
     inspect
         ->add_option("--scorm", inspectOptions.scormVersion,
                      "Read it for a course of this version instead of its own")
-        ->type_name("1.2|2004");
+        ->type_name("1.2|2004")
+        ->check(notEmpty);
     inspect->add_flag("--json", isJson, "Print the result, or the error, as JSON");
-    inspect->footer(kStatuses);
+    inspect->footer(kInspectStatuses);
   }
 
   void DefineCheck() {
@@ -136,7 +173,8 @@ class Arguments {
         std::make_shared<UsageFormatter>("plexo check PACKAGE.zip [OPTIONS] | plexo check --list"));
     auto* choice = check->add_option_group("Either");
     choice->add_option("PACKAGE.zip", checkOptions.package, "The package, of Plexo or any other maker")
-        ->type_name("");
+        ->type_name("")
+        ->check(notEmpty);
     choice->add_flag("--list", isList, "Print the table of all findings, in Markdown");
     choice->require_option(1);
     check->add_flag("--strict", isStrict, "Let warnings fail the package too");
@@ -144,6 +182,8 @@ class Arguments {
     check->footer(kCheckStatuses);
   }
 
+  // Without a description, which the help would show with every option.
+  CLI::Validator notEmpty{[](const std::string& text) { return text.empty() ? "can't be empty" : ""; }, ""};
   CLI::App app;
   CLI::App* build = nullptr;
   CLI::App* inspect = nullptr;
@@ -192,30 +232,41 @@ ExitStatus RunGuarded(const Arguments& arguments, CommandOutput& output) {
   }
 }
 
+/// For arguments that couldn't be parsed; a file behind "--" may have any name.
+bool AsksForJson(std::span<const char* const> arguments) {
+  const auto end = std::ranges::find(arguments, std::string_view("--"));
+  return std::find(arguments.begin(), end, std::string_view("--json")) != end;
+}
+
 }  // namespace
 
 int RunCommandLine(int argumentCount, const char* const* arguments, std::ostream& results,
                    std::ostream& messages) {
+  const std::span<const char* const> words(arguments, static_cast<std::size_t>(argumentCount));
   Arguments parsed;
-  const auto end = arguments + argumentCount;
-  const bool wantsJson = std::find(arguments, end, std::string_view("--json")) != end;
-  CommandOutput output(results, messages, wantsJson ? CommandOutput::Form::Json : CommandOutput::Form::Text);
+  CommandOutput output(results, messages);
   ExitStatus status = ExitStatus::Done;
+  std::string unwritten = "can't write";
   try {
     parsed.Parse(argumentCount, arguments);
+    if (parsed.WantsJson()) output.SetForm(CommandOutput::Form::Json);
     status = RunGuarded(parsed, output);
+    if (parsed.IsBuild() && status == ExitStatus::Done) unwritten += "; the package was written";
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       parsed.PrintHelp(error, results);
     } else {
+      if (AsksForJson(words)) output.SetForm(CommandOutput::Form::Json);
       const std::string command = parsed.GetCommandName();
-      status =
-          output.Fail({{ExitStatus::Usage, command, error.what(), {"'" + command + " --help' tells more"}}});
+      status = output.Fail({{ExitStatus::Usage,
+                             command,
+                             parsed.GetMistake(error, words),
+                             {"'" + command + " --help' tells more"}}});
     }
   }
   results.flush();
   if (!results.good()) {
-    output.Explain({ExitStatus::Machine, "standard output", "can't write", {}});
+    output.Explain({ExitStatus::Machine, "standard output", unwritten, {}});
     status = std::max(status, ExitStatus::Machine);
   }
   return static_cast<int>(status);

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "apps/cli/Interrupt.h"
 #include "host/text/TzString.h"
 
 namespace {
@@ -18,10 +19,11 @@ std::string Join(const std::vector<std::string>& reasons) {
 }
 
 Json DescribeFailure(const CommandFailure& failure) {
+  const bool isInterrupted = failure.status == ExitStatus::Interrupted;
   return {{"subject", failure.subject},
           {"message", failure.message},
           {"reason", Join(failure.reasons)},
-          {"status", static_cast<int>(failure.status)}};
+          {"status", isInterrupted ? Interrupt::GetStatus() : static_cast<int>(failure.status)}};
 }
 
 std::string DescribeFailures(const std::vector<CommandFailure>& failures) {

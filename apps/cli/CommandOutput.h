@@ -17,8 +17,10 @@ class CommandOutput {
  public:
   enum class Form { Text, Json };
 
-  CommandOutput(std::ostream& resultStream, std::ostream& messageStream, Form resultForm)
-      : results(resultStream), messages(messageStream), form(resultForm) {}
+  CommandOutput(std::ostream& resultStream, std::ostream& messageStream)
+      : results(resultStream), messages(messageStream) {}
+
+  void SetForm(Form resultForm) { form = resultForm; }
 
   /// One line of the result.
   void PrintLine(std::string_view line);
@@ -41,7 +43,7 @@ class CommandOutput {
 
   std::ostream& results;
   std::ostream& messages;
-  Form form;
+  Form form = Form::Text;
   std::function<void()> beforeWriting;
 };
 

@@ -55,24 +55,32 @@ std::string Quote(const std::string& word) {
 void CourseFileErrors::Add(const YAML::Mark& mark, std::string message, std::string reason,
                            ExitStatus status) {
   const bool isLocated = mark.line >= 0;
-  errors.push_back({isLocated ? mark.line + 1 : 0, isLocated ? mark.column + 1 : 0, status,
-                    std::move(message), std::move(reason)});
+  Keep({isLocated ? mark.line + 1 : 0, isLocated ? mark.column + 1 : 0, status, std::move(message),
+        std::move(reason)});
 }
 
 void CourseFileErrors::Add(std::string message, ExitStatus status) {
-  errors.push_back({0, 0, status, std::move(message), {}});
+  Keep({0, 0, status, std::move(message), {}});
+}
+
+void CourseFileErrors::Keep(CourseFileError error) {
+  constexpr std::size_t kMostErrors = 20;
+  const auto place = [](const CourseFileError& each) { return std::pair(each.line, each.column); };
+  const auto next = std::ranges::upper_bound(first, place(error), {}, place);
+  first.insert(next, std::move(error));
+  if (first.size() <= kMostErrors) return;
+  restStatus = std::max(restStatus, first.back().status);
+  first.pop_back();
+  ++rest;
 }
 
 std::vector<CourseFileError> CourseFileErrors::TakeSorted() {
-  const auto place = [](const CourseFileError& error) { return std::pair(error.line, error.column); };
-  std::ranges::stable_sort(errors, {}, place);
-  constexpr std::size_t kMostErrors = 20;
-  if (errors.size() > kMostErrors) {
-    const std::string rest = std::to_string(errors.size() - kMostErrors);
-    errors.resize(kMostErrors);
-    Add("has " + rest + " more errors");
-  }
-  return std::exchange(errors, {});
+  std::vector<CourseFileError> errors = std::exchange(first, {});
+  if (rest > 0)
+    errors.push_back(
+        {0, 0, restStatus, "has " + std::to_string(rest) + (rest == 1 ? " more error" : " more errors"), {}});
+  rest = 0;
+  return errors;
 }
 
 CourseKeys::CourseKeys(const YAML::Node& map, std::string_view what,
@@ -112,6 +120,8 @@ std::optional<CourseText> CourseKeys::AsText(const YAML::Node& node, const std::
     errors.Add(place, what + " has no value; an empty text is written \"\"");
   } else if (!node.IsScalar()) {
     errors.Add(node.Mark(), what + " must be a text");
+  } else if (node.Scalar().find('\0') != std::string::npos) {
+    errors.Add(node.Mark(), what + " holds a NUL character");
   } else if (!IsUTF8(node.Scalar())) {
     errors.Add(node.Mark(), what + " isn't UTF-8; save the file with that encoding");
   } else {

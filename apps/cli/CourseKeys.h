@@ -22,7 +22,7 @@ struct CourseFileError {
   std::string reason;
 };
 
-/// Gathers the errors of a course file.
+/// Gathers the errors of a course file. Of very many it keeps the first by place, and counts the others.
 class CourseFileErrors {
  public:
   void Add(const YAML::Mark& mark, std::string message, std::string reason = {},
@@ -34,7 +34,12 @@ class CourseFileErrors {
   [[nodiscard]] std::vector<CourseFileError> TakeSorted();
 
  private:
-  std::vector<CourseFileError> errors;
+  void Keep(CourseFileError error);
+
+  /// Sorted.
+  std::vector<CourseFileError> first;
+  std::size_t rest = 0;
+  ExitStatus restStatus = ExitStatus::Usage;
 };
 
 /// A text with the place where it stands.

@@ -104,6 +104,9 @@ std::vector<CourseModule> ReadCourseModules(const std::vector<YAML::Node>& nodes
                                             const YAML::Mark& place, ListedFiles& files,
                                             CourseFileErrors& errors) {
   ModuleReading reading(courseType, files, errors);
-  for (const YAML::Node& node : nodes) reading.ReadModule(node);
+  for (const YAML::Node& node : nodes) {
+    if (!files.Admit(node.Mark())) break;
+    reading.ReadModule(node);
+  }
   return reading.Finish(place);
 }

@@ -8,39 +8,88 @@
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <unordered_map>
+#include <vector>
+
+#include "apps/cli/Interrupt.h"
 
 namespace {
 
-/// Counts how deep a document's collections stand in each other, before its tree is built by recursion.
-class NestingGuard : public YAML::EventHandler {
+/// Looks at a text before its tree is built by recursion and its aliases are followed: it must be one
+/// document, not nested too deeply, and not too large with every alias written out.
+class CourseYamlGuard : public YAML::EventHandler {
  public:
-  struct TooDeep {
+  struct Refusal {
     YAML::Mark mark;
+    std::string message;
   };
+  struct Interrupted {};
 
-  void OnDocumentStart(const YAML::Mark& /*mark*/) override {}
+  // A character that can't start a value makes a document that is empty and doesn't move on.
+  void OnDocumentStart(const YAML::Mark& mark) override {
+    const bool isStuck = hasDocument && mark.pos == start.pos;
+    if (isStuck) throw Refusal{mark, "a value can't start here"};
+    if (hasDocument) throw Refusal{mark, "a second document starts here; a course file holds one"};
+    hasDocument = true;
+    start = mark;
+  }
   void OnDocumentEnd() override {}
-  void OnNull(const YAML::Mark& /*mark*/, YAML::anchor_t /*anchor*/) override {}
-  void OnAlias(const YAML::Mark& /*mark*/, YAML::anchor_t /*anchor*/) override {}
-  void OnScalar(const YAML::Mark& /*mark*/, const std::string& /*tag*/, YAML::anchor_t /*anchor*/,
-                const std::string& /*value*/) override {}
-  void OnSequenceStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t /*anchor*/,
+  void OnNull(const YAML::Mark& mark, YAML::anchor_t /*anchor*/) override { Count(mark, {1, 0}); }
+  void OnAlias(const YAML::Mark& mark, YAML::anchor_t anchor) override { Count(mark, anchored[anchor]); }
+  void OnScalar(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
+                const std::string& value) override {
+    Count(mark, {1, value.size()});
+    anchored[anchor] = {1, value.size()};
+  }
+  void OnSequenceStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
                        YAML::EmitterStyle::value /*style*/) override {
-    Enter(mark);
+    Enter(mark, anchor);
   }
-  void OnSequenceEnd() override { --depth; }
-  void OnMapStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t /*anchor*/,
+  void OnSequenceEnd() override { Leave(); }
+  void OnMapStart(const YAML::Mark& mark, const std::string& /*tag*/, YAML::anchor_t anchor,
                   YAML::EmitterStyle::value /*style*/) override {
-    Enter(mark);
+    Enter(mark, anchor);
   }
-  void OnMapEnd() override { --depth; }
+  void OnMapEnd() override { Leave(); }
 
  private:
-  void Enter(const YAML::Mark& mark) {
-    if (++depth > kDeepestCourseFile) throw TooDeep{mark};
+  struct Extent {
+    std::size_t values = 0;
+    std::size_t bytes = 0;
+  };
+  struct Collection {
+    YAML::anchor_t anchor;
+    Extent before;
+  };
+
+  void Count(const YAML::Mark& mark, const Extent& more) {
+    if (Interrupt::IsAsked()) throw Interrupted();
+    total.values += more.values;
+    total.bytes += more.bytes;
+    if (total.values <= kMostCourseValues && total.bytes <= kMostCourseText) return;
+    throw Refusal{mark, "comes to more than " + std::to_string(kMostCourseValues) +
+                            " values, or to more than " + std::to_string(kMostCourseText >> 20U) +
+                            " MiB, with its aliases written out"};
   }
 
-  int depth = 0;
+  void Enter(const YAML::Mark& mark, YAML::anchor_t anchor) {
+    open.push_back({anchor, total});
+    Count(mark, {1, 0});
+    if (open.size() <= kDeepestCourseFile) return;
+    throw Refusal{mark, "is nested deeper than " + std::to_string(kDeepestCourseFile) + " levels"};
+  }
+
+  void Leave() {
+    const auto [anchor, before] = open.back();
+    open.pop_back();
+    anchored[anchor] = {total.values - before.values, total.bytes - before.bytes};
+  }
+
+  bool hasDocument = false;
+  YAML::Mark start;
+  Extent total;
+  std::vector<Collection> open;
+  std::unordered_map<YAML::anchor_t, Extent> anchored;
 };
 
 std::optional<std::string> ReadCourseText(const std::string& path, CourseFileErrors& errors) {
@@ -68,11 +117,11 @@ std::optional<std::string> ReadCourseText(const std::string& path, CourseFileErr
   return std::nullopt;
 }
 
-/// Throws `NestingGuard::TooDeep`.
-void CheckNesting(const std::string& text) {
+/// Throws what the guard throws.
+void GuardAgainst(const std::string& text) {
   std::istringstream stream(text);
   YAML::Parser parser(stream);
-  NestingGuard guard;
+  CourseYamlGuard guard;
   while (parser.HandleNextDocument(guard)) {
   }
 }
@@ -83,15 +132,12 @@ std::optional<YAML::Node> LoadCourseYaml(const std::string& path, CourseFileErro
   const std::optional<std::string> text = ReadCourseText(path, errors);
   if (!text) return std::nullopt;
   try {
-    CheckNesting(*text);
-    const std::vector<YAML::Node> documents = YAML::LoadAll(*text);
-    if (documents.size() > 1) {
-      errors.Add(documents[1].Mark(), "a second document starts here; a course file holds one");
-      return std::nullopt;
-    }
-    return documents.empty() ? YAML::Node() : documents.front();
-  } catch (const NestingGuard::TooDeep& deep) {
-    errors.Add(deep.mark, "is nested deeper than " + std::to_string(kDeepestCourseFile) + " levels");
+    GuardAgainst(*text);
+    return YAML::Load(*text);
+  } catch (const CourseYamlGuard::Refusal& refusal) {
+    errors.Add(refusal.mark, refusal.message);
+  } catch (const CourseYamlGuard::Interrupted&) {
+    errors.Add("interrupted", ExitStatus::Interrupted);
   } catch (const YAML::Exception& exception) {
     errors.Add(exception.mark, exception.msg);
   }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/cli/InspectCommand.h"
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
+#include "apps/cli/PackageFile.h"
 #include "apps/cli/PackageReasons.h"
-#include "host/files/TzFileUtil.h"
+#include "apps/cli/ScratchFolder.h"
 #include "host/files/TzZipUtils.h"
 
 namespace {
@@ -26,8 +25,12 @@ const char* GetName(PlexoParseFailure failure) {
 }  // namespace
 
 ExitStatus InspectCommand::Run() {
-  if (const auto failure = CheckPackage()) return output.Fail({*failure});
-  const TzPath manifestFile = TzFileUtil::CreateTempDir("inspect") / "imsmanifest.xml";
+  if (const auto failure = CheckPackageFile(options.package, "a SCO package", ExitStatus::Machine)) {
+    return output.Fail({*failure});
+  }
+  const std::optional<TzPath> folder = MakeScratchFolder("inspect");
+  if (!folder) return FailWithoutFolder();
+  const TzPath manifestFile = *folder / "imsmanifest.xml";
   if (const auto failure = ExtractManifest(manifestFile)) return output.Fail({*failure});
 
   std::string courseVersion = options.scormVersion;
@@ -48,20 +51,10 @@ ExitStatus InspectCommand::Run() {
   return HasMachineFailure(problems) ? ExitStatus::Machine : ExitStatus::Done;
 }
 
-std::optional<CommandFailure> InspectCommand::CheckPackage() const {
-  std::error_code error;
-  const auto status = std::filesystem::status(options.package, error);
-  const auto fail = [this](ExitStatus exitStatus, const std::string& message) {
-    return CommandFailure{exitStatus, options.package, message, {}};
-  };
-  if (status.type() == std::filesystem::file_type::not_found) return fail(ExitStatus::Usage, "doesn't exist");
-  if (status.type() == std::filesystem::file_type::none) {
-    return fail(ExitStatus::Machine, "can't be looked at: " + error.message());
-  }
-  if (!std::filesystem::is_regular_file(status)) {
-    return fail(ExitStatus::Usage, "isn't a file; expected a SCO package");
-  }
-  return std::nullopt;
+ExitStatus InspectCommand::FailWithoutFolder() {
+  const PackageReasons reasons(session, TzPath::FromNative(options.package));
+  return output.Fail({{ExitStatus::Machine, options.package, "there is no folder to unpack its manifest into",
+                       reasons.Describe(session.TakeProblems())}});
 }
 
 std::optional<CommandFailure> InspectCommand::ExtractManifest(const TzPath& manifestFile) {

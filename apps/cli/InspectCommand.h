@@ -33,7 +33,7 @@ class InspectCommand {
     bool hasFailed = false;
   };
 
-  [[nodiscard]] std::optional<CommandFailure> CheckPackage() const;
+  [[nodiscard]] ExitStatus FailWithoutFolder();
   [[nodiscard]] std::optional<CommandFailure> ExtractManifest(const TzPath& manifestFile);
   [[nodiscard]] static Reading Read(const TzPath& manifestFile, const std::string& courseVersion);
   void PrintText(const Reading& reading);

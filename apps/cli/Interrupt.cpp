@@ -27,6 +27,11 @@ void Interrupt::Watch() {
 
 bool Interrupt::IsAsked() { return askedBy != 0; }
 
+int Interrupt::GetStatus() {
+  constexpr int kSignalled = 128;
+  return askedBy == 0 ? 0 : kSignalled + askedBy;
+}
+
 void Interrupt::PassOn() {
   if (askedBy == 0) return;
   std::signal(askedBy, SIG_DFL);

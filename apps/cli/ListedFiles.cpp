@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <system_error>
 
+#include "apps/cli/Interrupt.h"
 #include "host/files/TzFileUtil.h"
+#include "host/files/TzZipName.h"
 #include "intake/PlexoAddFileDriver.h"
 
 namespace fs = std::filesystem;
@@ -21,7 +23,9 @@ std::optional<Objection> ObjectToNode(const TzPath& path) {
   const fs::file_status status = fs::status(path.GetNative(), error);
   if (status.type() == fs::file_type::not_found) return Objection{"doesn't exist"};
   if (status.type() == fs::file_type::none) {
-    return Objection{"can't be looked at: " + error.message(), ExitStatus::Machine};
+    const bool isTooLong = error == std::errc::filename_too_long;
+    return Objection{"can't be looked at: " + error.message(),
+                     isTooLong ? ExitStatus::Usage : ExitStatus::Machine};
   }
   if (fs::is_directory(status)) return Objection{"is a folder; expected a SCO package (.zip)"};
   if (!fs::is_regular_file(status)) return Objection{"isn't a file; expected a SCO package (.zip)"};
@@ -37,15 +41,36 @@ std::optional<Objection> ObjectToName(const TzPath& path) {
   if (!PlexoAddFileDriver::CanNameFolder(TzFileUtil::GetBaseFileName(path))) {
     return Objection{"can't name a folder in the package; rename the file"};
   }
+  if (TzZipName().Read(TzFileUtil::GetBaseFileName(path).GetUTF8String()) != nullptr) {
+    return Objection{
+        "can't name a folder in a ZIP: it holds a control character, starts with a drive letter, is a "
+        "device's "
+        "name or is too long; rename the file"};
+  }
   return std::nullopt;
 }
 
 }  // namespace
 
-ListedFiles::ListedFiles(const std::string& courseFile, CourseFileErrors& errorList)
-    : folder(fs::absolute(courseFile).parent_path().native()), errors(errorList) {}
+ListedFiles::ListedFiles(const std::string& courseFile, CourseFileErrors& errorList) : errors(errorList) {
+  std::error_code error;
+  folder = fs::absolute(courseFile, error).parent_path().native();
+  if (error) errors.Add("can't tell which folder it is in: " + error.message(), ExitStatus::Machine);
+}
+
+bool ListedFiles::Admit(const YAML::Mark& mark) {
+  constexpr std::size_t kMost = 100'000;
+  if (Interrupt::IsAsked()) return false;
+  if (++count <= kMost) return true;
+  if (count == kMost + 1) {
+    errors.Add(mark,
+               "a course can't have more than " + std::to_string(kMost) + " files and modules together");
+  }
+  return false;
+}
 
 std::optional<ListedFile> ListedFiles::Find(const CourseText& text) {
+  if (!Admit(text.mark)) return std::nullopt;
   const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
   std::optional<Objection> objection = ObjectToNode(path);
   if (!objection) objection = ObjectToName(path);

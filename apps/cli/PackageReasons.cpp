@@ -4,8 +4,10 @@
 #include <algorithm>
 
 #include "apps/cli/ManifestFaults.h"
+#include "apps/cli/ScratchFolder.h"
 #include "core/PlexoCourseModel.h"
 #include "host/files/TzFileUtil.h"
+#include "host/files/TzZipInspection.h"
 #include "host/files/TzZipUtils.h"
 
 namespace {
@@ -13,32 +15,25 @@ namespace {
 constexpr const char* kManifestName = "imsmanifest.xml";
 constexpr std::size_t kMostReasons = 5;
 
-bool IsManifestName(const TzString& name) {
-  std::string word = name.GetUTF8String();
+bool IsManifestName(std::string word) {
   std::ranges::transform(word, word.begin(), [](char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
   });
   return word == kManifestName;
 }
 
-std::vector<TzPath> ListFolder(const TzPath& folder, bool files) {
-  std::vector<TzPath> entries;
-  const bool isRead = TzFileUtil::GetFileNamesInFolderAtPath(folder, entries, files, !files) == 0;
-  return isRead ? entries : std::vector<TzPath>();
-}
-
-/// What stands for a manifest at the top of this folder or in a folder of it, as a path below it.
-std::string FindManifestIn(const TzPath& folder) {
-  for (const TzPath& file : ListFolder(folder, true)) {
-    if (IsManifestName(file.GetFileName())) return file.GetFileName().GetUTF8String();
+/// What stands for a manifest at the top of this archive or in a folder there; empty if nothing does.
+std::string FindManifestIn(const std::vector<TzZipEntry>& entries) {
+  std::string inFolder;
+  for (const TzZipEntry& entry : entries) {
+    const std::size_t slash = entry.name.find('/');
+    const bool isTop = slash == std::string::npos;
+    const std::size_t start = isTop ? 0 : slash + 1;
+    if (entry.isFolder || entry.isFaulty || !IsManifestName(entry.name.substr(start))) continue;
+    if (isTop) return entry.name;
+    if (inFolder.empty()) inFolder = entry.name;
   }
-  for (const TzPath& inner : ListFolder(folder, false)) {
-    for (const TzPath& file : ListFolder(inner, true)) {
-      if (!IsManifestName(file.GetFileName())) continue;
-      return (inner.GetFileName() + "/" + file.GetFileName()).GetUTF8String();
-    }
-  }
-  return {};
+  return inFolder;
 }
 
 void Append(std::vector<std::string>& reasons, std::vector<std::string> more) {
@@ -53,9 +48,9 @@ std::vector<std::string> PackageReasons::Explain(const std::string& boxText, con
   const auto says = [&](const char* key) { return boxText == session.GetWords(key); };
   std::vector<std::string> reasons;
   if (says("kPlexoErrorParseManifest") || says("kPlexoErrorIncompatibleSCORMVersion")) {
-    const TzPath manifestFile = TzFileUtil::CreateTempDir("manifest") / kManifestName;
-    if (TzZipUtils::ExtractFile(package, kManifestName, manifestFile) == kTzSuccess) {
-      return ExplainManifest(manifestFile, courseVersion);
+    const std::optional<TzPath> folder = MakeScratchFolder("manifest");
+    if (folder && TzZipUtils::ExtractFile(package, kManifestName, *folder / kManifestName) == kTzSuccess) {
+      return ExplainManifest(*folder / kManifestName, courseVersion);
     }
   }
   reasons = Describe(problems);
@@ -64,12 +59,11 @@ std::vector<std::string> PackageReasons::Explain(const std::string& boxText, con
   return reasons;
 }
 
-std::vector<std::string> PackageReasons::ExplainMissingManifest() {
+std::vector<std::string> PackageReasons::ExplainMissingManifest() const {
   std::vector<std::string> reasons = {"it has no imsmanifest.xml at its top"};
-  const TzPath folder = TzFileUtil::CreateTempDir("package") / "content";
-  if (TzZipUtils::ExtractFiles(package, folder) != kTzSuccess) return reasons;
-  const std::string found = FindManifestIn(folder);
-  TzFileUtil::DeleteDirectory(folder, true);
+  TzZipInspection archive;
+  if (archive.Open(package)) return reasons;
+  const std::string found = FindManifestIn(archive.GetEntries());
   if (found.empty()) return reasons;
   reasons.push_back("it has '" + found + "'; " +
                     (found.find('/') != std::string::npos ? "pack the content of the folder, not the folder"

@@ -20,7 +20,7 @@ class PackageReasons {
                                                  const std::vector<TzProblem>& problems);
 
   /// Why there is no `imsmanifest.xml` at the package's top.
-  [[nodiscard]] std::vector<std::string> ExplainMissingManifest();
+  [[nodiscard]] std::vector<std::string> ExplainMissingManifest() const;
   /// Why the manifest reader refuses this manifest of the package.
   [[nodiscard]] std::vector<std::string> ExplainManifest(const TzPath& manifestFile,
                                                          const std::string& courseVersion);

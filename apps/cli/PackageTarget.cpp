@@ -20,39 +20,69 @@ std::string GetFolderName(const std::string& path) {
 
 }  // namespace
 
-PackageTarget::PackageTarget(const std::string& path)
-    : name(path),
-      folder(TzPath::FromNative(fs::absolute(GetFolderName(path)).native())),
-      fileName(fs::path(path).filename().native()) {}
+PackageTarget::PackageTarget(const std::string& path) : name(path) {
+  std::error_code error;
+  fs::path file(path);
+  if (fs::is_symlink(fs::symlink_status(file, error))) {
+    const fs::path linked = fs::canonical(file, error);
+    if (!error) file = linked;
+  }
+  const fs::path absolute = fs::absolute(GetFolderName(file.native()), error);
+  if (!error) folder = TzPath::FromNative(absolute.native());
+  fileName = TzString(file.filename().native());
+  isNameText = fileName.GetUTF8String() == file.filename().native();
+}
 
 std::optional<CommandFailure> PackageTarget::Check(Existing existing) const {
-  const auto fail = [this](ExitStatus status, const std::string& message) {
-    return CommandFailure{status, name, message, {}};
-  };
-  const bool isNameExact = fileName.GetUTF8String() == fs::path(name).filename().native();
-  if (TzFileUtil::GetExtension(TzPath(fileName)) != "zip" || !isNameExact || name.find('\0') != name.npos) {
-    return fail(ExitStatus::Usage, "the package's name must end in .zip");
+  std::optional<CommandFailure> failure = CheckName();
+  if (!failure) failure = CheckFolder();
+  if (!failure) failure = CheckExisting(existing);
+  if (failure || access(folder.GetNative().c_str(), W_OK | X_OK) == 0) return failure;
+  return Fail(ExitStatus::Machine, "can't write into the folder '" + GetFolderName(name) +
+                                       "': " + std::generic_category().message(errno));
+}
+
+CommandFailure PackageTarget::Fail(ExitStatus status, const std::string& message) const {
+  return {status, name, message, {}};
+}
+
+std::optional<CommandFailure> PackageTarget::CheckName() const {
+  constexpr std::size_t kMostBytes = 255;
+  const fs::path written = fs::path(name).filename();
+  if (TzFileUtil::GetExtension(TzPath::FromNative(written.native())) != "zip" || !isNameText) {
+    return Fail(ExitStatus::Usage, "the package's name must end in .zip");
   }
-  if (name.find('\\', name.rfind('/') + 1) != std::string::npos) {
-    return fail(ExitStatus::Usage, "the package's name can't hold a back-slash");
+  if (fileName.GetUTF8String().find('\\') != std::string::npos) {
+    return Fail(ExitStatus::Usage, "the package's name can't hold a back-slash");
   }
-  std::error_code error;
-  if (!fs::is_directory(folder.GetNative(), error)) {
-    const bool isThere = fs::exists(folder.GetNative(), error);
-    const std::string which = "the folder '" + GetFolderName(name) + "' ";
-    return fail(ExitStatus::Usage, which + (isThere ? "isn't a folder" : "doesn't exist"));
-  }
-  const fs::file_status status = fs::status(folder.GetNative() + "/" + fileName.GetUTF8String(), error);
-  if (fs::is_directory(status)) return fail(ExitStatus::Usage, "is a folder");
-  if (fs::exists(status) && !fs::is_regular_file(status)) return fail(ExitStatus::Usage, "isn't a file");
-  if (fs::exists(status) && existing == Existing::Keep) {
-    return fail(ExitStatus::Refused, "exists already; --force replaces it");
-  }
-  if (access(folder.GetNative().c_str(), W_OK | X_OK) != 0) {
-    return fail(ExitStatus::Machine, "can't write into the folder '" + GetFolderName(name) +
-                                         "': " + std::generic_category().message(errno));
+  if (written.native().size() > kMostBytes) {
+    return Fail(ExitStatus::Usage,
+                "the package's name is longer than " + std::to_string(kMostBytes) + " bytes");
   }
   return std::nullopt;
+}
+
+std::optional<CommandFailure> PackageTarget::CheckFolder() const {
+  if (folder.IsEmpty()) return Fail(ExitStatus::Machine, "the current folder can't be found");
+  std::error_code error;
+  if (fs::is_directory(folder.GetNative(), error)) return std::nullopt;
+  const bool isThere = fs::exists(folder.GetNative(), error);
+  const std::string which = "the folder '" + GetFolderName(name) + "' ";
+  return Fail(ExitStatus::Usage, which + (isThere ? "isn't a folder" : "doesn't exist"));
+}
+
+std::optional<CommandFailure> PackageTarget::CheckExisting(Existing existing) const {
+  std::error_code error;
+  const std::string path = folder.GetNative() + "/" + fileName.GetUTF8String();
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) return Fail(ExitStatus::Usage, "is a folder");
+  if (fs::is_symlink(fs::symlink_status(path, error))) {
+    return Fail(ExitStatus::Refused, "exists already, as a link to no file; remove it first");
+  }
+  if (!fs::exists(status)) return std::nullopt;
+  if (!fs::is_regular_file(status)) return Fail(ExitStatus::Usage, "isn't a file");
+  if (existing == Existing::Replace) return std::nullopt;
+  return Fail(ExitStatus::Refused, "exists already; --force replaces it");
 }
 
 bool PackageTarget::IsSameFileAs(const TzPath& file) const {

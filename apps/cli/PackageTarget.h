@@ -9,13 +9,14 @@
 #include "apps/cli/CourseFile.h"
 #include "host/files/TzPath.h"
 
-/// Where a package goes.
-struct PackageTarget {
+/// Where a package goes. A link to a file stands for that file.
+class PackageTarget {
+ public:
   enum class Existing { Keep, Replace };
 
   /// As the user wrote it.
   std::string name;
-  /// Absolute.
+  /// Absolute; empty if the current folder can't be found.
   TzPath folder;
   TzString fileName;
 
@@ -25,6 +26,14 @@ struct PackageTarget {
   [[nodiscard]] std::optional<CommandFailure> Check(Existing existing) const;
   /// True if the package would take the place of this file.
   [[nodiscard]] bool IsSameFileAs(const TzPath& file) const;
+
+ private:
+  [[nodiscard]] CommandFailure Fail(ExitStatus status, const std::string& message) const;
+  [[nodiscard]] std::optional<CommandFailure> CheckName() const;
+  [[nodiscard]] std::optional<CommandFailure> CheckFolder() const;
+  [[nodiscard]] std::optional<CommandFailure> CheckExisting(Existing existing) const;
+
+  bool isNameText = true;
 };
 
 /// Why the course's working folder can't be made here: it must be absent or empty.

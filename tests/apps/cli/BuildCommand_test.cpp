@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
+#include <unistd.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "CliTest.h"
@@ -113,7 +115,13 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml"}, "plexo build: --output is required\n  'plexo build --help' tells more\n"},
       {{"build", "course.yaml", "-o", "out.tar"}, "out.tar: the package's name must end in .zip\n"},
       {{"build", "course.yaml", "-o", ".zip"}, ".zip: the package's name must end in .zip\n"},
-      {{"build", "course.yaml", "-o", ""}, ": the package's name must end in .zip\n"},
+      {{"build", "course.yaml", "-o", ""},
+       "plexo build: --output: can't be empty\n  'plexo build --help' tells more\n"},
+      {{"check", ""}, "plexo check: PACKAGE.zip: can't be empty\n  'plexo check --help' tells more\n"},
+      {{"build", "course.yaml", "-o", std::string(252, 'x') + ".zip"},
+       std::string(252, 'x') + ".zip: the package's name is longer than 255 bytes\n"},
+      {{"bild"},
+       "plexo: unknown command 'bild'; allowed: build, check, inspect\n  'plexo --help' tells more\n"},
       {{"build", "course.yaml", "-o", "a\\b.zip"}, "a\\b.zip: the package's name can't hold a back-slash\n"},
       {{"build", "course.yaml", "-o", "no/x.zip"}, "no/x.zip: the folder 'no' doesn't exist\n"},
       {{"build", "course.yaml", "-o", "file/x.zip"}, "file/x.zip: the folder 'file' isn't a folder\n"},
@@ -129,6 +137,60 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
     EXPECT_EQ(result.status, 2) << err;
     EXPECT_EQ(result.err, err);
     EXPECT_EQ(result.out, "") << err;
+  }
+}
+
+TEST_F(BuildCommandTest, ReplacesTheFileThatALinkLeadsTo) {
+  Write("real/out.bin", "mine");
+  const std::filesystem::path work = Work().GetNative();
+  std::filesystem::create_symlink("real/out.bin", work / "out.zip");
+  std::filesystem::create_symlink("nowhere.zip", work / "dangling.zip");
+  std::filesystem::create_symlink("looping.zip", work / "looping.zip");
+
+  EXPECT_EQ(Build().err, "out.zip: exists already; --force replaces it\n");
+  EXPECT_EQ(Build({"--force"}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(work / "out.zip"));
+  EXPECT_THAT(Read("real/out.bin"), StartsWith("PK"));
+  for (const std::string name : {"dangling.zip", "looping.zip"}) {
+    for (const char* option : {"--quiet", "--force"}) {
+      const ProgramResult result = Plexo({"build", "course.yaml", "-o", name, option});
+      EXPECT_EQ(result.status, 1) << name;
+      EXPECT_EQ(result.err, name + ": exists already, as a link to no file; remove it first\n");
+    }
+  }
+  EXPECT_FALSE(Exists("nowhere.zip"));
+}
+
+TEST_F(BuildCommandTest, SaysThatTheCurrentFolderIsGone) {
+  Write("gone/x", "");
+  const std::string gone = (Work() / "gone").GetNative();
+  const std::string course = (Work() / "course.yaml").GetNative();
+  const auto leave = [gone] {
+    static_cast<void>(chdir(gone.c_str()));
+    unlink("x");
+    rmdir(gone.c_str());
+  };
+  const ProgramResult result = Program({"build", course, "-o", "x.zip"}).Prepare(leave).Run();
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.err, "x.zip: the current folder can't be found\n");
+}
+
+TEST_F(BuildCommandTest, SpeaksJsonOnlyIfAskedTo) {
+  Write("--json", "");
+  const struct {
+    std::vector<std::string> arguments;
+    bool isJson;
+  } cases[] = {
+      {{"inspect", "none.zip", "--json=true"}, true},
+      {{"inspect", "none.zip", "--json=false"}, false},
+      {{"inspect", "--", "--json"}, false},
+      {{"inspect", "--json"}, true},
+      {{"inspect", "--", "none.zip", "--json"}, false},
+  };
+  for (const auto& [arguments, isJson] : cases) {
+    const ProgramResult result = Plexo(arguments);
+    EXPECT_NE(result.status, 0);
+    EXPECT_EQ(result.out.starts_with("{"), isJson) << arguments.back() << result.out;
   }
 }
 
@@ -232,6 +294,17 @@ TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
   EXPECT_EQ(Refusal("nohref.zip"),
             "nohref.zip" + parse + "its element resource 'R1' lacks the attribute href\n");
   EXPECT_EQ(Refusal("noid.zip"), "noid.zip" + parse + "its element item lacks the attribute identifier\n");
+}
+
+TEST_F(BuildCommandTest, LeavesTheUsersManifestAloneWithoutATemporaryFolder) {
+  ScoZip("odd").Manifest("<manifest version=\"1\"/>").Save(Work());
+  WriteCourse("odd.zip");
+  Write("imsmanifest.xml", "precious");
+  ProgramRun run = Program({"build", "course.yaml", "-o", "out.zip", "--working-folder", "kept"});
+  const ProgramResult result = run.With("TMPDIR", "/proc").Run();
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.err, StartsWith("odd.zip: SCO selected is of incompatible SCORM version!\n"));
+  EXPECT_EQ(Read("imsmanifest.xml"), "precious");
 }
 
 TEST_F(BuildCommandTest, WarnsOfAManifestThatCouldOnlyBeReadInPart) {

@@ -54,8 +54,9 @@ class BuildInterruptedTest : public CliTest {
   }
 
   /// Starts a build, sends the signal while it packs, and returns how it ended.
-  ProgramResult SignalWhilePublishing(int signal) const {
-    ProgramRun run = Build();
+  ProgramResult SignalWhilePublishing(int signal) const { return SignalWhilePublishing(signal, Build()); }
+
+  ProgramResult SignalWhilePublishing(int signal, ProgramRun run) const {
     run.Start();
     while (!run.HasEnded() && !IsPublishing()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     run.Signal(signal);
@@ -71,6 +72,13 @@ TEST_F(BuildInterruptedTest, ATermSignalUndoesTheWorkAndEndsTheProgramByThatSign
   EXPECT_EQ(Read("out/out.zip"), "earlier");
   EXPECT_THAT(ListTree(Work() / "out"), ElementsAre("out.zip"));
   EXPECT_TRUE(ListTree(Temporary()).empty());
+}
+
+TEST_F(BuildInterruptedTest, JsonTellsTheStatusOfTheSignal) {
+  const ProgramResult result =
+      SignalWhilePublishing(SIGTERM, Program({"build", "course.yaml", "-o", "out.zip", "--json"}));
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_THAT(result.out, HasSubstr("\"status\": 143"));
 }
 
 TEST_F(BuildInterruptedTest, AKilledRunLeavesNoPackageAndTheNextSweepsItsFolder) {
@@ -125,6 +133,12 @@ TEST_F(BuildInterruptedTest, ResultsThatCantBeWrittenAreAFailure) {
                                    .Run();
   EXPECT_EQ(result.status, 3);
   EXPECT_EQ(result.err, "standard output: can't write\n");
+
+  Write("out/keep", "");
+  const ProgramResult built =
+      Build().Prepare([] { static_cast<void>(freopen("/dev/full", "w", stdout)); }).Run();
+  EXPECT_EQ(built.status, 3);
+  EXPECT_EQ(built.err, "standard output: can't write; the package was written\n");
 }
 
 }  // namespace

@@ -18,7 +18,8 @@ class CourseFileTest : public ::testing::Test {
  protected:
   CourseFileTest() {
     RegisterDefaultStrings();
-    for (const char* name : {"a.zip", "b.ZIP", "guide.pdf", "film.swf", "notes.txt", "sub/c.zip", "...zip"}) {
+    for (const char* name : {"a.zip", "b.ZIP", "guide.pdf", "film.swf", "notes.txt", "sub/c.zip", "...zip",
+                             "CON.zip", "C:.zip", "a\nb.zip"}) {
       folder.Write(name, name);
     }
   }
@@ -118,6 +119,7 @@ TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
       {"title: [x]", "3:8: 'title' must be a text"},
       {"title:", "3:1: 'title' has no value; an empty text is written \"\""},
       {"title: \"\xE4\"", "3:8: 'title' isn't UTF-8; save the file with that encoding"},
+      {"title: \"a\\0b\"", "3:8: 'title' holds a NUL character"},
       {"fils: [a.zip]",
        "3:1: unknown key 'fils', did you mean 'files'? allowed: template, scorm, identifier, title, "
        "description, "
@@ -140,11 +142,21 @@ TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
 }
 
 TEST_F(CourseFileTest, RefusesListedFilesThatACourseCantTake) {
+  const std::string unnameable =
+      " can't name a folder in a ZIP: it holds a control character, starts with a drive letter, is a "
+      "device's "
+      "name or is too long; rename the file";
+  const std::string longName = std::string(252, 'x') + ".zip";
   const struct {
-    const char* files;
-    const char* error;
+    std::string files;
+    std::string error;
     ExitStatus status;
   } cases[] = {
+      {"files: [" + longName + "]", "3:9: '" + longName + "' can't be looked at: File name too long",
+       ExitStatus::Usage},
+      {"files: [CON.zip]", "3:9: 'CON.zip'" + unnameable, ExitStatus::Usage},
+      {"files: ['C:.zip']", "3:9: 'C:.zip'" + unnameable, ExitStatus::Usage},
+      {"files: [\"a\\nb.zip\"]", "3:9: 'a\nb.zip'" + unnameable, ExitStatus::Usage},
       {"files: [a.zip, intro.zip]", "3:16: 'intro.zip' doesn't exist", ExitStatus::Usage},
       {"files: [a.zip/x.zip]", "3:9: 'a.zip/x.zip' doesn't exist", ExitStatus::Usage},
       {"files: [sub]", "3:9: 'sub' is a folder; expected a SCO package (.zip)", ExitStatus::Usage},
@@ -269,10 +281,38 @@ TEST_F(CourseFileTest, RefusesWhatIsNoCourseFile) {
   EXPECT_EQ(ErrorsOf("- a\n").at(0), "1:1: " + expected);
   EXPECT_THAT(ErrorsOf("title: [a\n"), ElementsAre("2:1: end of sequence flow not found"));
   EXPECT_THAT(ErrorsOf("title: a\n---\ntitle: b\n"),
-              ElementsAre("3:1: a second document starts here; a course file holds one"));
+              ElementsAre("2:1: a second document starts here; a course file holds one"));
+  EXPECT_THAT(ErrorsOf("---\n---\n"),
+              ElementsAre("2:1: a second document starts here; a course file holds one"));
+  EXPECT_THAT(ErrorsOf(","), ElementsAre("1:1: a value can't start here"));
+  EXPECT_THAT(ErrorsOf("#\n,"), ElementsAre("2:1: a value can't start here"));
   EXPECT_THAT(ErrorsOf(std::string(5 << 20, '#')), ElementsAre("0:0: is larger than 4 MiB"));
   EXPECT_EQ(ReadCourseFile("/nowhere/course.yaml").errors.at(0).message, "doesn't exist");
   EXPECT_EQ(ReadCourseFile("/").errors.at(0).message, "is a folder; expected a course file");
+}
+
+TEST_F(CourseFileTest, BoundsWhatAliasesMultiply) {
+  const auto repeat = [](std::size_t times, const std::string& word) {
+    std::string text;
+    for (std::size_t time = 0; time < times; ++time) text += word;
+    return text;
+  };
+  const std::string modules = "template: simple-remediation\nidentifier: C\nmodules:\n";
+  const std::string list = " - &m {post-test: a.zip, content: [";
+  const std::string size =
+      "comes to more than 1000000 values, or to more than 16 MiB, with its aliases written out";
+  EXPECT_THAT(ErrorsOf(modules + list + repeat(2'000, "x.zip, ") + "]}\n" + repeat(2'000, " - *m\n")),
+              ElementsAre("502:4: " + size));
+  EXPECT_THAT(ErrorsOf(kStart + std::string("title: &t ") + std::string(1 << 20, 't') + "\nfiles: [" +
+                       repeat(100, "*t, ") + "]\n"),
+              ElementsAre("4:65: " + size));
+
+  const std::vector<std::string> errors =
+      ErrorsOf(modules + list + repeat(500, "x.zip, ") + "]}\n" + repeat(300, " - *m\n"));
+  ASSERT_EQ(errors.size(), 21U);
+  EXPECT_EQ(errors[0], "4:36: 'x.zip' doesn't exist");
+  EXPECT_EQ(ErrorsOf(kStart + std::string("files: [") + repeat(100'001, "a.zip, ") + "]\n").at(0),
+            "3:700009: a course can't have more than 100000 files and modules together");
 }
 
 TEST_F(CourseFileTest, SurvivesDeepNesting) {

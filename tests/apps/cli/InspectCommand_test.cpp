@@ -90,4 +90,14 @@ TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
   }
 }
 
+TEST_F(InspectCommandTest, LeavesTheUsersManifestAloneWithoutATemporaryFolder) {
+  Write("imsmanifest.xml", "precious");
+  ProgramRun run = Program({"inspect", "old.zip"});
+  // Nobody can make a folder there.
+  const ProgramResult result = run.With("TMPDIR", "/proc").Run();
+  EXPECT_EQ(result.status, 3);
+  EXPECT_THAT(result.err, StartsWith("old.zip: there is no folder to unpack its manifest into\n  /proc: "));
+  EXPECT_EQ(Read("imsmanifest.xml"), "precious");
+}
+
 }  // namespace

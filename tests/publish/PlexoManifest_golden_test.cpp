@@ -118,6 +118,7 @@ TEST(PlexoManifestGolden, DetailsThatAreSwitchedOffAreLeftOutOf2004AndNotOf12) {
     course->SetCourseVersion("2.1");
     course->SetCourseDuration("01:30:45");
     course->SetCourseSubject("Safety");
+    StagedCourse::AddLinearSCOs(1);
     ExpectGolden(kGoldenFolder, std::string("details-off-") + version + ".xml", WriteAndRead());
   }
 }

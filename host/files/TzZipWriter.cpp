@@ -38,9 +38,9 @@ std::uint16_t GetVersion(bool isZip64) { return isZip64 ? kZip64Version : kPlain
 
 TzZipWriter::TzZipWriter(TzReplacementFile& archive, std::int64_t time) : file(archive) {
   using namespace std::chrono;
-  const sys_seconds first = sys_days(1980y / January / 1);
-  const sys_seconds last = sys_days(2107y / December / 31) + 23h + 59min + 58s;
-  const sys_seconds clamped = std::clamp(sys_seconds(seconds(time)), first, last);
+  const sys_seconds earliest = sys_days(1980y / January / 1);
+  const sys_seconds latest = sys_days(2107y / December / 31) + 23h + 59min + 58s;
+  const sys_seconds clamped = std::clamp(sys_seconds(seconds(time)), earliest, latest);
   const sys_days day = floor<days>(clamped);
   const year_month_day date(day);
   const hh_mm_ss clock(clamped - day);

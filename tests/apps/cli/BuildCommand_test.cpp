@@ -270,7 +270,7 @@ TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
   const std::string taken = Refusal("intro.zip, sub/intro.zip");
   EXPECT_THAT(taken, StartsWith("sub/intro.zip: This file has already been added. Rename the file and retry "
                                 "adding.\n  the name 'intro' is taken by /"));
-  EXPECT_THAT(taken, HasSubstr("/work/intro.zip\n"));
+  EXPECT_THAT(taken, HasSubstr("/desk/intro.zip\n"));
   const std::string unzip = ": Error extracting the ZIP contents!\n  ";
   EXPECT_THAT(Refusal("intro.zip, text.zip"), StartsWith("text.zip" + unzip));
   EXPECT_THAT(Refusal("outside.zip"), StartsWith("outside.zip" + unzip + "../x: "));

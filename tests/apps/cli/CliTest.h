@@ -20,7 +20,7 @@ class CliTest : public ::testing::Test {
     TzFileUtil::CreateDirectory(Temporary(), false);
   }
 
-  [[nodiscard]] TzPath Work() const { return folder.Path() / "work"; }
+  [[nodiscard]] TzPath Work() const { return folder.Path() / "desk"; }
   [[nodiscard]] TzPath Temporary() const { return folder.Path() / "tmp"; }
 
   [[nodiscard]] ProgramRun Program(const std::vector<std::string>& arguments) const {

@@ -6,3 +6,6 @@ void AttachPlexoBrokerClient(void* addressProc);
 
 /// Lets go of the broker; nothing happens if there is none.
 void DetachPlexoBrokerClient() noexcept;
+
+/// The procedure attached; null where there is none.
+void* GetPlexoBrokerAddressProc();

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Content in a course of its own edition: the learning platform's API is passed on.
+
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { contentOf, openLaunchPage } from './support/load-launch.mjs';
+import { StandInLms12, StandInLms2004 } from './support/stand-in-lms.mjs';
+
+const platforms = { '1.2': StandInLms12, 2004: StandInLms2004 };
+
+function visit(edition, lms, act, more) {
+  const page = openLaunchPage({ content: 'a.htm', contentEdition: edition, courseEdition: edition,
+    ...more }, lms.api);
+  const content = contentOf(page.api);
+  assert.equal(content.open(), 'true');
+  act(content, page);
+  page.leave();
+  page.leave();
+  assert.equal(lms.terminations, 1);
+  return page;
+}
+
+const setting = (values) => (content) => content.set(values);
+
+test('who has passed is settled before the visit ends', () => {
+  const completed = { 'cmi.completion_status': 'completed' };
+  const asked = { completionPasses: true };
+  const cases = [
+    ['1.2', asked, { 'cmi.core.lesson_status': 'completed' }, 'passed'],
+    ['1.2', asked, { 'cmi.core.lesson_status': 'failed' }, 'failed'],
+    ['1.2', asked, { 'cmi.core.lesson_status': 'incomplete' }, 'incomplete'],
+    ['1.2', asked, {}, 'passed'],
+    ['1.2', {}, { 'cmi.core.lesson_status': 'completed' }, 'completed'],
+    ['1.2', { ...asked, masteryScore: '60' }, { 'cmi.core.lesson_status': 'completed',
+      'cmi.core.score.raw': '50' }, 'failed'],
+    ['1.2', { masteryScore: '60' }, { 'cmi.core.score.raw': '60' }, 'passed'],
+    ['2004', asked, completed, 'completed,passed'],
+    ['2004', asked, { ...completed, 'cmi.success_status': 'failed' }, 'completed,failed'],
+    ['2004', asked, { 'cmi.completion_status': 'incomplete' }, 'incomplete,unknown'],
+    ['2004', asked, {}, 'unknown,unknown'],
+    ['2004', {}, completed, 'completed,unknown'],
+    ['2004', { ...asked, scaledPassingScore: '0.5' }, { ...completed, 'cmi.score.scaled': '0.4' },
+      'completed,failed'],
+    ['2004', { ...asked, completionThreshold: '0.9' }, { 'cmi.progress_measure': '0.9' }, 'completed,passed'],
+  ];
+  for (const [edition, more, set, expected] of cases) {
+    for (const endsItself of [true, false]) {
+      const lms = new platforms[edition]();
+      visit(edition, lms, (content) => {
+        content.set(set);
+        if (endsItself) content.close();
+      }, more);
+      const outcome = edition === '1.2' ? lms.values.get('cmi.core.lesson_status') :
+        `${lms.values.get('cmi.completion_status')},${lms.values.get('cmi.success_status')}`;
+      assert.equal(outcome, expected, `${edition} ${JSON.stringify([more, set, endsItself])}`);
+      assert.deepEqual(lms.refused, []);
+    }
+  }
+});
+
+test('a pass is told at a commit, once, and the content still finds its own word', () => {
+  const lms = new StandInLms12();
+  visit('1.2', lms, (content) => {
+    content.set({ 'cmi.core.lesson_status': 'completed' });
+    assert.equal(content.save() + content.save(), 'truetrue');
+    assert.equal(content.get('cmi.core.lesson_status'), 'completed');
+    assert.equal(content.error(), '0');
+  }, { completionPasses: true });
+  assert.deepEqual(lms.log, ['cmi.core.lesson_status=completed', 'cmi.core.lesson_status=passed', 'Commit',
+    'Commit', 'Terminate']);
+  lms.relaunch();
+  visit('1.2', lms, (content) => {
+    for (const repeat of [content.save, content.close]) {
+      content.set({ 'cmi.core.lesson_status': 'completed' });
+      repeat();
+      assert.equal(lms.values.get('cmi.core.lesson_status'), 'passed');
+    }
+  }, { completionPasses: true });
+  lms.relaunch();
+  visit('1.2', lms, (content) => assert.equal(content.get('cmi.core.lesson_status'), 'completed'),
+    { completionPasses: true });
+  assert.equal(lms.values.get('cmi.core.lesson_status'), 'passed');
+});
+
+test('everything else is the learning platform\'s own word', () => {
+  for (const edition of ['1.2', '2004']) {
+    const lms = new platforms[edition]();
+    visit(edition, lms, (content, page) => {
+      assert.equal(content.get('cmi.no_such_thing'), '');
+      assert.equal(content.error(), '401');
+      assert.equal(page.api[edition === '1.2' ? 'LMSGetErrorString' : 'GetErrorString']('401'), 'error 401');
+      content.set({ 'cmi.suspend_data': 'x', 'cmi.made_up': 'y' });
+      assert.deepEqual(content.refused, ['cmi.made_up 401']);
+    }, {});
+    assert.deepEqual(lms.log, ['cmi.suspend_data=x', 'Commit', 'Terminate']);
+  }
+});
+
+test('what the content\'s manifest gave is found where the course\'s manifest gives something else', () => {
+  const given = { masteryScore: '60', maxTimeAllowed: '00:10:00', timeLimitAction: 'exit,no message',
+    dataFromLms: 'lesson=3' };
+  visit('1.2', new StandInLms12({ 'cmi.student_data.mastery_score': '80', 'cmi.launch_data': '.' }),
+    (content) => {
+    assert.deepEqual([content.get('cmi.no_such_thing'), content.error()], ['', '401']);
+    assert.deepEqual([content.get('cmi.student_data.mastery_score'), content.error()], ['60', '0']);
+    const seen = ['student_data.mastery_score', 'student_data.max_time_allowed',
+      'student_data.time_limit_action', 'launch_data']
+      .map((name) => content.get(`cmi.${name}`));
+    assert.deepEqual([seen, content.error()], [Object.values(given), '0']);
+  }, given);
+  visit('2004', new StandInLms2004(), (content) => {
+    assert.equal(content.get('cmi.scaled_passing_score') + content.get('cmi.completion_threshold'), '0.70.9');
+    assert.equal(content.error(), '0');
+    assert.equal(content.get('cmi.launch_data') + content.error(), '403');
+  }, { minNormalizedMeasure: '0.7', completionThreshold: '0.9' });
+});

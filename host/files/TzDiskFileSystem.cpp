@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <limits>
 #include <string_view>
 
 #include "host/files/TzFileDescriptor.h"
@@ -20,22 +21,10 @@ constexpr mode_t kAllWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kNewFolderMode = 0777;
 
-TzErrorCodeEnum Failed() {
-  switch (errno) {
-    case ENOENT:
-    case EEXIST:
-    case ENOTDIR:
-    case EISDIR:
-    case ENOTEMPTY:
-    case EINVAL:
-    case ENAMETOOLONG:
-      return kTzFailure;
-    default:
-      return kTzMachineFailure;
-  }
+TzNodeKind KindOf(mode_t mode) {
+  if (S_ISREG(mode)) return TzNodeKind::File;
+  return S_ISDIR(mode) ? TzNodeKind::Folder : TzNodeKind::Other;
 }
-
-TzErrorCodeEnum Result(bool succeeded) { return succeeded ? kTzSuccess : Failed(); }
 
 TzFileDescriptor Open(const TzPath& path, int flags) {
   return TzFileDescriptor(open(path.GetNative().c_str(), flags | O_CLOEXEC, kNewFileMode));
@@ -65,7 +54,8 @@ class DiskWriteStream final : public TzWriteStream {
   explicit DiskWriteStream(TzFileDescriptor opened) : file(std::move(opened)) {}
 
   TzErrorCodeEnum Write(std::span<const std::byte> bytes) override {
-    if (gathered.size() + bytes.size() > kGatheredBytes && Flush() != kTzSuccess) return Failed();
+    if (gathered.size() + bytes.size() > kGatheredBytes && Flush() != kTzSuccess)
+      return TzFileSystem::Failed();
     if (bytes.size() > kGatheredBytes) return Remember(file.Write(bytes));
     gathered.insert(gathered.end(), bytes.begin(), bytes.end());
     return Remember(true);
@@ -89,26 +79,13 @@ class DiskWriteStream final : public TzWriteStream {
     if (error == 0 && !succeeded) error = errno;
     if (error == 0) return kTzSuccess;
     errno = error;
-    return Failed();
+    return TzFileSystem::Failed();
   }
 
   TzFileDescriptor file;
   std::vector<std::byte> gathered;
   int error = 0;
 };
-
-bool CopyBytes(const TzFileDescriptor& source, const TzFileDescriptor& target) {
-  constexpr std::size_t kPieceBytes = std::size_t{1} << 30U;
-  while (copy_file_range(source.Get(), nullptr, target.Get(), nullptr, kPieceBytes, 0) > 0) {
-  }
-  // Not every pair of file systems copies by itself, or all of a file: what is left goes by hand.
-  std::vector<std::byte> buffer(std::size_t{64} << 10U);
-  for (;;) {
-    const std::ptrdiff_t count = source.Read(buffer);
-    if (count <= 0) return count == 0;
-    if (!target.Write(std::span(buffer).first(static_cast<std::size_t>(count)))) return false;
-  }
-}
 
 bool IsSameFile(const struct stat& status, const TzPath& path) {
   struct stat other = {};
@@ -127,12 +104,10 @@ int DeleteNode(const char* path, const struct stat*, int, FTW*) {
 
 TzNodeKind TzDiskFileSystem::GetKind(const TzPath& path) {
   struct stat status = {};
-  if (lstat(path.GetNative().c_str(), &status) != 0) return TzNodeKind::Absent;
-  if (S_ISREG(status.st_mode)) return TzNodeKind::File;
-  return S_ISDIR(status.st_mode) ? TzNodeKind::Folder : TzNodeKind::Other;
+  return lstat(path.GetNative().c_str(), &status) == 0 ? KindOf(status.st_mode) : TzNodeKind::Absent;
 }
 
-TzErrorCodeEnum TzDiskFileSystem::List(const TzPath& folder, std::vector<TzPath>& entries) {
+TzErrorCodeEnum TzDiskFileSystem::List(const TzPath& folder, std::vector<TzListedNode>& entries) {
   entries.clear();
   const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.GetNative().c_str()), closedir);
   if (stream == nullptr) return Failed();
@@ -141,10 +116,16 @@ TzErrorCodeEnum TzDiskFileSystem::List(const TzPath& folder, std::vector<TzPath>
   errno = 0;
   while (const dirent* entry = readdir(stream.get())) {
     const std::string_view name = &entry->d_name[0];
-    if (name != "." && name != "..") entries.push_back(TzPath::FromNative(prefix + std::string(name)));
+    if (name == "." || name == "..") continue;
+    TzPath path = TzPath::FromNative(prefix + std::string(name));
+    const TzNodeKind kind =
+        entry->d_type == DT_UNKNOWN ? GetKind(path) : KindOf(static_cast<mode_t>(DTTOIF(entry->d_type)));
+    entries.push_back({std::move(path), kind});
+    errno = 0;
   }
   if (errno != 0) return Failed();
-  std::sort(entries.begin(), entries.end());
+  std::sort(entries.begin(), entries.end(),
+            [](const TzListedNode& left, const TzListedNode& right) { return left.path < right.path; });
   return kTzSuccess;
 }
 
@@ -163,7 +144,7 @@ TzErrorCodeEnum TzDiskFileSystem::Delete(const TzPath& path) {
   const int result = GetKind(path) == TzNodeKind::Folder
                          ? nftw(native, DeleteNode, kOpenFolders, FTW_DEPTH | FTW_PHYS)
                          : unlink(native);
-  return Result(result == 0 || IsAbsent(result));
+  return result == 0 || IsAbsent(result) ? kTzSuccess : Failed();
 }
 
 TzErrorCodeEnum TzDiskFileSystem::Copy(const TzPath& source, const TzPath& target, TzCopyMode mode) {
@@ -177,7 +158,8 @@ TzErrorCodeEnum TzDiskFileSystem::Copy(const TzPath& source, const TzPath& targe
   }
   TzFileDescriptor to = Open(target, O_WRONLY | O_CREAT | O_EXCL);
   if (!to.IsOpen()) return Failed();
-  if (CopyBytes(from, to) && to.Close()) return kTzSuccess;
+  constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::int64_t>::max();
+  if (from.CopyRange(0, kToTheEnd, to, 0) >= 0 && to.Close()) return kTzSuccess;
   const int error = errno;
   unlink(target.GetNative().c_str());
   errno = error;
@@ -185,7 +167,7 @@ TzErrorCodeEnum TzDiskFileSystem::Copy(const TzPath& source, const TzPath& targe
 }
 
 TzErrorCodeEnum TzDiskFileSystem::Move(const TzPath& source, const TzPath& target) {
-  return Result(rename(source.GetNative().c_str(), target.GetNative().c_str()) == 0);
+  return rename(source.GetNative().c_str(), target.GetNative().c_str()) == 0 ? kTzSuccess : Failed();
 }
 
 std::uint64_t TzDiskFileSystem::GetSize(const TzPath& file) {
@@ -203,7 +185,7 @@ TzErrorCodeEnum TzDiskFileSystem::SetReadOnly(const TzPath& file, bool readOnly)
   struct stat status = {};
   if (stat(file.GetNative().c_str(), &status) != 0) return Failed();
   const mode_t mode = readOnly ? status.st_mode & ~kAllWriteBits : status.st_mode | S_IWUSR;
-  return Result(chmod(file.GetNative().c_str(), mode & ~static_cast<mode_t>(S_IFMT)) == 0);
+  return chmod(file.GetNative().c_str(), mode & ~static_cast<mode_t>(S_IFMT)) == 0 ? kTzSuccess : Failed();
 }
 
 std::unique_ptr<TzReadStream> TzDiskFileSystem::OpenRead(const TzPath& file) {

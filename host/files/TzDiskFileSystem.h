@@ -4,13 +4,10 @@
 #include "host/files/TzFileSystem.h"
 
 /// The files of the machine itself.
-///
-/// Guarantees: whatever fails leaves `errno` telling why. What is merely absent, present or of another kind
-/// than the operation needs is `kTzFailure`; every other refusal of the system is `kTzMachineFailure`.
 class TzDiskFileSystem final : public TzFileSystem {
  public:
   [[nodiscard]] TzNodeKind GetKind(const TzPath& path) override;
-  [[nodiscard]] TzErrorCodeEnum List(const TzPath& folder, std::vector<TzPath>& entries) override;
+  [[nodiscard]] TzErrorCodeEnum List(const TzPath& folder, std::vector<TzListedNode>& entries) override;
   [[nodiscard]] TzErrorCodeEnum MakeFolder(const TzPath& folder) override;
   [[nodiscard]] TzErrorCodeEnum Delete(const TzPath& path) override;
   [[nodiscard]] TzErrorCodeEnum Copy(const TzPath& source, const TzPath& target, TzCopyMode mode) override;

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/files/TzFileDescriptor.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -26,6 +29,62 @@ std::ptrdiff_t TransferAll(std::span<Byte> bytes, Transfer transfer) {
 bool IsWhole(std::ptrdiff_t written, std::size_t wanted) {
   if (written >= 0 && static_cast<std::size_t>(written) < wanted) errno = EIO;
   return written == static_cast<std::ptrdiff_t>(wanted);
+}
+
+constexpr std::size_t kCopiedBytes = std::size_t{256} << 10U;
+
+/// A part of a file that goes to another.
+struct Part {
+  int source;
+  std::uint64_t offset;
+  std::uint64_t size;
+  int target;
+  std::uint64_t targetOffset;
+};
+
+/// How many bytes without content the part has from there on. What a system can't tell is content.
+std::uint64_t GetHoleSize(const Part& part, std::uint64_t done) {
+  const std::uint64_t from = part.offset + done;
+  const off_t data = lseek(part.source, static_cast<off_t>(from), SEEK_DATA);
+  struct stat status = {};
+  if (data >= 0) return std::min(static_cast<std::uint64_t>(data) - from, part.size - done);
+  if (errno != ENXIO || fstat(part.source, &status) != 0) return 0;
+  const auto end = static_cast<std::uint64_t>(status.st_size);
+  return end > from ? std::min(end - from, part.size - done) : 0;
+}
+
+/// Lets the system copy as much as it will, and returns how much that was. `errno` tells why it stopped; 0 if
+/// it says that the source ends, which some file systems do wrongly.
+std::uint64_t CopyInside(const Part& part) {
+  constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 30U;
+  constexpr std::uint64_t kLargeBytes = std::uint64_t{1} << 20U;
+  std::uint64_t done = 0;
+  std::uint64_t hole = 0;
+  while (done < part.size) {
+    hole = part.size >= kLargeBytes ? GetHoleSize(part, done) : 0;
+    done += hole;
+    if (done == part.size) break;
+    auto from = static_cast<off_t>(part.offset + done);
+    auto to = static_cast<off_t>(part.targetOffset + done);
+    errno = 0;
+    const ssize_t count =
+        copy_file_range(part.source, &from, part.target, &to, std::min(part.size - done, kMostBytes), 0);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    done += static_cast<std::uint64_t>(count);
+  }
+  struct stat status = {};
+  const auto end = static_cast<off_t>(part.targetOffset + done);
+  if (hole > 0 && fstat(part.target, &status) == 0 && status.st_size < end &&
+      ftruncate(part.target, end) != 0) {
+    return done - hole;
+  }
+  return done;
+}
+
+/// The ways in which a system says that it doesn't copy between two files, but for a fault of one of them.
+bool IsLeftToUs(int error) {
+  return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
 }
 
 }  // namespace
@@ -68,6 +127,24 @@ bool TzFileDescriptor::WriteAt(std::uint64_t offset, std::span<const std::byte> 
         return pwrite(descriptor, at, size, static_cast<off_t>(offset + done));
       });
   return IsWhole(written, bytes.size());
+}
+
+std::int64_t TzFileDescriptor::CopyRange(std::uint64_t offset, std::uint64_t size,
+                                         const TzFileDescriptor& target, std::uint64_t targetOffset) const {
+  std::uint64_t done = CopyInside({descriptor, offset, size, target.descriptor, targetOffset});
+  if (done < size && errno != 0 && !IsLeftToUs(errno)) return -1;
+  // Not every pair of file systems copies by itself, or all of a file: what is left goes by hand.
+  std::vector<std::byte> buffer(std::min<std::uint64_t>(size - done, kCopiedBytes));
+  while (done < size) {
+    const auto piece = std::span(buffer).first(std::min<std::uint64_t>(size - done, buffer.size()));
+    const std::ptrdiff_t count = ReadAt(offset + done, piece);
+    if (count < 0) return -1;
+    const auto read = static_cast<std::size_t>(count);
+    if (!target.WriteAt(targetOffset + done, piece.first(read))) return -1;
+    done += read;
+    if (read < piece.size()) break;
+  }
+  return static_cast<std::int64_t>(done);
 }
 
 bool TzFileDescriptor::Close() {

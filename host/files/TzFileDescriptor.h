@@ -26,6 +26,11 @@ class TzFileDescriptor {
   [[nodiscard]] std::ptrdiff_t ReadAt(std::uint64_t offset, std::span<std::byte> buffer) const;
   [[nodiscard]] bool Write(std::span<const std::byte> bytes) const;
   [[nodiscard]] bool WriteAt(std::uint64_t offset, std::span<const std::byte> bytes) const;
+  /// Copies a part of this file to a place in another, inside the system where that can be: there the file
+  /// system may even share the bytes. Holes of a large part become holes, where nothing was written before.
+  /// Returns the number of bytes, less than the size only where this file ends; -1 on failure.
+  [[nodiscard]] std::int64_t CopyRange(std::uint64_t offset, std::uint64_t size,
+                                       const TzFileDescriptor& target, std::uint64_t targetOffset) const;
   [[nodiscard]] bool Close();
 
  private:

@@ -2,22 +2,26 @@
 #include "host/files/TzFileSystem.h"
 
 #include <cerrno>
+#include <stdexcept>
 #include <utility>
 
+#include "host/files/TzArchiveHold.h"
 #include "host/files/TzDiskFileSystem.h"
+#include "host/files/TzStagedFileSystem.h"
 
 namespace {
 
-TzFileSystem& Disk() {
+TzFileSystem& Default() {
   static TzDiskFileSystem disk;
-  return disk;
+  static TzStagedFileSystem staged(disk);
+  return staged;
 }
 
 TzFileSystem* installed = nullptr;
 
 }  // namespace
 
-TzFileSystem& TzFileSystem::Current() { return installed != nullptr ? *installed : Disk(); }
+TzFileSystem& TzFileSystem::Current() { return installed != nullptr ? *installed : Default(); }
 
 TzFileSystem* TzFileSystem::Install(TzFileSystem* fileSystem) { return std::exchange(installed, fileSystem); }
 
@@ -28,4 +32,35 @@ TzErrorCodeEnum TzFileSystem::MakeFolders(const TzPath& folder) {
   if (parent.IsEmpty() || parent == folder) return result;
   if (const TzErrorCodeEnum made = MakeFolders(parent); made != kTzSuccess) return made;
   return MakeFolder(folder);
+}
+
+TzErrorCodeEnum TzFileSystem::MakeScratchFolder(const TzPath& folder) { return MakeFolder(folder); }
+
+std::shared_ptr<TzArchiveHold> TzFileSystem::MakeHold(const TzPath& /*folder*/) { return nullptr; }
+
+TzErrorCodeEnum TzFileSystem::AddEntries(const TzPath& /*folder*/,
+                                         const std::shared_ptr<const TzArchiveHold>& /*hold*/,
+                                         std::span<const TzZipEntry> /*entries*/) {
+  throw std::logic_error("no hold was given, so none has entries");
+}
+
+std::optional<TzHeldEntry> TzFileSystem::GetHeldEntry(const TzPath& /*file*/) { return std::nullopt; }
+
+TzPath TzFileSystem::GetRealFile(const TzPath& file) {
+  return GetKind(file) == TzNodeKind::File ? file : TzPath();
+}
+
+TzErrorCodeEnum TzFileSystem::Failed() {
+  switch (errno) {
+    case ENOENT:
+    case EEXIST:
+    case ENOTDIR:
+    case EISDIR:
+    case ENOTEMPTY:
+    case EINVAL:
+    case ENAMETOOLONG:
+      return kTzFailure;
+    default:
+      return kTzMachineFailure;
+  }
 }

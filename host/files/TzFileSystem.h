@@ -4,14 +4,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "host/files/TzPath.h"
 #include "host/session/TzErrorCode.h"
 
+class TzArchiveHold;
+struct TzHeldEntry;
+struct TzZipEntry;
+
 /// What stands at a path.
 enum class TzNodeKind { Absent, File, Folder, Other };
+
+/// One entry of a folder, as a full path.
+struct TzListedNode {
+  TzPath path;
+  TzNodeKind kind = TzNodeKind::Absent;
+};
 
 enum class TzCopyMode { FailIfExists, Replace };
 
@@ -37,25 +48,27 @@ class TzWriteStream {
 
 /// The files that the component works on. Everything that `TzFile`, `TzFileUtil`, `TzStreamUtil` and
 /// `TzZipUtils` do goes through the one that is installed, so that the working folder can be kept in another
-/// way than file by file on the disk, and tests can let any operation fail. Archives alone are always files
-/// of the disk: they are read from any place in them, and replaced in one step.
+/// way than file by file on the disk, and tests can let any operation fail. Archives that the author chooses
+/// or publishes are always files of the disk: they are read from any place in them, and replaced in one step.
 ///
 /// Operations may be called from several threads at once, on different paths. One that fails leaves `errno`
-/// telling why. A failure of the machine is reported to the session's problem sink by whoever called, not
-/// here.
+/// telling why, and is `kTzFailure` if what it needs is merely absent, present or of another kind, else
+/// `kTzMachineFailure`. A failure of the machine is reported to the session's problem sink by whoever called,
+/// not here.
 class TzFileSystem {
  public:
   virtual ~TzFileSystem() = default;
 
-  /// The one in force: the disk, unless another was installed.
+  /// The one in force: the disk with staged scratch folders (`TzStagedFileSystem`), unless another was
+  /// installed.
   static TzFileSystem& Current();
-  /// Puts another in force (null: the disk) and returns the one that was. Called while no operation runs.
+  /// Puts another in force (null: the first) and returns the one that was. Called while no operation runs.
   static TzFileSystem* Install(TzFileSystem* fileSystem);
 
   /// What stands at the path itself: a link is `Other`, wherever it points.
   [[nodiscard]] virtual TzNodeKind GetKind(const TzPath& path) = 0;
-  /// The entries of one folder as full paths, ordered by the bytes of their names; without "." and "..".
-  [[nodiscard]] virtual TzErrorCodeEnum List(const TzPath& folder, std::vector<TzPath>& entries) = 0;
+  /// The entries of one folder, ordered by the bytes of their names; without "." and "..".
+  [[nodiscard]] virtual TzErrorCodeEnum List(const TzPath& folder, std::vector<TzListedNode>& entries) = 0;
   /// Makes a folder. One that stands already is fine.
   [[nodiscard]] virtual TzErrorCodeEnum MakeFolder(const TzPath& folder) = 0;
   /// Deletes a file, a link or a folder with everything in it. What is absent is fine. Never follows links.
@@ -76,4 +89,28 @@ class TzFileSystem {
 
   /// Makes a folder with the parents that it lacks.
   [[nodiscard]] TzErrorCodeEnum MakeFolders(const TzPath& folder);
+
+  // What follows is for folders whose content is kept in another way than file by file. As it stands here it
+  // is right for a disk.
+
+  /// Makes a folder that no other program looks into, so that its content may be kept in any way until it is
+  /// deleted.
+  [[nodiscard]] virtual TzErrorCodeEnum MakeScratchFolder(const TzPath& folder);
+  /// Room for an archive whose entries are to stand below the folder without being unpacked. Null where they
+  /// have to be unpacked.
+  [[nodiscard]] virtual std::shared_ptr<TzArchiveHold> MakeHold(const TzPath& folder);
+  /// Lets the entries of a held archive stand below the folder, which is empty. The folder must be one for
+  /// which `MakeHold` gave the hold, and the entries those of a `TzZipDirectory` that checked the hold.
+  [[nodiscard]] virtual TzErrorCodeEnum AddEntries(const TzPath& folder,
+                                                   const std::shared_ptr<const TzArchiveHold>& hold,
+                                                   std::span<const TzZipEntry> entries);
+  /// Where the packed bytes of a file lie, if it is an entry of a held archive as it was added.
+  [[nodiscard]] virtual std::optional<TzHeldEntry> GetHeldEntry(const TzPath& file);
+  /// A file of the disk with the content of this one, for a library that reads files by their path. It is
+  /// only read, by that path and not through this boundary, and lasts until the file is written to or
+  /// deleted. Empty path if there is no such file, or it can't be made.
+  [[nodiscard]] virtual TzPath GetRealFile(const TzPath& file);
+
+  /// The result of an operation that failed with the present `errno`.
+  [[nodiscard]] static TzErrorCodeEnum Failed();
 };

@@ -80,6 +80,10 @@ std::size_t FindExtension(const std::u16string& name) {
 
 TzPath TzFileUtil::CreateTempDir(const TzString& stem) { return TzScratch::Instance().MakeFolder(stem); }
 
+TzPath TzFileUtil::CreateTempDiskDir(const TzString& stem) {
+  return TzScratch::Instance().MakeDiskFolder(stem);
+}
+
 void TzFileUtil::KeepNextTempDirAt(const TzPath& folder) { TzScratch::Instance().KeepNextAt(folder); }
 
 void TzFileUtil::DeleteAllTempFilesCreated() { TzScratch::Instance().DeleteAll(); }
@@ -120,7 +124,7 @@ bool TzFileUtil::DeleteDirectory(const TzPath& folder, bool recursive) {
   const TzNodeKind kind = files.GetKind(folder);
   if (kind != TzNodeKind::Folder) return kind == TzNodeKind::Absent;
   if (!recursive) {
-    std::vector<TzPath> entries;
+    std::vector<TzListedNode> entries;
     if (!Succeeded(files.List(folder, entries), folder, "can't read") || !entries.empty()) return false;
   }
   return Succeeded(files.Delete(folder), folder, "can't delete");
@@ -149,11 +153,13 @@ bool TzFileUtil::FileCopy(const TzPath& source, const TzPath& target, bool failI
 
 int TzFileUtil::GetFileNamesInFolderAtPath(const TzPath& folder, std::vector<TzPath>& list, bool files,
                                            bool folders) {
-  TzFileSystem& system = TzFileSystem::Current();
-  if (!Succeeded(system.List(folder, list), folder, "can't read")) return kTzFailure;
-  std::erase_if(list, [&](const TzPath& path) {
-    const TzNodeKind kind = system.GetKind(path);
-    return !(kind == TzNodeKind::File && files) && !(kind == TzNodeKind::Folder && folders);
-  });
+  list.clear();
+  std::vector<TzListedNode> entries;
+  if (!Succeeded(TzFileSystem::Current().List(folder, entries), folder, "can't read")) return kTzFailure;
+  for (TzListedNode& entry : entries) {
+    const bool isWanted =
+        entry.kind == TzNodeKind::File ? files : entry.kind == TzNodeKind::Folder && folders;
+    if (isWanted) list.push_back(std::move(entry.path));
+  }
   return kTzSuccess;
 }

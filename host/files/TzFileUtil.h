@@ -13,6 +13,8 @@ class TzFileUtil {
   /// Empty path if none could be made. It lives until `DeleteAllTempFilesCreated`; what a killed process
   /// leaves behind is removed by the next process that calls this.
   static TzPath CreateTempDir(const TzString& stem);
+  /// Likewise, but a folder of the disk, for archives: these are read and written by their path.
+  static TzPath CreateTempDiskDir(const TzString& stem);
   /// Lets the next `CreateTempDir` take this very folder, which must not exist yet or be empty, and which
   /// `DeleteAllTempFilesCreated` then leaves alone.
   static void KeepNextTempDirAt(const TzPath& folder);

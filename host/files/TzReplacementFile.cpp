@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -14,6 +15,10 @@
 namespace {
 
 constexpr std::size_t kGatheredBytes = std::size_t{1} << 20U;
+/// What is smaller is faster gathered than handed to the system by itself.
+constexpr std::uint64_t kSmallBytes = std::uint64_t{64} << 10U;
+/// How much the disk is given to write at a time.
+constexpr std::uint64_t kBegunBytes = std::uint64_t{16} << 20U;
 constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kPermissionBits = 0777;
 constexpr int kAttempts = 64;
@@ -55,11 +60,29 @@ bool TzReplacementFile::CreateNamed() {
 }
 
 bool TzReplacementFile::Append(std::span<const std::byte> bytes) {
+  if (gathered.size() + bytes.size() > kGatheredBytes && !Send()) return false;
   size += bytes.size();
-  if (gathered.size() + bytes.size() > kGatheredBytes && !Flush()) return false;
-  if (bytes.size() > kGatheredBytes) return file.Write(bytes);
+  if (bytes.size() > kGatheredBytes) return file.WriteAt(size - bytes.size(), bytes);
   gathered.insert(gathered.end(), bytes.begin(), bytes.end());
   return true;
+}
+
+bool TzReplacementFile::AppendFrom(const TzFileDescriptor& source, std::uint64_t offset,
+                                   std::uint64_t bytes) {
+  const bool isLarge = bytes > kSmallBytes;
+  if ((isLarge || gathered.size() + bytes > kGatheredBytes) && !Send()) return false;
+  std::int64_t count = 0;
+  if (isLarge) {
+    count = source.CopyRange(offset, bytes, file, size);
+  } else {
+    const std::size_t start = gathered.size();
+    gathered.resize(start + bytes);
+    count = source.ReadAt(offset, std::span(gathered).subspan(start));
+  }
+  if (count >= 0) errno = 0;
+  size += bytes;
+  if (isLarge) StartWriting();
+  return count == static_cast<std::int64_t>(bytes);
 }
 
 bool TzReplacementFile::Overwrite(std::uint64_t offset, std::span<const std::byte> bytes) {
@@ -67,9 +90,10 @@ bool TzReplacementFile::Overwrite(std::uint64_t offset, std::span<const std::byt
 }
 
 bool TzReplacementFile::Truncate(std::uint64_t newSize) {
-  const auto offset = static_cast<off_t>(newSize);
+  if (!Flush()) return false;
   size = newSize;
-  return Flush() && ftruncate(file.Get(), offset) == 0 && lseek(file.Get(), offset, SEEK_SET) == offset;
+  begunSize = std::min(begunSize, newSize);
+  return ftruncate(file.Get(), static_cast<off_t>(newSize)) == 0;
 }
 
 bool TzReplacementFile::Commit() {
@@ -81,10 +105,20 @@ bool TzReplacementFile::Commit() {
   return Flush() && fsync(file.Get()) == 0 && TakeName() && file.Close() && SyncFolder();
 }
 
-bool TzReplacementFile::Flush() {
-  const bool written = file.Write(gathered);
-  gathered.clear();
-  return written;
+bool TzReplacementFile::Send() {
+  if (gathered.empty()) return true;
+  StartWriting();
+  return writer.Write(gathered, size - gathered.size());
+}
+
+bool TzReplacementFile::Flush() { return Send() && writer.Wait(); }
+
+void TzReplacementFile::StartWriting() {
+  if (size < begunSize + kBegunBytes) return;
+  // No failure counts: the file is synced at the end.
+  sync_file_range(file.Get(), static_cast<off_t>(begunSize), static_cast<off_t>(size - begunSize),
+                  SYNC_FILE_RANGE_WRITE);
+  begunSize = size;
 }
 
 bool TzReplacementFile::TakeName() {

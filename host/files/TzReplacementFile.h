@@ -9,6 +9,7 @@
 
 #include "host/files/TzFileDescriptor.h"
 #include "host/files/TzPath.h"
+#include "host/files/TzWriteBehind.h"
 
 /// A file under construction that takes the place of another in one step.
 ///
@@ -27,6 +28,9 @@ class TzReplacementFile {
   /// Makes the file. False too if the target is a folder.
   [[nodiscard]] bool Create();
   [[nodiscard]] bool Append(std::span<const std::byte> bytes);
+  /// Appends a part of another file, inside the system where that can be. False, without an `errno`, if that
+  /// file is shorter.
+  [[nodiscard]] bool AppendFrom(const TzFileDescriptor& source, std::uint64_t offset, std::uint64_t bytes);
   /// Overwrites bytes that were appended before.
   [[nodiscard]] bool Overwrite(std::uint64_t offset, std::span<const std::byte> bytes);
   /// Forgets everything from this offset on.
@@ -40,7 +44,12 @@ class TzReplacementFile {
   [[nodiscard]] const std::string& GetFolder() const { return folder; }
 
  private:
+  /// Sends on its way what was gathered.
+  [[nodiscard]] bool Send();
+  /// Likewise, and waits until all of it has been written.
   [[nodiscard]] bool Flush();
+  /// Lets the disk begin with what was handed to the system, so that the end needn't wait for all of it.
+  void StartWriting();
   [[nodiscard]] bool CreateNamed();
   [[nodiscard]] bool TakeName();
   [[nodiscard]] bool SyncFolder() const;
@@ -51,6 +60,10 @@ class TzReplacementFile {
   /// Empty while the file has no name.
   std::string hiddenPath;
   TzFileDescriptor file;
+  TzWriteBehind writer{file};
+  /// The end of the file, which isn't on its way yet.
   std::vector<std::byte> gathered;
   std::uint64_t size = 0;
+  /// Up to where the disk has begun.
+  std::uint64_t begunSize = 0;
 };

@@ -47,7 +47,7 @@ TzFileDescriptor TakeLock(const std::string& folder, int flags) {
 
 /// A folder without a lock belongs to a process that is just about to make one, or was killed right there.
 bool IsAbandoned(const struct stat& status) {
-  constexpr std::time_t kLongSeconds = 3600;
+  constexpr std::time_t kLongSeconds = 60;
   return std::time(nullptr) - status.st_mtime > kLongSeconds;
 }
 
@@ -58,13 +58,25 @@ bool IsNameOfOurs(std::string_view name, std::string_view prefix) {
          name.find_first_not_of(kCharacters, prefix.size()) == std::string_view::npos;
 }
 
+/// Deletes a private folder. Its lock goes last: should we be killed meanwhile, nobody could tell without it
+/// that the rest is ours.
+void DeletePrivateFolder(const std::string& folder) {
+  TzDiskFileSystem disk;
+  std::vector<TzListedNode> nodes;
+  static_cast<void>(disk.List(TzPath::FromNative(folder), nodes));
+  for (const TzListedNode& node : nodes) {
+    if (!node.path.GetNative().ends_with(kLockName)) static_cast<void>(disk.Delete(node.path));
+  }
+  static_cast<void>(disk.Delete(TzPath::FromNative(folder)));
+}
+
 void SweepFolder(const std::string& folder) {
   struct stat status = {};
   if (lstat(folder.c_str(), &status) != 0) return;
   if (!S_ISDIR(status.st_mode) || status.st_uid != geteuid()) return;
   const TzFileDescriptor lock = TakeLock(folder, 0);
   if (lock.IsOpen()) {
-    static_cast<void>(TzDiskFileSystem().Delete(TzPath::FromNative(folder)));
+    DeletePrivateFolder(folder);
   } else if (errno == ENOENT && IsAbandoned(status)) {
     // Nothing goes into a folder of ours before its lock: what isn't empty is the user's own.
     rmdir(folder.c_str());
@@ -73,10 +85,10 @@ void SweepFolder(const std::string& folder) {
 
 void SweepAbandoned(const std::string& tempRoot, const std::string& prefix) {
   TzDiskFileSystem disk;
-  std::vector<TzPath> entries;
+  std::vector<TzListedNode> entries;
   if (disk.List(TzPath::FromNative(tempRoot), entries) != kTzSuccess) return;
-  for (const TzPath& entry : entries) {
-    const std::string& path = entry.GetNative();
+  for (const TzListedNode& entry : entries) {
+    const std::string& path = entry.path.GetNative();
     if (IsNameOfOurs(std::string_view(path).substr(path.rfind('/') + 1), prefix)) SweepFolder(path);
   }
 }
@@ -90,7 +102,7 @@ std::string MakeName(const TzString& stem, std::size_t number) {
 }
 
 bool IsVacant(TzFileSystem& files, const TzPath& folder) {
-  std::vector<TzPath> entries;
+  std::vector<TzListedNode> entries;
   const TzNodeKind kind = files.GetKind(folder);
   if (kind == TzNodeKind::Absent) return true;
   return kind == TzNodeKind::Folder && files.List(folder, entries) == kTzSuccess && entries.empty();
@@ -115,9 +127,18 @@ TzPath TzScratch::MakeFolder(const TzString& stem) {
     TzReportSystemProblem(errno, kept->GetNative(), "can't make the folder");
     return {};
   }
+  return MakeBelowRoot(stem, &TzFileSystem::MakeScratchFolder);
+}
+
+TzPath TzScratch::MakeDiskFolder(const TzString& stem) {
+  const std::lock_guard guard(mutex);
+  return MakeBelowRoot(stem, &TzFileSystem::MakeFolder);
+}
+
+TzPath TzScratch::MakeBelowRoot(const TzString& stem, Make make) {
   if (!MakeRoot()) return {};
   TzPath folder = TzPath::FromNative(root.GetNative() + "/" + MakeName(stem, made.size() + 1));
-  if (files.MakeFolder(folder) != kTzSuccess) {
+  if ((TzFileSystem::Current().*make)(folder) != kTzSuccess) {
     TzReportSystemProblem(errno, folder.GetNative(), "can't make the folder");
     return {};
   }
@@ -134,7 +155,7 @@ void TzScratch::DeleteAll() {
   const std::lock_guard guard(mutex);
   for (const TzPath& folder : made) static_cast<void>(TzFileSystem::Current().Delete(folder));
   made.clear();
-  if (!root.IsEmpty()) static_cast<void>(TzDiskFileSystem().Delete(root));
+  if (!root.IsEmpty()) DeletePrivateFolder(root.GetNative());
   root = {};
   lock = {};
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/files/TzFileDescriptor.h"
+#include "host/files/TzFileSystem.h"
 #include "host/files/TzPath.h"
 
 /// The temporary folders of this process, all under one private folder in TMPDIR (else /tmp). A lock that
@@ -17,12 +18,17 @@ class TzScratch {
 
   /// A new empty folder, its name made from the stem. Empty path, with a problem reported, if that fails.
   TzPath MakeFolder(const TzString& stem);
+  /// Likewise, a folder of the disk: what stands in it can be read by its path.
+  TzPath MakeDiskFolder(const TzString& stem);
   /// Lets the next `MakeFolder` take this folder, which `DeleteAll` then leaves alone.
   void KeepNextAt(const TzPath& folder);
   /// Deletes everything that `MakeFolder` made, and the private folder.
   void DeleteAll();
 
  private:
+  using Make = TzErrorCodeEnum (TzFileSystem::*)(const TzPath& folder);
+
+  TzPath MakeBelowRoot(const TzString& stem, Make make);
   bool MakeRoot();
 
   std::mutex mutex;

@@ -5,8 +5,7 @@
 #include <exception>
 
 TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
-  const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
-  const std::size_t count = std::clamp<std::size_t>(jobs, 1, cores);
+  const std::size_t count = std::clamp<std::size_t>(jobs, 1, GetCores());
   threads.reserve(count);
   try {
     while (threads.size() < count) threads.emplace_back(work);
@@ -15,6 +14,8 @@ TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
     if (threads.empty()) throw;
   }
 }
+
+std::size_t TzWorkers::GetCores() { return std::max(std::thread::hardware_concurrency(), 1U); }
 
 TzWorkers::~TzWorkers() {
   for (std::thread& thread : threads) thread.join();

@@ -18,6 +18,8 @@ class TzWorkers {
   ~TzWorkers();
 
   [[nodiscard]] std::size_t GetCount() const { return threads.size(); }
+  /// The most workers that there can be.
+  [[nodiscard]] static std::size_t GetCores();
 
  private:
   std::vector<std::thread> threads;

@@ -24,7 +24,7 @@ struct TzPackedEntry {
 class TzZipDeflater {
  public:
   /// Up to this size a file is packed in memory.
-  static constexpr std::uint64_t kWholeBytes = std::uint64_t{16} << 20U;
+  static constexpr std::uint64_t kWholeBytes = std::uint64_t{8} << 20U;
 
   TzZipDeflater();
   TzZipDeflater(const TzZipDeflater&) = delete;

@@ -318,6 +318,7 @@ TzZipFailure TzZipDirectory::ReadHeader(const Place& place, const Header& header
     return Meet(kind, TzZipFailure::BadContent(TzZipName::ForMessage(AsText(header.name)), fault));
   }
   totalSize = entry.size > ~totalSize ? ~std::uint64_t{0} : totalSize + entry.size;
+  totalPackedSize += entry.packedSize;
   if (nodes.size() > TzZipUtils::kMaximumEntries) {
     return TzZipFailure::BadContent({}, "holds more than a million files and folders");
   }

@@ -58,9 +58,12 @@ class TzZipDirectory {
 
   /// The archive itself, from which the packed data is read.
   [[nodiscard]] const TzFileDescriptor& GetFile() const { return file; }
+  [[nodiscard]] std::uint64_t GetFileSize() const { return fileSize; }
   [[nodiscard]] const std::vector<TzZipEntry>& GetEntries() const { return entries; }
   /// Every folder that the entries are or lie in, parents before children.
   [[nodiscard]] std::vector<std::string_view> GetFolders() const;
+  /// What all entries hold packed, in bytes.
+  [[nodiscard]] std::uint64_t GetPackedSize() const { return totalPackedSize; }
   /// What all entries unpack to, in bytes.
   [[nodiscard]] std::uint64_t GetTotalSize() const { return totalSize; }
   /// The file of this name; null if there is none.
@@ -86,6 +89,7 @@ class TzZipDirectory {
 
   TzFileDescriptor file;
   std::uint64_t fileSize = 0;
+  std::uint64_t totalPackedSize = 0;
   std::uint64_t totalSize = 0;
   /// Null if the first fault ends the reading.
   std::vector<TzZipFault>* faults = nullptr;

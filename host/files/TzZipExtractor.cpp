@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/files/TzZipExtractor.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <limits>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <string>
@@ -12,6 +14,15 @@
 #include "host/files/TzZipInflater.h"
 
 namespace {
+
+/// Small enough that workers wait little for the first of it, and a stop is heard soon.
+constexpr std::uint64_t kCopiedBytes = std::uint64_t{4} << 20U;
+constexpr std::uint64_t kEverything = std::numeric_limits<std::uint64_t>::max();
+
+TzZipFailure CantKeep(const TzArchiveHold& hold) {
+  return TzZipFailure::System(
+      errno, {}, "can't keep a copy of it in '" + hold.GetPath().GetParentTzPath().GetNative() + "'");
+}
 
 TzPath GetPathOf(const TzPath& folder, std::string_view name) {
   std::string path;
@@ -24,21 +35,45 @@ TzPath GetPathOf(const TzPath& folder, std::string_view name) {
 /// What the workers share. Entries are handed out in the archive's order, so that when one fails, all before
 /// it have been begun and tell of their own failures.
 struct TzZipExtractor::Run {
-  explicit Run(const TzPath& target) : folder(target) {}
+  Run(const TzFileDescriptor& readable, const TzPath* target, std::uint64_t arrivedBytes)
+      : file(readable), folder(target), arrived(arrivedBytes) {}
 
-  const TzPath& folder;
+  /// Where the data is read from.
+  const TzFileDescriptor& file;
+  /// Null if everything is only checked.
+  const TzPath* folder;
   std::mutex mutex;
   std::condition_variable change;
+  /// Up to where the data can be read.
+  std::uint64_t arrived;
+  bool isStopped = false;
   std::size_t next = 0;
   std::size_t workersDone = 0;
   TzZipFailure failure;
   std::size_t failedIndex = std::numeric_limits<std::size_t>::max();
 
-  /// The next file to unpack; null if there is none, or one has failed.
+  /// The next file, once its data has arrived; null if there is none, or one has failed.
   const TzZipEntry* TakeNext(const std::vector<TzZipEntry>& entries) {
-    const std::lock_guard guard(mutex);
+    std::unique_lock lock(mutex);
     while (next < entries.size() && entries[next].isFolder) ++next;
-    return next < entries.size() && !failure ? &entries[next++] : nullptr;
+    if (next == entries.size() || failure) return nullptr;
+    const TzZipEntry& entry = entries[next++];
+    change.wait(lock, [&] { return isStopped || entry.dataOffset + entry.packedSize <= arrived; });
+    return isStopped ? nullptr : &entry;
+  }
+
+  /// False if there is no use in more.
+  bool Arrive(std::uint64_t bytes) {
+    const std::lock_guard guard(mutex);
+    arrived = bytes;
+    change.notify_all();
+    return !failure;
+  }
+
+  void Stop() {
+    const std::lock_guard guard(mutex);
+    isStopped = true;
+    change.notify_all();
   }
 
   void Fail(std::size_t index, TzZipFailure reason) {
@@ -52,9 +87,42 @@ struct TzZipExtractor::Run {
 TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
   if (auto failure = MakeFolders(folder)) return failure;
-  Run run(folder);
+  Run run(directory.GetFile(), &folder, kEverything);
+  return RunWorkers(run, [] { return TzZipFailure(); });
+}
+
+TzZipFailure TzZipExtractor::Hold(const TzArchiveHold& hold) {
+  if (!progress.Report()) return TzZipFailure::Cancelled();
+  const TzFileDescriptor copy = hold.Create();
+  if (!copy.IsOpen()) return CantKeep(hold);
+  Run run(copy, nullptr, 0);
+  return RunWorkers(run, [&] { return CopyInto(copy, hold, run); });
+}
+
+TzZipFailure TzZipExtractor::CopyInto(const TzFileDescriptor& copy, const TzArchiveHold& hold, Run& run) {
+  const std::uint64_t size = directory.GetFileSize();
+  for (std::uint64_t done = 0; done < size;) {
+    const std::uint64_t wanted = std::min(kCopiedBytes, size - done);
+    const std::int64_t count = directory.GetFile().CopyRange(done, wanted, copy, done);
+    if (count < 0) return CantKeep(hold);
+    done += wanted;
+    progress.Advance(wanted);
+    if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
+    // An archive that was cut short meanwhile is found out by who reads the copy.
+    if (!run.Arrive(static_cast<std::uint64_t>(count) < wanted ? kEverything : done)) return {};
+  }
+  run.Arrive(kEverything);
+  return {};
+}
+
+TzZipFailure TzZipExtractor::RunWorkers(Run& run, const std::function<TzZipFailure()>& meanwhile) {
+  TzZipFailure own;
   {
     const TzWorkers workers(directory.GetEntries().size(), [this, &run] { Work(run); });
+    // However this ends, the workers must not wait for data any more when they are waited for.
+    const std::unique_ptr<Run, void (*)(Run*)> stopper(&run, [](Run* open) { open->Stop(); });
+    own = meanwhile();
+    if (own) run.Stop();
     std::unique_lock lock(run.mutex);
     while (run.workersDone < workers.GetCount()) {
       if (run.change.wait_for(lock, TzZipProgress::kInterval) != std::cv_status::timeout) continue;
@@ -64,6 +132,7 @@ TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
     }
   }
   if (progress.IsStopped()) return TzZipFailure::Cancelled();
+  if (own) return own;
   if (run.failure) return std::move(run.failure);
   return progress.Report() ? TzZipFailure() : TzZipFailure::Cancelled();
 }
@@ -81,9 +150,11 @@ void TzZipExtractor::Work(Run& run) const {
   const auto& entries = directory.GetEntries();
   const TzZipEntry* entry = entries.data();
   try {
-    TzZipInflater inflater(directory.GetFile(), progress);
+    TzZipInflater inflater(run.file, progress, TzWorkers::GetCores());
     while (!progress.IsStopped() && (entry = run.TakeNext(entries)) != nullptr) {
-      if (auto failure = inflater.Unpack(*entry, GetPathOf(run.folder, entry->name))) {
+      auto failure = run.folder != nullptr ? inflater.Unpack(*entry, GetPathOf(*run.folder, entry->name))
+                                           : inflater.Check(*entry);
+      if (failure) {
         run.Fail(static_cast<std::size_t>(entry - entries.data()), std::move(failure));
       }
     }

@@ -1,26 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <span>
+#include <functional>
 
+#include "host/files/TzArchiveHold.h"
 #include "host/files/TzZipDirectory.h"
 #include "host/files/TzZipProgress.h"
 
-/// Unpacks entries of a checked archive in parallel.
+/// Takes what a checked archive holds, on all cores: unpacked, or packed as it is.
+///
+/// Guarantees: the data of every entry was checked against its size and CRC-32. Of several failures it
+/// returns that of the first entry in the archive's order. The progress counts packed bytes.
 class TzZipExtractor {
  public:
   /// The archive's directory must outlive this.
   TzZipExtractor(const TzZipDirectory& archive, TzZipProgress& counter)
       : directory(archive), progress(counter) {}
 
-  /// Unpacks everything into the folder, which stands and is empty. Of several failures it returns that of
-  /// the first entry in the archive's order. What was written stays.
+  /// Unpacks everything into the folder, which stands and is empty. A failure leaves what was written.
   TzZipFailure Extract(const TzPath& folder);
+  /// Copies the archive, and checks in the copy what has arrived there: whatever happens to the archive
+  /// meanwhile, the directory and the copy agree afterwards. The progress counts the copied bytes too.
+  TzZipFailure Hold(const TzArchiveHold& hold);
 
  private:
   struct Run;
 
   [[nodiscard]] TzZipFailure MakeFolders(const TzPath& folder) const;
+  TzZipFailure CopyInto(const TzFileDescriptor& copy, const TzArchiveHold& hold, Run& run);
+  TzZipFailure RunWorkers(Run& run, const std::function<TzZipFailure()>& meanwhile);
   void Work(Run& run) const;
 
   const TzZipDirectory& directory;

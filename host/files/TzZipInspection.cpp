@@ -34,7 +34,7 @@ TzZipInspection::~TzZipInspection() = default;
 TzZipFailure TzZipInspection::Open(const TzPath& archive) {
   if (auto failure = directory.Inspect(archive, faults)) return failure;
   progress = std::make_unique<TzZipProgress>("reading " + archive.GetFileName().GetUTF8String(),
-                                             directory.GetTotalSize());
+                                             directory.GetPackedSize());
   inflater = std::make_unique<TzZipInflater>(directory.GetFile(), *progress);
   return {};
 }

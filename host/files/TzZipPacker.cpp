@@ -12,15 +12,16 @@
 
 namespace {
 
-constexpr std::uint64_t kWindowBytes = std::uint64_t{64} << 20U;
+constexpr std::uint64_t kWindowBytes = std::uint64_t{40} << 20U;
 constexpr std::uint64_t kOverheadBytes = 1024;
 
 /// What the calling thread writes by itself: the rest goes through the workers.
 bool IsWrittenDirectly(const TzZipSource& source) {
-  return source.isFolder || source.size > TzZipDeflater::kWholeBytes;
+  return source.isFolder || source.held.has_value() || source.size > TzZipDeflater::kWholeBytes;
 }
 
-std::uint64_t GetCost(const TzZipSource& source) { return source.size + kOverheadBytes; }
+/// A file that is packed stands in memory twice: as it is, and packed.
+std::uint64_t GetCost(const TzZipSource& source) { return 2 * source.size + kOverheadBytes; }
 
 TzZipFailure OutOfMemory() { return TzZipFailure::System(ENOMEM, {}, "can't pack"); }
 
@@ -121,6 +122,8 @@ TzZipFailure TzZipPacker::WriteOne(std::size_t index, Window& window, TzZipDefla
   std::optional<TzPackedEntry> packed;
   if (source.isFolder) {
     packed.emplace().header.name = source.name;
+  } else if (source.held.has_value()) {
+    return WriteHeld(source, writer);
   } else if (IsWrittenDirectly(source)) {
     return deflater.PackStream(source, writer, progress);
   }
@@ -133,5 +136,21 @@ TzZipFailure TzZipPacker::WriteOne(std::size_t index, Window& window, TzZipDefla
   if (!writer.Add(packed->header, data)) return TzZipFailure::System(errno, {}, "can't write");
   progress.Advance(source.size);
   if (!source.isFolder) window.Release(index);
+  return {};
+}
+
+TzZipFailure TzZipPacker::WriteHeld(const TzZipSource& source, TzZipWriter& writer) {
+  const TzHeldEntry& held = *source.held;
+  if (held.hold != hold) {
+    hold = held.hold;
+    heldFile = hold->Open();
+    if (!heldFile.IsOpen()) return TzZipFailure::System(errno, source.name, "can't read");
+  }
+  if (!writer.AddFrom({source.name, held.isDeflated, held.crc, held.packedSize, held.size}, heldFile,
+                      held.offset)) {
+    return errno != 0 ? TzZipFailure::System(errno, {}, "can't write")
+                      : TzZipFailure{kTzMachineFailure, source.name, "its copy was cut short on the disk", 0};
+  }
+  progress.Advance(source.size);
   return {};
 }

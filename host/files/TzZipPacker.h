@@ -22,8 +22,13 @@ class TzZipPacker {
 
   void Work(Window& window) const;
   TzZipFailure Write(Window& window, TzZipWriter& writer);
+  TzZipFailure WriteHeld(const TzZipSource& source, TzZipWriter& writer);
   TzZipFailure WriteOne(std::size_t index, Window& window, TzZipDeflater& deflater, TzZipWriter& writer);
 
   const std::vector<TzZipSource>& sources;
   TzZipProgress& progress;
+  /// The hold from which data was copied last, and its file: what lies in one folder often comes from one
+  /// hold.
+  std::shared_ptr<const TzArchiveHold> hold;
+  TzFileDescriptor heldFile;
 };

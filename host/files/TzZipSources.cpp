@@ -33,25 +33,22 @@ TzZipFailure TzZipSources::Add(const TzPath& path, const TzPath& basePath) {
   if (!native.starts_with(base)) {
     return {kTzFailure, native, "lies outside '" + basePath.GetNative() + "'", 0};
   }
-  return AddNode(path, native.substr(base.size()));
+  return AddNode(path, TzFileSystem::Current().GetKind(path), native.substr(base.size()));
 }
 
 TzZipFailure TzZipSources::AddAtTop(const TzPath& path) {
-  if (TzFileSystem::Current().GetKind(path) == TzNodeKind::Folder) {
-    return {kTzFailure, path.GetNative(), "is a folder", 0};
-  }
-  return AddNode(path, GetNativeName(path));
+  const TzNodeKind kind = TzFileSystem::Current().GetKind(path);
+  if (kind == TzNodeKind::Folder) return {kTzFailure, path.GetNative(), "is a folder", 0};
+  return AddNode(path, kind, GetNativeName(path));
 }
 
-TzZipFailure TzZipSources::AddNode(const TzPath& path, const std::string& name) {
+TzZipFailure TzZipSources::AddNode(const TzPath& path, TzNodeKind kind, const std::string& name) {
   if (const char* fault = FindFault(name); fault != nullptr) {
     return TzZipFailure::BadContent(TzZipName::ForMessage(name), fault);
   }
-  TzFileSystem& files = TzFileSystem::Current();
-  switch (files.GetKind(path)) {
+  switch (kind) {
     case TzNodeKind::File:
-      sources.push_back({name, path, false, files.GetSize(path)});
-      return {};
+      return AddFile(path, name);
     case TzNodeKind::Folder:
       return AddFolder(path, name + "/");
     case TzNodeKind::Absent:
@@ -62,14 +59,24 @@ TzZipFailure TzZipSources::AddNode(const TzPath& path, const std::string& name) 
   return TzZipFailure::BadContent(name, "is a link or a device, not a file");
 }
 
+TzZipFailure TzZipSources::AddFile(const TzPath& path, const std::string& name) {
+  TzFileSystem& files = TzFileSystem::Current();
+  auto held = files.GetHeldEntry(path);
+  const std::uint64_t size = held.has_value() ? held->size : files.GetSize(path);
+  // Whatever an archiver made of nothing, it is stored as nothing.
+  if (size == 0) held.reset();
+  sources.push_back({name, path, false, size, std::move(held)});
+  return {};
+}
+
 TzZipFailure TzZipSources::AddFolder(const TzPath& path, const std::string& name) {
-  std::vector<TzPath> entries;
+  std::vector<TzListedNode> entries;
   if (TzFileSystem::Current().List(path, entries) != kTzSuccess) {
     return TzZipFailure::System(errno, name.empty() ? path.GetNative() : name, "can't read the folder");
   }
   if (entries.empty() && keepsEmptyFolders && !name.empty()) sources.push_back({name, path, true, 0});
-  for (const TzPath& entry : entries) {
-    if (auto failure = AddNode(entry, name + GetNativeName(entry))) return failure;
+  for (const auto& [entry, kind] : entries) {
+    if (auto failure = AddNode(entry, kind, name + GetNativeName(entry))) return failure;
   }
   return {};
 }

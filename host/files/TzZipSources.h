@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "host/files/TzArchiveHold.h"
 
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzZipFailure.h"
@@ -15,6 +18,8 @@ struct TzZipSource {
   TzPath path;
   bool isFolder = false;
   std::uint64_t size = 0;
+  /// Set if the data is packed already.
+  std::optional<TzHeldEntry> held = std::nullopt;
 };
 
 /// What goes into an archive: gathered from the disk, named, and put in order.
@@ -35,7 +40,8 @@ class TzZipSources {
   [[nodiscard]] std::uint64_t GetTotalSize() const;
 
  private:
-  TzZipFailure AddNode(const TzPath& path, const std::string& name);
+  TzZipFailure AddNode(const TzPath& path, TzNodeKind kind, const std::string& name);
+  TzZipFailure AddFile(const TzPath& path, const std::string& name);
   TzZipFailure AddFolder(const TzPath& path, const std::string& name);
 
   bool keepsEmptyFolders = false;

@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr std::string_view kUnpackNeed = "unpacks to";
+
 std::string MakeActivity(std::string_view verb, const TzPath& archive) {
   return std::string(verb) + " " + archive.GetFileName().GetUTF8String();
 }
@@ -43,8 +45,8 @@ std::pair<const char*, std::uint64_t> GetUnit(std::uint64_t size) {
   return {" KB", kKilobyte};
 }
 
-/// Fails if the disk that the folder is on, or will be, hasn't this much room.
-TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
+/// Fails if the disk that the folder is on, or will be, hasn't this much room. `need` tells for what.
+TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size, std::string_view need) {
   struct statvfs status = {};
   TzPath standing = folder;
   while (statvfs(standing.IsEmpty() ? "." : standing.GetNative().c_str(), &status) != 0) {
@@ -58,9 +60,14 @@ TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size) {
   const std::uint64_t needed = size / bytes + (size % bytes != 0 ? 1 : 0);
   return {kTzMachineFailure,
           {},
-          "unpacks to " + std::to_string(needed) + unit + ", but '" + folder.GetNative() + "' has room for " +
-              std::to_string(free / bytes) + unit,
+          std::string(need) + " " + std::to_string(needed) + unit + ", but '" + folder.GetNative() +
+              "' has room for " + std::to_string(free / bytes) + unit,
           0};
+}
+
+TzZipFailure MakeFolders(const TzPath& folder) {
+  if (TzFileSystem::Current().MakeFolders(folder) == kTzSuccess) return {};
+  return TzZipFailure::System(errno, {}, "can't make the folder '" + folder.GetNative() + "'");
 }
 
 /// The time that all entries of a new archive bear, in seconds since 1970.
@@ -93,6 +100,34 @@ TzZipFailure WriteArchive(const TzZipSources& sources, const TzPath& target, TzR
   return {};
 }
 
+/// Unpacks the archive file by file.
+TzZipFailure Unpack(const TzPath& archive, const TzPath& folder) {
+  TzZipDirectory directory;
+  if (auto failure = directory.Open(archive)) return failure;
+  if (auto failure = CheckSpace(folder, directory.GetTotalSize(), kUnpackNeed)) return failure;
+  if (auto failure = MakeFolders(folder)) return failure;
+  TzZipProgress progress(MakeActivity("unpacking", archive), directory.GetPackedSize());
+  auto failure = TzZipExtractor(directory, progress).Extract(folder);
+  if (failure) static_cast<void>(TzFileSystem::Current().Delete(folder));
+  return failure;
+}
+
+/// Keeps the archive as it is, and lets the folder show its entries.
+TzZipFailure Stage(const TzPath& archive, const TzPath& folder, const std::shared_ptr<TzArchiveHold>& hold) {
+  TzFileSystem& files = TzFileSystem::Current();
+  TzZipDirectory directory;
+  if (auto failure = directory.Open(archive)) return failure;
+  const std::uint64_t size = directory.GetFileSize();
+  if (auto failure = CheckSpace(hold->GetPath().GetParentTzPath(), size, "takes")) return failure;
+  TzZipProgress progress(MakeActivity("adding", archive), size + directory.GetPackedSize());
+  if (auto failure = TzZipExtractor(directory, progress).Hold(*hold)) return failure;
+  if (auto failure = MakeFolders(folder)) return failure;
+  if (files.AddEntries(folder, hold, directory.GetEntries()) == kTzSuccess) return {};
+  auto failure = TzZipFailure::System(errno, {}, "can't unpack");
+  static_cast<void>(files.Delete(folder));
+  return failure;
+}
+
 }  // namespace
 
 TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& folder) {
@@ -100,17 +135,11 @@ TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& fo
   if (files.GetKind(folder) != TzNodeKind::Absent) {
     return TzReportProblem(kTzFailure, folder.GetNative(), "exists already");
   }
-  TzZipDirectory directory;
-  TzZipFailure failure = Guard([&] { return directory.Open(archive); });
-  if (!failure) failure = CheckSpace(folder, directory.GetTotalSize());
-  if (failure) return failure.Report(archive);
-  if (files.MakeFolders(folder) != kTzSuccess) {
-    return TzReportSystemProblem(errno, folder.GetNative(), "can't make the folder");
-  }
-  TzZipProgress progress(MakeActivity("unpacking", archive), directory.GetTotalSize());
-  failure = Guard([&] { return TzZipExtractor(directory, progress).Extract(folder); });
-  if (failure) static_cast<void>(files.Delete(folder));
-  return failure.Report(archive);
+  return Guard([&] {
+           const auto hold = files.MakeHold(folder);
+           return hold != nullptr ? Stage(archive, folder, hold) : Unpack(archive, folder);
+         })
+      .Report(archive);
 }
 
 TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& entryName,
@@ -120,9 +149,9 @@ TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& e
   if (failure) return failure.Report(archive);
   const TzZipEntry* entry = directory.Find(entryName.GetUTF8String());
   if (entry == nullptr) return kTzFailure;
-  failure = CheckSpace(file.GetParentTzPath(), entry->size);
+  failure = CheckSpace(file.GetParentTzPath(), entry->size, kUnpackNeed);
   if (failure) return failure.Report(archive);
-  TzZipProgress progress(MakeActivity("unpacking", archive), entry->size);
+  TzZipProgress progress(MakeActivity("unpacking", archive), entry->packedSize);
   failure = Guard([&] { return TzZipInflater(directory.GetFile(), progress).Unpack(*entry, file); });
   if (failure) static_cast<void>(TzFileSystem::Current().Delete(file));
   return failure.Report(archive);

@@ -14,7 +14,9 @@
 /// session's problem sink, as one problem whose subject is the archive or the archive and its entry.
 class TzZipUtils {
  public:
-  /// Unpacks the whole archive into the folder, which is made with its parents and must not exist before.
+  /// Lets the folder, which is made with its parents and must not exist before, hold everything in the
+  /// archive. Below a scratch folder nothing is unpacked: a private copy of the archive is kept there, from
+  /// which the files are read, so that it doesn't matter what becomes of the archive.
   ///
   /// Names are UTF-8 where the archive says so, or was written on Unix or macOS and they are well-formed,
   /// else CP437; a back-slash separates as a slash does; empty components and "." are dropped. The archive is
@@ -27,9 +29,9 @@ class TzZipUtils {
   /// - it holds more than `kMaximumEntries` entries, or unpacks to more than `kMaximumRatio` times its size
   ///   while that is more than `kRatioFloor` bytes;
   /// - it is truncated or no ZIP at all.
-  /// More than the free space of the disk is `kTzMachineFailure`, likewise before anything is written.
-  /// Entries are then unpacked in parallel, each checked against its length and CRC-32. If one fails, or the
-  /// progress sink stops the call, the folder is removed again.
+  /// What is written, unpacked or as it is, must fit into the free space of the disk, else it is
+  /// `kTzMachineFailure`, likewise before anything is written. All entries are checked in parallel against
+  /// their length and CRC-32. If one fails, or the progress sink stops the call, nothing stays.
   [[nodiscard]] static TzErrorCodeEnum ExtractFiles(const TzPath& archive, const TzPath& folder);
 
   /// Unpacks the one entry of this name (as written by `ExtractFiles`: slashes, no "./") into the file, which
@@ -47,6 +49,7 @@ class TzZipUtils {
   /// The archive is reproducible: "imsmanifest.xml" first, then by the bytes of the names; the time of every
   /// entry is SOURCE_DATE_EPOCH, or the first that the format knows (1980-01-01); names are UTF-8 with
   /// slashes; the same files give the same bytes whatever the number of cores. What doesn't shrink is stored.
+  /// An entry of a held archive that wasn't written to goes in as it is packed there.
   ///
   /// The target is replaced in one step when the new archive is complete and on the disk. Until then it stays
   /// as it was, and a failed, stopped or killed call leaves nothing beside it, where the file system can keep

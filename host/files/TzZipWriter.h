@@ -29,6 +29,11 @@ class TzZipWriter {
   /// Writes an entry whose packed data is at hand.
   [[nodiscard]] bool Add(const TzZipEntryHeader& entry, std::span<const std::byte> packed);
 
+  /// Writes an entry whose packed data lies in another file at this offset. False, without an `errno`, if
+  /// that file is shorter.
+  [[nodiscard]] bool AddFrom(const TzZipEntryHeader& entry, const TzFileDescriptor& source,
+                             std::uint64_t offset);
+
   /// Starts an entry whose data follows in pieces; only its name and size need be known.
   [[nodiscard]] bool Begin(const TzZipEntryHeader& entry);
   [[nodiscard]] bool AppendData(std::span<const std::byte> packed) { return file.Append(packed); }

@@ -253,7 +253,7 @@ TEST_F(PlexoAddFileDriverTest, AnObjectiveThatAnotherScoHasTooIsAccepted) {
 TEST_F(PlexoAddFileDriverTest, ADiskThatFillsWhileUnpackingLeavesNothingAndSaysWhy) {
   const TzPath package = Package("intro");
   {
-    const FaultyFileSystem disk(FaultyFileSystem::Operation::Write, 2, ENOSPC);
+    const FaultyFileSystem disk(FaultyFileSystem::Operation::MakeFolder, 1, ENOSPC);
     EXPECT_THAT(AddLinear({package}), IsEmpty());
   }
   EXPECT_THAT(session.BoxTexts(), ElementsAre("Error extracting the ZIP contents!"));

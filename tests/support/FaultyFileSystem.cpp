@@ -54,11 +54,19 @@ bool FaultyFileSystem::Fails(Operation called) {
   return true;
 }
 
-TzErrorCodeEnum FaultyFileSystem::List(const TzPath& folder, std::vector<TzPath>& entries) {
+TzErrorCodeEnum FaultyFileSystem::List(const TzPath& folder, std::vector<TzListedNode>& entries) {
   return Fails(Operation::List) ? kTzMachineFailure : files.List(folder, entries);
 }
 TzErrorCodeEnum FaultyFileSystem::MakeFolder(const TzPath& folder) {
   return Fails(Operation::MakeFolder) ? kTzMachineFailure : files.MakeFolder(folder);
+}
+TzErrorCodeEnum FaultyFileSystem::MakeScratchFolder(const TzPath& folder) {
+  return Fails(Operation::MakeFolder) ? kTzMachineFailure : files.MakeScratchFolder(folder);
+}
+TzErrorCodeEnum FaultyFileSystem::AddEntries(const TzPath& folder,
+                                             const std::shared_ptr<const TzArchiveHold>& hold,
+                                             std::span<const TzZipEntry> entries) {
+  return Fails(Operation::AddEntries) ? kTzMachineFailure : files.AddEntries(folder, hold, entries);
 }
 TzErrorCodeEnum FaultyFileSystem::Delete(const TzPath& path) {
   return Fails(Operation::Delete) ? kTzMachineFailure : files.Delete(path);

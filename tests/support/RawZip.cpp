@@ -23,7 +23,8 @@ std::uint32_t Crc(const std::string& content) {
       crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size())));
 }
 
-std::string Deflate(const std::string& content) {
+/// With `Z_FULL_FLUSH` in place of `Z_FINISH`, more such pieces may follow.
+std::string Deflate(const std::string& content, int flush = Z_FINISH) {
   z_stream stream = {};
   if (deflateInit2(&stream, 1, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::runtime_error("zlib");
@@ -33,7 +34,7 @@ std::string Deflate(const std::string& content) {
   stream.avail_in = static_cast<uInt>(content.size());
   stream.next_out = reinterpret_cast<Bytef*>(packed.data());
   stream.avail_out = static_cast<uInt>(packed.size());
-  deflate(&stream, Z_FINISH);
+  deflate(&stream, flush);
   packed.resize(stream.total_out);
   deflateEnd(&stream);
   return packed;
@@ -55,7 +56,7 @@ struct Record {
     const bool late = entry.descriptor;
     const std::string wide = entry.zip64 ? RawZip::Extra(1, U64(size) + U64(packedSize)) : "";
     std::string header = U32(0x04034b50) + U16(20) + U16(entry.localFlags.value_or(flags)) +
-                         U16(entry.localMethod.value_or(method)) + U32(0x00210000) + U32(late ? 0 : crc) +
+                         U16(entry.localMethod.value_or(method)) + U32(entry.time) + U32(late ? 0 : crc) +
                          U32(entry.zip64 ? kWide
                              : late      ? 0
                                          : packedSize) +
@@ -71,7 +72,7 @@ struct Record {
     const std::uint64_t offset = entry.offset.value_or(realOffset);
     const std::string extra =
         (entry.zip64 ? RawZip::Extra(1, U64(size) + U64(packedSize) + U64(offset)) : "") + entry.extra;
-    return U32(0x02014b50) + U16(entry.host << 8U) + U16(20) + U16(flags) + U16(method) + U32(0x00210000) +
+    return U32(0x02014b50) + U16(entry.host << 8U) + U16(20) + U16(flags) + U16(method) + U32(entry.time) +
            U32(crc) + U32(entry.zip64 ? kWide : packedSize) + U32(entry.zip64 ? kWide : size) +
            U16(entry.name.size()) + U16(extra.size()) + U16(0) + U16(entry.disk) + U16(0) +
            U32(entry.attributes) + U32(entry.zip64 ? kWide : offset) + entry.name + extra;
@@ -110,6 +111,23 @@ std::string RawZip::Build() const {
   archive += zip64End ? U16(0xFFFF) + U16(0xFFFF) + U32(kWide) + U32(kWide)
                       : U16(told) + U16(told) + U32(size) + U32(start);
   return prefix + archive + U16(comment.size()) + comment;
+}
+
+RawEntry RawZip::Zeros(const std::string& name, std::uint64_t size) {
+  const std::string piece(std::size_t{32} << 20U, '\0');
+  const std::string rest(size % piece.size(), '\0');
+  const std::string packedPiece = Deflate(piece, Z_FULL_FLUSH);
+  RawEntry entry = {.name = name, .deflate = true, .zip64 = true, .crc = 0, .size = size, .packed = ""};
+  const auto append = [&entry](const std::string& packed, std::uint32_t crc, std::size_t bytes) {
+    *entry.packed += packed;
+    entry.crc = static_cast<std::uint32_t>(crc32_combine(*entry.crc, crc, static_cast<z_off_t>(bytes)));
+  };
+  const std::uint32_t pieceCrc = Crc(piece);
+  for (std::uint64_t done = rest.size(); done < size; done += piece.size()) {
+    append(packedPiece, pieceCrc, piece.size());
+  }
+  append(Deflate(rest), Crc(rest), rest.size());
+  return entry;
 }
 
 std::string RawZip::Extra(std::uint16_t identifier, const std::string& content) {

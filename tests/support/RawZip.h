@@ -15,6 +15,8 @@ struct RawEntry {
   /// The system that wrote it: 0 DOS, 3 Unix.
   unsigned host = 0;
   std::uint32_t attributes = 0;
+  /// Date and time in the form of DOS; 1980-01-01.
+  std::uint32_t time = 0x00210000;
   /// Writes the sizes behind the data instead of into the local header.
   bool descriptor = false;
   /// Writes all sizes and the offset into ZIP64 fields.
@@ -50,6 +52,8 @@ struct RawZip {
 
   [[nodiscard]] std::string Build() const;
 
+  /// An entry of this many zeros, which never stand in memory together.
+  static RawEntry Zeros(const std::string& name, std::uint64_t size);
   /// An extra field: identifier, length, content.
   static std::string Extra(std::uint16_t identifier, const std::string& content);
   /// The extra field by which some archivers give the UTF-8 name of an entry written under another.

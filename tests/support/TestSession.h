@@ -38,20 +38,25 @@ class TestSession : public ITzProblemSink {
 class TestFolder {
  public:
   TestFolder();
+  /// In a folder other than that for temporary files.
+  explicit TestFolder(const TzPath& parent);
   ~TestFolder();
   TestFolder(const TestFolder&) = delete;
   TestFolder& operator=(const TestFolder&) = delete;
 
   [[nodiscard]] const TzPath& Path() const { return path; }
-  /// Writes a file below the folder, with its folders, and returns its path.
+  /// Writes a file of the disk below the folder, with its folders, and returns its path.
   TzPath Write(const std::string& name, std::string_view content) const;
 
  private:
   TzPath path;
 };
 
+/// What follows goes through the file system in force.
+
 /// The whole content of a file; a test failure if it can't be read.
 std::string ReadFile(const TzPath& file);
+/// Writes a file, with its folders.
 void WriteFile(const TzPath& file, std::string_view content);
 /// Names of everything below a folder, relative to it, sorted; folders end in a slash.
 std::vector<std::string> ListTree(const TzPath& folder);

@@ -43,53 +43,6 @@ TEST_F(DiskFileSystemTest, DeletesAFolderDeeperThanThereAreDescriptors) {
   EXPECT_THAT(ListTree(folder.Path()), IsEmpty());
 }
 
-TEST_F(DiskFileSystemTest, CopiesContentIntoAWritableFile) {
-  const std::string content(3'000'000, 'c');
-  const TzPath source = folder.Write("source", content);
-  const TzPath target = folder.Write("target", "earlier");
-  fs::permissions(source.GetNative(), fs::perms::owner_read);
-  fs::permissions(target.GetNative(), fs::perms::owner_read);
-  EXPECT_EQ(disk.Copy(source, target, TzCopyMode::FailIfExists), kTzFailure);
-  EXPECT_EQ(ReadFile(target), "earlier");
-  EXPECT_EQ(disk.Copy(source, target, TzCopyMode::Replace), kTzSuccess);
-  EXPECT_TRUE(ReadFile(target) == content);
-  EXPECT_FALSE(disk.IsReadOnly(target));
-  EXPECT_TRUE(disk.IsReadOnly(source));
-  EXPECT_EQ(disk.Copy(source, source, TzCopyMode::Replace), kTzSuccess);
-  EXPECT_EQ(disk.GetSize(source), content.size());
-  EXPECT_EQ(disk.Copy(folder.Path(), folder.Path() / "other", TzCopyMode::Replace), kTzFailure);
-  EXPECT_EQ(disk.Copy(folder.Path() / "absent", target, TzCopyMode::Replace), kTzFailure);
-  EXPECT_TRUE(ReadFile(target) == content);
-}
-
-TEST_F(DiskFileSystemTest, ListsOneLevelInTheOrderOfNames) {
-  folder.Write("b/inner", "");
-  folder.Write("a", "");
-  folder.Write("B", "");
-  std::vector<TzPath> entries = {TzPath("stale")};
-  EXPECT_EQ(disk.List(folder.Path(), entries), kTzSuccess);
-  EXPECT_THAT(entries, ElementsAre(folder.Path() / "B", folder.Path() / "a", folder.Path() / "b"));
-  EXPECT_EQ(disk.List(folder.Path() / "a", entries), kTzFailure);
-}
-
-TEST_F(DiskFileSystemTest, ReadsAndWritesInPieces) {
-  const TzPath file = folder.Path() / "file";
-  const std::string large(100'000, 'l');
-  const auto writer = disk.OpenWrite(file);
-  ASSERT_NE(writer, nullptr);
-  for (const std::string& piece : {std::string("small"), large, std::string("end")}) {
-    EXPECT_EQ(writer->Write(Bytes(piece)), kTzSuccess);
-  }
-  EXPECT_EQ(writer->Close(), kTzSuccess);
-  std::string read(200'000, '\0');
-  const auto reader = disk.OpenRead(file);
-  ASSERT_NE(reader, nullptr);
-  read.resize(static_cast<std::size_t>(reader->Read(std::as_writable_bytes(std::span(read)))));
-  EXPECT_TRUE(read == "small" + large + "end");
-  std::string none(1, '\0');
-  EXPECT_EQ(reader->Read(std::as_writable_bytes(std::span(none))), 0);
-}
-
 TEST_F(DiskFileSystemTest, TellsOfAFullDiskUntilTheEnd) {
   const auto stream = disk.OpenWrite(TzPath("/dev/full"));
   ASSERT_NE(stream, nullptr);
@@ -100,15 +53,27 @@ TEST_F(DiskFileSystemTest, TellsOfAFullDiskUntilTheEnd) {
   EXPECT_EQ(errno, ENOSPC);
 }
 
-TEST_F(DiskFileSystemTest, OpensOnlyFiles) {
+TEST_F(DiskFileSystemTest, OpensAndCopiesOnlyFiles) {
   const TzPath pipe = folder.Path() / "pipe";
   ASSERT_EQ(mkfifo(pipe.GetNative().c_str(), 0600), 0);
   EXPECT_EQ(disk.OpenRead(pipe), nullptr);
-  EXPECT_EQ(disk.OpenRead(folder.Path()), nullptr);
-  EXPECT_EQ(errno, EISDIR);
-  EXPECT_EQ(disk.OpenRead(folder.Path() / "absent"), nullptr);
-  EXPECT_EQ(errno, ENOENT);
-  EXPECT_EQ(disk.OpenWrite(folder.Path() / "absent/file"), nullptr);
+  EXPECT_EQ(errno, EINVAL);
+  EXPECT_EQ(disk.Copy(pipe, folder.Path() / "copy", TzCopyMode::FailIfExists), kTzFailure);
+  EXPECT_TRUE(disk.GetRealFile(pipe).IsEmpty());
+  EXPECT_EQ(disk.GetSize(pipe), 0U);
+}
+
+TEST_F(DiskFileSystemTest, ACopyTakesThePlaceOfALinkAndLeavesWhatItLeadsToAlone) {
+  const TzPath source = folder.Write("source", "source");
+  const TzPath kept = folder.Write("kept", "kept");
+  const TzPath link = folder.Path() / "link";
+  fs::create_symlink("kept", link.GetNative());
+  EXPECT_EQ(disk.Copy(source, link, TzCopyMode::FailIfExists), kTzFailure);
+  EXPECT_EQ(disk.Copy(link, kept, TzCopyMode::Replace), kTzSuccess);
+  EXPECT_EQ(disk.GetKind(link), TzNodeKind::Other);
+  EXPECT_EQ(disk.Copy(source, link, TzCopyMode::Replace), kTzSuccess);
+  EXPECT_EQ(disk.GetKind(link), TzNodeKind::File);
+  EXPECT_EQ(ReadFile(kept), "kept");
 }
 
 }  // namespace

@@ -2,60 +2,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <filesystem>
-
-#include "host/files/TzZipUtils.h"
-#include "support/FaultyFileSystem.h"
-#include "support/RawZip.h"
-#include "support/RecordedProblems.h"
-#include "support/TestSession.h"
+#include "ExtractTest.h"
 
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 constexpr std::uint16_t kUtf8 = 1U << 11U;
 
 std::uint32_t UnixMode(std::uint32_t mode) { return mode << 16U; }
 
-class ExtractTest : public testing::Test {
- protected:
-  TzErrorCodeEnum Extract(const std::string& bytes) {
-    const TzPath archive = folder.Write("in.zip", bytes);
-    recorded.problems.clear();
-    recorded.steps.clear();
-    return TzZipUtils::ExtractFiles(archive, Out());
-  }
-  TzErrorCodeEnum Extract(const RawZip& zip) { return Extract(zip.Build()); }
+INSTANTIATE_TEST_SUITE_P(, ExtractTest, testing::Values(FileSystemKind::Disk, FileSystemKind::Staged),
+                         testing::PrintToStringParamName());
 
-  /// The archive fails with this one problem, and nothing of it stays.
-  void ExpectFailure(const std::string& bytes, TzErrorCodeEnum code, const std::string& text) {
-    EXPECT_EQ(Extract(bytes), code);
-    EXPECT_THAT(recorded.Texts(), ElementsAre(text));
-    EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip"));
-  }
-  void ExpectRefused(const RawZip& zip, const std::string& text) {
-    ExpectFailure(zip.Build(), kTzBadContent, text);
-  }
-
-  /// The archive unpacks to exactly these files and folders.
-  void ExpectTree(const RawZip& zip, const std::vector<std::string>& tree) {
-    EXPECT_EQ(Extract(zip), kTzSuccess);
-    EXPECT_THAT(recorded.Texts(), IsEmpty());
-    EXPECT_THAT(ListTree(Out()), ElementsAreArray(tree));
-    std::filesystem::remove_all(Out().GetNative());
-  }
-
-  [[nodiscard]] TzPath Out() const { return folder.Path() / "out"; }
-
-  TestFolder folder;
-  RecordedProblems recorded;
-};
-
-TEST_F(ExtractTest, UnpacksFilesAndFoldersWithTheirContent) {
+TEST_P(ExtractTest, UnpacksFilesAndFoldersWithTheirContent) {
   const std::string page(300'000, 'x');
   const RawZip zip = {{{.name = "imsmanifest.xml", .content = "<manifest/>"},
                        {.name = "media/"},
@@ -72,7 +32,7 @@ TEST_F(ExtractTest, UnpacksFilesAndFoldersWithTheirContent) {
   EXPECT_EQ(ReadFile(Out() / "media/empty.txt"), "");
 }
 
-TEST_F(ExtractTest, TakesEveryFormThatArchiversWrite) {
+TEST_P(ExtractTest, TakesEveryFormThatArchiversWrite) {
   const RawEntry plain = {.name = "a", .content = "content"};
   const struct {
     const char* form;
@@ -90,12 +50,12 @@ TEST_F(ExtractTest, TakesEveryFormThatArchiversWrite) {
   for (const auto& row : rows) {
     EXPECT_EQ(Extract(row.zip), kTzSuccess) << row.form << testing::PrintToString(recorded.Texts());
     EXPECT_EQ(ReadFile(Out() / "a"), "content") << row.form;
-    std::filesystem::remove_all(Out().GetNative());
+    DeleteOut();
   }
   ExpectTree({}, {});
 }
 
-TEST_F(ExtractTest, ReadsNamesAsTheArchiveMeansThem) {
+TEST_P(ExtractTest, ReadsNamesAsTheArchiveMeansThem) {
   const struct {
     RawEntry entry;
     std::vector<std::string> tree;
@@ -125,7 +85,7 @@ TEST_F(ExtractTest, ReadsNamesAsTheArchiveMeansThem) {
   }
 }
 
-TEST_F(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
+TEST_P(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
   const std::string out = "the entry's name leads out of the folder";
   const std::string absolute = "the entry's name is absolute";
   const std::string drive = "the entry's name holds a drive letter";
@@ -161,7 +121,7 @@ TEST_F(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
   }
 }
 
-TEST_F(ExtractTest, RefusesEntriesThatItCantUnpackSafely) {
+TEST_P(ExtractTest, RefusesEntriesThatItCantUnpackSafely) {
   const std::string disagrees = "in.zip: a: the entry's header disagrees with the directory";
   const std::string outside = "in.zip: a: the entry lies outside the archive";
   const std::string special = "in.zip: a: the entry is a link or a device";
@@ -196,7 +156,7 @@ TEST_F(ExtractTest, RefusesEntriesThatItCantUnpackSafely) {
   }
 }
 
-TEST_F(ExtractTest, RefusesEntriesThatGetInEachOthersWay) {
+TEST_P(ExtractTest, RefusesEntriesThatGetInEachOthersWay) {
   const struct {
     std::vector<RawEntry> entries;
     std::string text;
@@ -215,7 +175,7 @@ TEST_F(ExtractTest, RefusesEntriesThatGetInEachOthersWay) {
                 "in.zip: a: the entry overlaps 'b'");
 }
 
-TEST_F(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
+TEST_P(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
   const RawEntry a = {.name = "a"};
   const struct {
     std::string bytes;
@@ -240,7 +200,7 @@ TEST_F(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
   EXPECT_EQ(recorded.Texts().back(), "absent.zip: can't read: No such file or directory");
 }
 
-TEST_F(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
+TEST_P(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
   const std::string big(std::size_t{17} << 20U, 'b');
   const std::string damaged = "the entry's packed data is damaged";
   const std::string otherSize = "the entry unpacks to another size than it says";
@@ -272,7 +232,7 @@ TEST_F(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
   for (int round = 0; round < 20; ++round) ExpectRefused(several, "in.zip: bad0: " + otherCrc);
 }
 
-TEST_F(ExtractTest, RefusesAnArchiveThatIsCutAnywhere) {
+TEST_P(ExtractTest, RefusesAnArchiveThatIsCutAnywhere) {
   const RawZip zip = {
       .entries = {{.name = "a", .content = "stored"},
                   {.name = "b/", .zip64 = true},
@@ -287,7 +247,7 @@ TEST_F(ExtractTest, RefusesAnArchiveThatIsCutAnywhere) {
   }
 }
 
-TEST_F(ExtractTest, SurvivesAnyByteBeingChanged) {
+TEST_P(ExtractTest, SurvivesAnyByteBeingChanged) {
   const std::string whole = RawZip{.entries = {{.name = "a", .content = "stored", .zip64 = true},
                                                {.name = "b/c", .content = "deflated", .deflate = true}},
                                    .zip64End = true}
@@ -297,104 +257,12 @@ TEST_F(ExtractTest, SurvivesAnyByteBeingChanged) {
       std::string changed = whole;
       changed[index] = static_cast<char>(static_cast<unsigned char>(changed[index]) ^ flip);
       const bool unpacked = Extract(changed) == kTzSuccess;
-      EXPECT_EQ(std::filesystem::exists(Out().GetNative()), unpacked) << index;
+      EXPECT_EQ(tested.Files().GetKind(Out()) == TzNodeKind::Folder, unpacked) << index;
       EXPECT_EQ(recorded.problems.size(), unpacked ? 0U : 1U) << index;
-      std::filesystem::remove_all(Out().GetNative());
-      EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip")) << index;
+      DeleteOut();
+      ExpectNothing();
     }
   }
-}
-
-TEST_F(ExtractTest, LeavesNothingWhenTheMachineFails) {
-  using Operation = FaultyFileSystem::Operation;
-  const std::string bytes =
-      RawZip{{{.name = "a", .content = "a"}, {.name = "b/c", .content = "c", .deflate = true}}}.Build();
-  const struct {
-    Operation operation;
-    int call;
-    std::string text;
-  } rows[] = {
-      {Operation::MakeFolder, 1, Out().GetNative() + ": can't make the folder: No space left on device"},
-      {Operation::MakeFolder, 2, "in.zip: b: can't make the folder: No space left on device"},
-      {Operation::OpenWrite, 1, "in.zip: a: can't write: No space left on device"},
-      {Operation::Write, 1, "in.zip: a: can't write: No space left on device"},
-      {Operation::Close, 1, "in.zip: a: can't write: No space left on device"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.text);
-    // With two workers, the first call may be the second entry's.
-    std::string only = bytes;
-    if (row.operation != Operation::MakeFolder) only = RawZip{{{.name = "a", .content = "a"}}}.Build();
-    const FaultyFileSystem faulty(row.operation, row.call, ENOSPC);
-    ExpectFailure(only, kTzMachineFailure, row.text);
-  }
-}
-
-TEST_F(ExtractTest, RefusesWhatTheDiskHasNoRoomFor) {
-  // A file system that the kernel makes up has no room at all.
-  if (!std::filesystem::exists("/proc/self")) GTEST_SKIP() << "no /proc";
-  const TzPath out("/proc/plexo/deeper");
-  const struct {
-    std::uint64_t size;
-    // Makes the archive long enough for what it says it unpacks to.
-    std::size_t prefixBytes;
-    std::string needed, room;
-  } rows[] = {{1, 0, "1 KB", "0 KB"},
-              {4097, 0, "5 KB", "0 KB"},
-              {(20ULL << 20U) + 1, 0, "21 MB", "0 MB"},
-              {10ULL << 30U, 52U << 20U, "10 GB", "0 GB"}};
-  for (const auto& [size, prefixBytes, needed, room] : rows) {
-    const RawZip zip = {{{.name = "a", .deflate = true, .zip64 = true, .size = size}},
-                        std::string(prefixBytes, '-')};
-    const TzPath archive = folder.Write("in.zip", zip.Build());
-    recorded.problems.clear();
-    EXPECT_EQ(TzZipUtils::ExtractFiles(archive, out), kTzMachineFailure) << needed;
-    EXPECT_THAT(recorded.Texts(), ElementsAre("in.zip: unpacks to " + needed + ", but '" + out.GetNative() +
-                                              "' has room for " + room));
-  }
-}
-
-TEST_F(ExtractTest, RefusesAFolderThatStandsAlready) {
-  folder.Write("out/mine", "mine");
-  EXPECT_EQ(Extract({{{.name = "mine", .content = "theirs"}}}), kTzFailure);
-  EXPECT_THAT(recorded.Texts(), ElementsAre(Out().GetNative() + ": exists already"));
-  EXPECT_EQ(ReadFile(Out() / "mine"), "mine");
-}
-
-TEST_F(ExtractTest, ReportsProgressAndStopsWhenAsked) {
-  const RawZip zip = {
-      {{.name = "a", .content = "1234"}, {.name = "b", .content = "567890", .deflate = true}}};
-  ASSERT_EQ(Extract(zip), kTzSuccess);
-  EXPECT_EQ(recorded.steps.front().activity, "unpacking in.zip");
-  EXPECT_EQ(recorded.steps.front().done, 0U);
-  EXPECT_EQ(recorded.steps.back().done, 10U);
-  EXPECT_EQ(recorded.steps.back().total, 10U);
-  const std::size_t reports = recorded.steps.size();
-  std::filesystem::remove_all(Out().GetNative());
-  for (const std::size_t stop : {std::size_t{1}, reports}) {
-    recorded.stopAt = stop;
-    EXPECT_EQ(Extract(zip), kTzCancelled) << stop;
-    EXPECT_THAT(recorded.Texts(), IsEmpty());
-    EXPECT_THAT(ListTree(folder.Path()), ElementsAre("in.zip"));
-  }
-}
-
-TEST_F(ExtractTest, UnpacksOneEntryByItsName) {
-  const TzPath archive = folder.Write("in.zip", RawZip{{{.name = "a\\imsmanifest.xml", .content = "<m/>"},
-                                                        {.name = "b", .content = "b", .crc = 1}}}
-                                                    .Build());
-  const TzPath file = folder.Write("file", "earlier");
-  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a/imsmanifest.xml", file), kTzSuccess);
-  EXPECT_EQ(ReadFile(file), "<m/>");
-  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "absent", folder.Path() / "other"), kTzFailure);
-  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a", folder.Path() / "other"), kTzFailure);
-  EXPECT_THAT(recorded.Texts(), IsEmpty());
-  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "b", folder.Path() / "other"), kTzBadContent);
-  EXPECT_THAT(ListTree(folder.Path()), ElementsAre("file", "in.zip"));
-
-  folder.Write("in.zip", RawZip{{{.name = "a", .content = "a"}, {.name = "../b"}}}.Build());
-  EXPECT_EQ(TzZipUtils::ExtractFile(archive, "a", folder.Path() / "other"), kTzBadContent);
-  EXPECT_THAT(ListTree(folder.Path()), ElementsAre("file", "in.zip"));
 }
 
 }  // namespace

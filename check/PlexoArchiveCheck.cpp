@@ -80,15 +80,16 @@ void CheckName(const TzZipEntry& entry, PlexoFindingList& findings) {
 
 std::string_view PlexoArchiveCheck::GetLeaver(std::string_view name) {
   const std::string_view fileName = GetFileName(name);
-  if (name == "__MACOSX" || name.starts_with("__MACOSX/") || fileName == ".DS_Store" ||
-      fileName.starts_with("._")) {
+  const std::string_view top = name.substr(0, name.find('/'));
+  if (top == "__MACOSX" || top == ".Spotlight-V100" || top == ".Trashes" || top == ".fseventsd" ||
+      fileName == ".DS_Store" || fileName.starts_with("._")) {
     return "macOS";
   }
   const std::string folded = PlexoCheckedPackage::FoldCase(fileName);
-  return folded == "thumbs.db" || folded == "desktop.ini" ? "Windows" : "";
+  return folded == "thumbs.db" || folded == "ehthumbs.db" || folded == "desktop.ini" ? "Windows" : "";
 }
 
-void PlexoArchiveCheck::Run(const PlexoCheckedPackage& package, PlexoFindingList& findings) {
+void PlexoArchiveCheck::AddFaults(const PlexoCheckedPackage& package, PlexoFindingList& findings) {
   for (const auto& [kind, failure] : package.archive.GetFaults()) {
     if (failure.entry.empty()) {
       findings.Add(GetIdOf(kind), {failure.message});
@@ -96,6 +97,10 @@ void PlexoArchiveCheck::Run(const PlexoCheckedPackage& package, PlexoFindingList
       findings.AddFile(GetIdOf(kind), failure.entry, {failure.entry, failure.message});
     }
   }
+}
+
+void PlexoArchiveCheck::Run(const PlexoCheckedPackage& package, PlexoFindingList& findings) {
+  AddFaults(package, findings);
   CheckManifestPlace(package, findings);
   std::unordered_map<std::string, std::string_view> folded;
   for (const TzZipEntry& entry : package.archive.GetEntries()) {

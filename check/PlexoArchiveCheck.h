@@ -13,5 +13,8 @@ class PlexoArchiveCheck {
   /// The system that leaves a file of this name behind; empty for any other file.
   [[nodiscard]] static std::string_view GetLeaver(std::string_view name);
 
+  /// The faults for which the archive as a whole, or an entry, can't be unpacked.
+  static void AddFaults(const PlexoCheckedPackage& package, PlexoFindingList& findings);
+
   static void Run(const PlexoCheckedPackage& package, PlexoFindingList& findings);
 };

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "host/files/TzStreamUtil.h"
+
 namespace {
 
 using enum PlexoVocabulary;
@@ -18,7 +20,24 @@ std::string GetBase(const PlexoManifestElement& element) {
 
 }  // namespace
 
-void PlexoCheckedPackage::Index() {
+TzZipFailure PlexoCheckedPackage::ReadManifest(const TzZipEntry& entry, const TzPath& file) {
+  const auto stream = TzStreamUtil::CreateFileStreamWrite(TzFile(file), 0, 0, 0);
+  bool isWritten = stream != nullptr;
+  TzZipFailure failure;
+  if (isWritten) {
+    failure = archive.Read(entry, [&](std::span<const std::byte> piece) {
+      isWritten = isWritten && stream->Write(piece) == kTzSuccess;
+    });
+    isWritten = isWritten && stream->Close() == kTzSuccess;
+  }
+  if (!isWritten) failure = {kTzMachineFailure, {}, "can't write a temporary file", 0};
+  if (!failure) manifest.Read(file);
+  return failure;
+}
+
+void PlexoCheckedPackage::Index(std::string manifestFolder) {
+  folder = std::move(manifestFolder);
+  if (!folder.empty()) folder += '/';
   IndexFiles();
   const PlexoManifestElement* root = manifest.GetRoot();
   if (root == nullptr) return;
@@ -84,7 +103,7 @@ PlexoFileReference PlexoCheckedPackage::MakeReference(const PlexoManifestElement
                                                       std::string written) const {
   PlexoFileReference reference;
   reference.element = &element;
-  reference.href = PlexoHref::Read(GetBase(element), written);
+  reference.href = PlexoHref::Read(folder + GetBase(element), written);
   reference.written = std::move(written);
   if (reference.href.isExternal || reference.href.leavesPackage) return reference;
   reference.entry = FindFile(reference.href.path);

@@ -42,8 +42,13 @@ class PlexoCheckedPackage {
   TzZipInspection archive;
   PlexoManifestDocument manifest;
 
+  /// Unpacks the manifest to the file, and reads it.
+  [[nodiscard]] TzZipFailure ReadManifest(const TzZipEntry& entry, const TzPath& file);
+  /// Makes the look-ups of files alone, when the archive was opened.
+  void IndexFiles();
   /// Makes the look-ups below, when the archive was opened and, if there is one, the manifest read.
-  void Index();
+  /// `manifestFolder` is where the manifest lies in the archive: its references start there.
+  void Index(std::string manifestFolder = {});
 
   [[nodiscard]] PlexoEdition GetEdition() const { return edition; }
   /// What the manifest names as its schemaversion, or its schema if that is missing.
@@ -74,13 +79,13 @@ class PlexoCheckedPackage {
   static std::string FoldCase(std::string_view name);
 
  private:
-  void IndexFiles();
   void IndexEdition();
   void IndexItems(const PlexoManifestElement& parent);
   void IndexResources(const PlexoManifestElement& list);
   [[nodiscard]] PlexoFileReference MakeReference(const PlexoManifestElement& element,
                                                  std::string written) const;
 
+  std::string folder;
   PlexoEdition edition = PlexoEdition::Unknown;
   std::string schemaVersion;
   std::unordered_map<std::string_view, const TzZipEntry*> files;

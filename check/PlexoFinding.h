@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Everything that the checker can find, in the order of its table.
+/// Everything that the checker and the adopter can find, in the order of its table.
 enum class PlexoFindingId {
   ArchiveUnreadable,
   ManifestMissing,
@@ -88,6 +88,48 @@ enum class PlexoFindingId {
   MetadataTooLong,
   SuspendDataLimited,
 
+  ForeignFormat,
+  SeveralManifests,
+  EditionUntold,
+  NothingToLaunch,
+  SeveralItems,
+  ItemUnknown,
+
+  VersionCorrected,
+
+  PrefixRebound,
+  BaseResolved,
+  ParametersMoved,
+  HrefMatched,
+  EncodingChanged,
+  AttributeTooFar,
+  AttributeMissing,
+  AddressProtected,
+
+  ManifestLifted,
+  TopFilesMoved,
+  SchemaFolderNameTaken,
+  FilesListed,
+  JunkLeftOut,
+  SchemasLeftOut,
+  ListedFileAbsent,
+
+  ItemsSeparated,
+  OtherResourceLaunched,
+  OtherTitleRead,
+  ItemLeftOut,
+  OtherItemsLeftOut,
+  SequencingDropped,
+  PrerequisitesDropped,
+  LimitDropped,
+  LaunchDataDropped,
+  AssetLaunched,
+  MetadataFileAbsent,
+
+  LaunchPageAdded,
+  CompletionPasses,
+  CompletionMayNotPass,
+
   Count
 };
 
@@ -102,7 +144,7 @@ struct PlexoPlace {
   std::string element;
 };
 
-/// One thing that the checker found.
+/// One thing that was found.
 struct PlexoFinding {
   PlexoFindingId id = PlexoFindingId::Count;
   PlexoPlace place;

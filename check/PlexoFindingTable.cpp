@@ -186,7 +186,8 @@ constexpr std::array kKinds = {
         "waited for",
         "item '{0}': reports completion and never success, as far as its scripts show, but '{1}' waits "
         "for its success and stays closed for ever",
-        "let the content set cmi.success_status, or don't force the order"},
+        "let the content set cmi.success_status, let completion pass ('completion-passes' in the course "
+        "file), or don't force the order"},
     PlexoFindingKind{
         ReportsNothing, "PLX-510", kError, "Content reports nothing, but is waited for",
         "item '{0}': reports neither completion nor success, as far as its scripts show, but '{1}' waits "
@@ -236,6 +237,108 @@ constexpr std::array kKinds = {
         "item '{0}': its scripts use cmi.suspend_data, of which an LMS must store {1} characters only "
         "({2})",
         "see that the content never stores more"},
+
+    PlexoFindingKind{ForeignFormat, "PLX-801", kError, "The package is of another format than SCORM",
+                     "the package: is {0}, not SCORM", "export the course as SCORM 1.2 or SCORM 2004"},
+    PlexoFindingKind{SeveralManifests, "PLX-802", kError,
+                     "There are several manifests, and none at the top of the package",
+                     "the package: holds {0} manifests, and none at its top: {1}",
+                     "pack what is in the folder of each by itself"},
+    PlexoFindingKind{EditionUntold, "PLX-803", kError, "The manifest tells no edition of SCORM",
+                     "the manifest: neither its schemaversion nor its namespaces, its resources or its "
+                     "version '{0}' tell an edition of SCORM",
+                     "export the course as SCORM 1.2 or SCORM 2004"},
+    PlexoFindingKind{NothingToLaunch, "PLX-804", kError, "There is nothing to launch",
+                     "the manifest: no item leads to a page of the package",
+                     "correct the identifierref of its items, or the href of its resources"},
+    PlexoFindingKind{SeveralItems, "PLX-805", kError, "There are several items where one is wanted",
+                     "the package: {0} of its items can be launched, and one is wanted: {1}",
+                     "name one of them by its identifier"},
+    PlexoFindingKind{ItemUnknown, "PLX-806", kError, "The item that was asked for doesn't exist",
+                     "item '{0}': isn't among those that can be launched: {1}", "name one of these"},
+
+    PlexoFindingKind{VersionCorrected, "PLX-811", kWarning, "The manifest's version wasn't the edition's",
+                     "the manifest: its version '{0}' became '{1}', that of SCORM {2}", "nothing to do"},
+
+    PlexoFindingKind{PrefixRebound, "PLX-821", kWarning, "Names were bound to another prefix",
+                     "the prefix '{0}': became {1}", "nothing to do"},
+    PlexoFindingKind{BaseResolved, "PLX-822", kWarning, "Addresses were relative to xml:base",
+                     "xml:base '{0}': put in front of the addresses within", "nothing to do"},
+    PlexoFindingKind{ParametersMoved, "PLX-823", kWarning, "An item had launch parameters",
+                     "item '{0}': its parameters '{1}' became part of the launch address '{2}'",
+                     "nothing to do"},
+    PlexoFindingKind{HrefMatched, "PLX-824", kHint, "An address wasn't that of the file that it means",
+                     "'{0}': means the file '{1}'", "nothing to do"},
+    PlexoFindingKind{EncodingChanged, "PLX-825", kHint, "The manifest wasn't in UTF-8",
+                     "the manifest: its encoding '{0}' became UTF-8", "nothing to do"},
+    PlexoFindingKind{AttributeTooFar, "PLX-826", kWarning, "An attribute stood behind the tenth",
+                     "{0} '{1}': its attribute {2} stood behind the tenth", "nothing to do"},
+    PlexoFindingKind{AttributeMissing, "PLX-827", kWarning, "An attribute was missing",
+                     "{0} '{1}': has no attribute {2}", "nothing to do"},
+    PlexoFindingKind{AddressProtected, "PLX-828", kWarning, "Slashes of a launch address would be lost",
+                     "'{0}': became '{1}', for a course joins addresses as paths", "nothing to do"},
+
+    PlexoFindingKind{ManifestLifted, "PLX-831", kWarning, "The manifest wasn't at the top of the package",
+                     "'{0}': moved to the top", "nothing to do"},
+    PlexoFindingKind{TopFilesMoved, "PLX-832", kWarning, "Unlisted files stood at the top of the package",
+                     "{0}: stood at the top without being listed; now with the content", "nothing to do"},
+    PlexoFindingKind{SchemaFolderNameTaken, "PLX-833", kWarning,
+                     "Content lay in a folder with the name of a schema folder",
+                     "'{0}': would have been taken for schema documents, and now lies with the content",
+                     "nothing to do"},
+    PlexoFindingKind{FilesListed, "PLX-834", kHint, "Files weren't listed in the manifest", "{0}: now listed",
+                     "nothing to do"},
+    PlexoFindingKind{JunkLeftOut, "PLX-835", kHint, "Files that a system left behind were left out",
+                     "{0}: left behind by {1}, and left out", "nothing to do"},
+    PlexoFindingKind{SchemasLeftOut, "PLX-836", kHint, "The package's schema documents were left out",
+                     "{0}: left out, for the course brings its own", "nothing to do"},
+    PlexoFindingKind{ListedFileAbsent, "PLX-837", kWarning, "A listed file isn't in the package",
+                     "'{0}': listed, but not in the package; not listed any more",
+                     "add the file to the package if the content needs it"},
+
+    PlexoFindingKind{ItemsSeparated, "PLX-841", kWarning, "The package held several SCOs",
+                     "the package: each of its {0} items became a package: {1}",
+                     "look at the order and the titles in the course"},
+    PlexoFindingKind{OtherResourceLaunched, "PLX-842", kWarning, "The last resource wasn't the one to launch",
+                     "resource '{0}': the last one, but item '{1}' launches '{2}'", "nothing to do"},
+    PlexoFindingKind{OtherTitleRead, "PLX-843", kWarning, "The last title wasn't the launched item's",
+                     "title '{0}': the last one, but that of item '{1}' is '{2}'", "nothing to do"},
+    PlexoFindingKind{ItemLeftOut, "PLX-844", kWarning, "An item that can't be launched was left out",
+                     "item '{0}': left out, for '{1}' is no page of the package",
+                     "add the page to the package if the course needs it"},
+    PlexoFindingKind{OtherItemsLeftOut, "PLX-845", kWarning, "Items that weren't asked for were left out",
+                     "the package: item '{0}' was taken, and {1} others left out: {2}",
+                     "adopt the others too, if the course needs them"},
+    PlexoFindingKind{SequencingDropped, "PLX-846", kWarning, "Sequencing was dropped",
+                     "{0} '{1}': its sequencing was dropped, for the course's own takes its place",
+                     "choose the template that sequences as the old course did"},
+    PlexoFindingKind{PrerequisitesDropped, "PLX-847", kWarning, "Prerequisites were dropped",
+                     "item '{0}': its prerequisites '{1}' were dropped",
+                     "force the order in the course, if it matters"},
+    PlexoFindingKind{LimitDropped, "PLX-848", kWarning,
+                     "A limit, a threshold or the objective of an item was dropped",
+                     "item '{0}': its {1} '{2}' was dropped", "let the content itself see to it"},
+    PlexoFindingKind{LaunchDataDropped, "PLX-849", kWarning, "Malformed launch data was dropped",
+                     "item '{0}': its {1} '{2}' isn't what SCORM {3} allows, and was dropped",
+                     "correct it in the source, if the content needs it"},
+    PlexoFindingKind{
+        AssetLaunched, "PLX-850", kHint, "An item launches an asset",
+        "item '{0}': is an asset, which tells the LMS nothing, and stands as a SCO in the course",
+        "don't let the course wait for it"},
+    PlexoFindingKind{MetadataFileAbsent, "PLX-851", kWarning, "A metadata file isn't in the package",
+                     "item '{0}': its metadata file '{1}' isn't in the package",
+                     "add the file to the package if the course needs it"},
+
+    PlexoFindingKind{LaunchPageAdded, "PLX-861", kWarning, "Content of the other edition got a launch page",
+                     "item '{0}': content of SCORM {1}, launched in SCORM {2} through a page that translates",
+                     "nothing to do"},
+    PlexoFindingKind{CompletionPasses, "PLX-862", kWarning, "Completion counts as passing",
+                     "item '{0}': passes when it completes, for it was asked for", "nothing to do"},
+    PlexoFindingKind{
+        CompletionMayNotPass, "PLX-863", kWarning, "Content completes, and may never pass",
+        "item '{0}': reports completion and never success, as far as its scripts show, so what waits for its "
+        "success never opens",
+        "let completion pass: 'completion-passes' in the course file, --completion-passes of 'plexo adopt'"},
 };
 
 consteval bool IsInOrder() {
@@ -291,7 +394,7 @@ std::string_view PlexoFindingTable::GetName(PlexoSeverity severity) {
 
 std::string PlexoFindingTable::WriteMarkdown() {
   std::string page =
-      "# Findings of `plexo check`\n"
+      "# Findings of `plexo check` and `plexo adopt`\n"
       "\n"
       "Made by `plexo check --list`; the table in `check/PlexoFindingTable.cpp` is the source. An id is "
       "never given "

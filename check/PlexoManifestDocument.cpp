@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "host/session/TzProblem.h"
@@ -37,10 +38,25 @@ constexpr std::array kNamespaces = {
 };
 constexpr Namespace kOther = {"", Other, Edition::Either};
 
+/// What prefixes stand for by custom.
+constexpr std::array kPrefixes = {
+    std::pair{std::string_view("imscp"), Namespace{"", Packaging, Edition::Either}},
+    std::pair{std::string_view("adlcp"), Namespace{"", Adlcp, Edition::Either}},
+    std::pair{std::string_view("imsss"), Namespace{"", PlexoVocabulary::Sequencing, Edition::Either}},
+    std::pair{std::string_view("adlseq"), Namespace{"", AdlSequencing, Edition::Either}},
+    std::pair{std::string_view("adlnav"), Namespace{"", Navigation, Edition::Either}},
+};
+
 const Namespace& Look(std::string_view uri) {
   const auto found = std::find_if(kNamespaces.begin(), kNamespaces.end(),
                                   [uri](const Namespace& entry) { return entry.uri == uri; });
   return found != kNamespaces.end() ? *found : kOther;
+}
+
+const Namespace& LookByPrefix(std::string_view prefix) {
+  const auto found = std::find_if(kPrefixes.begin(), kPrefixes.end(),
+                                  [prefix](const auto& entry) { return entry.first == prefix; });
+  return found != kPrefixes.end() ? found->second : kOther;
 }
 
 std::string_view Trim(std::string_view text) {
@@ -76,7 +92,7 @@ class ProblemCatcher : public ITzProblemSink {
 class PlexoManifestDocument::Reading {
  public:
   Reading(PlexoManifestDocument& target, const TzXMLParser& source) : document(target), parser(source) {
-    bindings[""].push_back(&Look(""));
+    bindings[""].push_back({&Look(""), {}});
   }
 
   static void OnStart(void* self, const char* name, const char** attributes) {
@@ -97,6 +113,11 @@ class PlexoManifestDocument::Reading {
     std::unordered_map<std::string, int> counts;
   };
 
+  struct Binding {
+    const Namespace* space;
+    std::string uri;
+  };
+
   void Start(const char* name, const char** attributes) {
     if (skippedDepth > 0 || document.elements.size() == kMaximumElements) {
       document.isCutShort = true;
@@ -113,10 +134,12 @@ class PlexoManifestDocument::Reading {
     }
     open.push_back({&element, {}, {}});
     BindPrefixes(attributes);
+    if (element.parent == nullptr) NoteRoot(element.qualifiedName);
     const Namespace& space = Resolve(element.qualifiedName, element.name);
     element.vocabulary = space.vocabulary;
     element.edition = space.edition;
-    for (const char** at = attributes; *at != nullptr; at += 2) AddAttribute(element, at[0], at[1]);
+    int number = 0;
+    for (const char** at = attributes; *at != nullptr; at += 2) AddAttribute(element, at[0], at[1], ++number);
   }
 
   void End() {
@@ -133,23 +156,42 @@ class PlexoManifestDocument::Reading {
       const std::string_view name = at[0];
       if (name != "xmlns" && !name.starts_with("xmlns:")) continue;
       std::string prefix(name.substr(std::min<std::size_t>(name.size(), 6)));
-      bindings[prefix].push_back(&Look(at[1]));
+      const Namespace& space = Look(at[1]);
+      bindings[prefix].push_back({&space, at[1]});
+      if (space.edition != Edition::Either)
+        document.declaredEditions.try_emplace(space.vocabulary, space.edition);
       open.back().boundPrefixes.push_back(std::move(prefix));
     }
   }
 
+  /// Keeps the namespace of the document's element, if that is a manifest.
+  void NoteRoot(std::string_view qualifiedName) {
+    const std::size_t colon = qualifiedName.find(':');
+    const bool hasPrefix = colon != std::string_view::npos;
+    if (qualifiedName.substr(hasPrefix ? colon + 1 : 0) != "manifest") return;
+    const auto& bound = bindings[std::string(qualifiedName.substr(0, hasPrefix ? colon : 0))];
+    if (!bound.empty()) rootNamespace = bound.back().uri;
+  }
+
   const Namespace& Resolve(std::string_view qualifiedName, std::string& localName) {
+    static constexpr Namespace kRootNamespace = {"", Packaging, Edition::Either};
     const std::size_t colon = qualifiedName.find(':');
     const bool hasPrefix = colon != std::string_view::npos;
     localName = qualifiedName.substr(hasPrefix ? colon + 1 : 0);
-    const auto bound = bindings.find(std::string(qualifiedName.substr(0, hasPrefix ? colon : 0)));
-    return bound != bindings.end() && !bound->second.empty() ? *bound->second.back() : kOther;
+    const std::string_view prefix = qualifiedName.substr(0, hasPrefix ? colon : 0);
+    const auto bound = bindings.find(std::string(prefix));
+    if (bound == bindings.end() || bound->second.empty()) return LookByPrefix(prefix);
+    const auto& [space, uri] = bound->second.back();
+    if (space != &kOther) return *space;
+    return uri == rootNamespace ? kRootNamespace : LookByPrefix(prefix);
   }
 
-  void AddAttribute(PlexoManifestElement& element, const std::string& qualifiedName, const char* value) {
+  void AddAttribute(PlexoManifestElement& element, const std::string& qualifiedName, const char* value,
+                    int number) {
     if (qualifiedName == "xmlns" || qualifiedName.starts_with("xmlns:")) return;
     PlexoManifestAttribute attribute;
     attribute.value = value;
+    attribute.number = number;
     if (qualifiedName.find(':') == std::string::npos) {
       attribute.name = qualifiedName;
     } else if (qualifiedName == "xml:base") {
@@ -165,7 +207,8 @@ class PlexoManifestDocument::Reading {
   PlexoManifestDocument& document;
   const TzXMLParser& parser;
   std::vector<Open> open;
-  std::map<std::string, std::vector<const Namespace*>> bindings;
+  std::map<std::string, std::vector<Binding>> bindings;
+  std::string rootNamespace;
   std::size_t skippedDepth = 0;
 };
 
@@ -180,6 +223,11 @@ void PlexoManifestDocument::Read(const TzPath& file) {
   parser.parse();
   error = problems.message;
   errorLine = parser.GetLine();
+}
+
+PlexoNamespaceEdition PlexoManifestDocument::GetDeclaredEdition(PlexoVocabulary vocabulary) const {
+  const auto found = declaredEditions.find(vocabulary);
+  return found != declaredEditions.end() ? found->second : Edition::Either;
 }
 
 std::string_view PlexoManifestDocument::GetPackagingNamespace(PlexoNamespaceEdition edition) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -11,9 +12,10 @@
 
 /// A manifest as a tree of its elements, each with the line it stands in.
 ///
-/// Namespaces are resolved (Namespaces in XML 1.0); elements without one count as `Packaging`. Comments and
-/// processing instructions are left out. Guarantees: the limits of `TzXMLParser`, and no more than
-/// `kMaximumElements` elements.
+/// Namespaces are resolved (Namespaces in XML 1.0). Elements without one count as `Packaging`, and so does a
+/// namespace that isn't known but is that of the document's element; a prefix that SCORM uses by custom
+/// stands for its vocabulary where it is bound to nothing that is known. Comments and processing instructions
+/// are left out. Guarantees: the limits of `TzXMLParser`, and no more than `kMaximumElements` elements.
 class PlexoManifestDocument {
  public:
   static constexpr std::size_t kMaximumElements = 500'000;
@@ -34,6 +36,8 @@ class PlexoManifestDocument {
   /// What ended the reading, empty if nothing did; and its line, 0 if it has none.
   [[nodiscard]] const std::string& GetError() const { return error; }
   [[nodiscard]] int GetErrorLine() const { return errorLine; }
+  /// The edition of the first namespace that is declared for the vocabulary; `Either` if none tells one.
+  [[nodiscard]] PlexoNamespaceEdition GetDeclaredEdition(PlexoVocabulary vocabulary) const;
   /// True if elements were left out.
   [[nodiscard]] bool IsCutShort() const { return isCutShort; }
 
@@ -44,6 +48,7 @@ class PlexoManifestDocument {
   class Reading;
 
   std::deque<PlexoManifestElement> elements;
+  std::map<PlexoVocabulary, PlexoNamespaceEdition> declaredEditions;
   std::string error;
   int errorLine = 0;
   bool isCutShort = false;

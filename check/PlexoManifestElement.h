@@ -26,6 +26,8 @@ struct PlexoManifestAttribute {
   /// Without its prefix.
   std::string name;
   std::string value;
+  /// Among the attributes as written, declarations of namespaces too; from 1 on.
+  int number = 1;
 };
 
 /// One element of a manifest. Elements belong to their `PlexoManifestDocument`, and live as long as it.

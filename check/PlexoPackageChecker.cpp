@@ -9,34 +9,17 @@
 #include "check/PlexoIdentifierCheck.h"
 #include "check/PlexoLimitCheck.h"
 #include "check/PlexoSchemaCheck.h"
+#include "check/PlexoScratchFolder.h"
 #include "check/PlexoScriptCheck.h"
 #include "check/PlexoScriptIndex.h"
 #include "check/PlexoSequencingCheck.h"
 #include "check/PlexoStatusCheck.h"
 #include "check/PlexoStructureCheck.h"
-#include "host/files/TzFileUtil.h"
-#include "host/files/TzStreamUtil.h"
 #include "host/xml/TzXMLParser.h"
 
 namespace {
 
 using enum PlexoFindingId;
-
-/// A temporary folder that goes with the check.
-class ScratchFolder {
- public:
-  ScratchFolder() : path(TzFileUtil::CreateTempDir("check")) {}
-  ~ScratchFolder() {
-    if (!path.IsEmpty()) TzFileUtil::DeleteDirectory(path, true);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  [[nodiscard]] const TzPath& GetPath() const { return path; }
-
- private:
-  TzPath path;
-};
 
 class PackageCheck {
  public:
@@ -62,7 +45,7 @@ class PackageCheck {
   }
 
   void CheckPackage() {
-    const ScratchFolder scratch;
+    const PlexoScratchFolder scratch("check");
     const TzPath manifest = scratch.GetPath() / PlexoFindingList::kManifestName;
     const bool hasManifest = ReadManifest(manifest);
     if (code != kTzSuccess) return;
@@ -111,24 +94,13 @@ class PackageCheck {
                        {"larger than " + std::to_string(TzXMLParser::kMaximumSize >> 20U) + " MiB"});
       return false;
     }
-    const auto stream = TzStreamUtil::CreateFileStreamWrite(TzFile(file), 0, 0, 0);
-    bool isWritten = stream != nullptr;
-    TzZipFailure failure;
-    if (isWritten) {
-      failure = package.archive.Read(*entry, [&](std::span<const std::byte> piece) {
-        isWritten = isWritten && stream->Write(piece) == kTzSuccess;
-      });
-      isWritten = isWritten && stream->Close() == kTzSuccess;
-    }
-    if (!isWritten) failure = {kTzMachineFailure, {}, "can't write a temporary file", 0};
+    const TzZipFailure failure = package.ReadManifest(*entry, file);
     if (failure.code == kTzBadContent) {
       findings.AddFile(EntryDamaged, entry->name, {entry->name, failure.message});
     } else if (failure) {
       Fail(failure);
     }
-    if (failure) return false;
-    package.manifest.Read(file);
-    return true;
+    return !failure;
   }
 
   [[nodiscard]] const TzZipEntry* FindManifest() const {

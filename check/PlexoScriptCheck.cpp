@@ -2,6 +2,7 @@
 #include "check/PlexoScriptCheck.h"
 
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -21,8 +22,12 @@ constexpr Api kApi2004 = {PlexoScriptWords::Initialize2004, PlexoScriptWords::Te
 
 void CheckSco(const PlexoManifestElement& item, PlexoScriptWords words, bool is2004,
               PlexoFindingList& findings) {
-  const Api& own = is2004 ? kApi2004 : kApi12;
-  const Api& other = is2004 ? kApi12 : kApi2004;
+  const Api* ownApi = is2004 ? &kApi2004 : &kApi12;
+  const Api* otherApi = is2004 ? &kApi12 : &kApi2004;
+  // A launch page of ours offers the content the API that it calls.
+  if (words.Has(PlexoScriptWords::Translated) && words.Has(otherApi->start)) std::swap(ownApi, otherApi);
+  const Api& own = *ownApi;
+  const Api& other = *otherApi;
   const std::string identifier = item.GetValue("identifier");
   if (!words.Has(own.start)) {
     if (words.Has(other.start)) {

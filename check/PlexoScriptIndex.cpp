@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -14,6 +16,12 @@ bool IsScript(std::string_view name) {
   if (point == std::string_view::npos) return false;
   const std::string extension = PlexoCheckedPackage::FoldCase(name.substr(point));
   return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+}
+
+/// Empty for an entry at the top.
+std::string GetFolder(const std::string& name) {
+  const std::size_t slash = name.rfind('/');
+  return slash == std::string::npos ? std::string() : name.substr(0, slash);
 }
 
 /// An archive that unpacks to far more than its size isn't read through.
@@ -34,18 +42,36 @@ PlexoScriptIndex::PlexoScriptIndex(PlexoCheckedPackage& checked, PlexoFindingLis
 }
 
 void PlexoScriptIndex::ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings) {
+  std::vector<std::pair<const TzZipEntry*, PlexoScriptWords>> found;
+  std::unordered_set<std::string> launchFolders;
   for (const TzZipEntry& entry : checked.archive.GetEntries()) {
     if (entry.isFolder || entry.isFaulty || !IsScript(entry.name)) continue;
     PlexoScriptScan scan;
-    TzZipFailure found =
+    TzZipFailure problem =
         checked.archive.Read(entry, [&scan](std::span<const std::byte> piece) { scan.Feed(piece); });
-    if (found && found.code != kTzBadContent) {
-      failure = std::move(found);
+    if (problem && problem.code != kTzBadContent) {
+      failure = std::move(problem);
       return;
     }
-    if (found) findings.AddFile(PlexoFindingId::EntryDamaged, entry.name, {entry.name, found.message});
-    AddFile(entry, scan.Finish());
+    if (problem) findings.AddFile(PlexoFindingId::EntryDamaged, entry.name, {entry.name, problem.message});
+    PlexoScriptWords words = scan.Finish();
+    if (words.Has(PlexoScriptWords::Translated) && IsLaunchSettings(checked, entry)) {
+      launchFolders.insert(GetFolder(entry.name));
+      AddFile(entry, words);
+    } else {
+      words.Remove(PlexoScriptWords::Translated);
+      found.emplace_back(&entry, words);
+    }
   }
+  for (const auto& [entry, words] : found) {
+    if (!launchFolders.contains(GetFolder(entry->name))) AddFile(*entry, words);
+  }
+}
+
+bool PlexoScriptIndex::IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry) {
+  const std::string folder = GetFolder(entry.name);
+  return (folder == "launch" || folder.ends_with("/launch")) && entry.name == folder + "/settings.js" &&
+         checked.FindFile(folder + "/launch.html") != nullptr;
 }
 
 void PlexoScriptIndex::AddFile(const TzZipEntry& entry, PlexoScriptWords words) {
@@ -80,10 +106,18 @@ void PlexoScriptIndex::AddDependencies() {
 }
 
 PlexoScriptWords PlexoScriptIndex::GetWordsOf(const PlexoResource& resource) const {
+  if (resource.launch.has_value() && resource.launch->entry != nullptr) {
+    return GetWordsOf(resource, *resource.launch->entry);
+  }
+  const auto found = byResource.find(&resource);
+  return found != byResource.end() ? found->second : PlexoScriptWords();
+}
+
+PlexoScriptWords PlexoScriptIndex::GetWordsOf(const PlexoResource& resource,
+                                              const TzZipEntry& launchFile) const {
   PlexoScriptWords words;
   if (const auto found = byResource.find(&resource); found != byResource.end()) words = found->second;
-  if (!resource.launch.has_value() || resource.launch->entry == nullptr) return words;
-  const std::string_view launch = resource.launch->entry->name;
+  const std::string_view launch = launchFile.name;
   const std::size_t slash = launch.rfind('/');
   if (slash == std::string_view::npos) {
     words.Add(atTop);

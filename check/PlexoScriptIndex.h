@@ -9,7 +9,7 @@
 #include "check/PlexoScriptWords.h"
 
 /// What the scripts of a package's content hold. Looks at JavaScript and HTML; what other files do isn't
-/// seen.
+/// seen. Of a launch page of ours, which can say everything, only its settings count.
 class PlexoScriptIndex {
  public:
   /// Reads every script of the package once, piece by piece. One that is damaged is a finding.
@@ -21,6 +21,9 @@ class PlexoScriptIndex {
   /// What the resource's files hold: those it lists, those of its dependencies, and all in the folder of its
   /// launch file, for many manifests list a part only.
   [[nodiscard]] PlexoScriptWords GetWordsOf(const PlexoResource& resource) const;
+  /// The same where the launch file is known, and the reference to it may not be right.
+  [[nodiscard]] PlexoScriptWords GetWordsOf(const PlexoResource& resource,
+                                            const TzZipEntry& launchFile) const;
   /// What the files hold that the resource itself lists.
   [[nodiscard]] PlexoScriptWords GetListedWords(const PlexoResource& resource) const;
   /// True if all scripts of the resource were looked at: it is in the package, and the package could be read.
@@ -28,6 +31,7 @@ class PlexoScriptIndex {
 
  private:
   void ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings);
+  [[nodiscard]] static bool IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry);
   void AddFile(const TzZipEntry& entry, PlexoScriptWords words);
   void AddDependencies();
 

@@ -13,13 +13,17 @@ struct Entry {
   std::uint32_t words;
 };
 
-/// Functions, by the last part of a word ("api.LMSInitialize").
+/// Functions, values and settings, by the last part of a word ("api.LMSInitialize").
 constexpr std::array kFunctions = {
     Entry{"LMSInitialize", PlexoScriptWords::Initialize12},
     Entry{"LMSFinish", PlexoScriptWords::Finish12},
     Entry{"Initialize", PlexoScriptWords::Initialize2004},
     Entry{"API_1484_11", PlexoScriptWords::Initialize2004},
     Entry{"Terminate", PlexoScriptWords::Terminate2004},
+    Entry{"passed", PlexoScriptWords::Passed},
+    Entry{"plexoLaunch", PlexoScriptWords::Translated},
+    Entry{"completionPasses", PlexoScriptWords::CompletionPasses},
+    Entry{"masteryScore", PlexoScriptWords::MasteryScore},
 };
 
 /// Names of the data model. A name that ends in a point is continued by the script.
@@ -28,9 +32,11 @@ constexpr std::array kNames = {
     Entry{"cmi.success_status", PlexoScriptWords::Success},
     Entry{"cmi.score.scaled", PlexoScriptWords::ScaledScore},
     Entry{"cmi.core.lesson_status", PlexoScriptWords::LessonStatus},
+    Entry{"cmi.core.score.raw", PlexoScriptWords::RawScore12},
     Entry{"cmi.suspend_data", PlexoScriptWords::SuspendData},
     Entry{"cmi.", PlexoScriptWords::Assembled},
     Entry{"cmi.core.", PlexoScriptWords::Assembled | PlexoScriptWords::LessonStatus},
+    Entry{"cmi.core.score.", PlexoScriptWords::RawScore12},
     Entry{"cmi.score.", PlexoScriptWords::ScaledScore},
     // Content that keeps statuses of objectives may set the one that its item maps.
     Entry{"cmi.objectives.", PlexoScriptWords::Success},

@@ -22,6 +22,14 @@ class PlexoScriptWords {
     SuspendData = 1U << 8U,
     /// Names of the data model are put together while the script runs, so that any may be meant.
     Assembled = 1U << 9U,
+    /// The status of SCORM 1.2 that is both complete and successful.
+    Passed = 1U << 10U,
+    RawScore12 = 1U << 11U,
+    /// The settings of a launch page of ours, which translates between the content and an LMS of the other
+    /// edition; and what they say.
+    Translated = 1U << 12U,
+    CompletionPasses = 1U << 13U,
+    MasteryScore = 1U << 14U,
   };
 
   [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }
@@ -32,9 +40,18 @@ class PlexoScriptWords {
     return bits != before;
   }
 
+  void Remove(std::uint32_t words) { bits &= ~words; }
+
   /// Content reports its completion, or its success, to an LMS of SCORM 2004.
-  [[nodiscard]] bool ReportsCompletion() const { return Has(Completion) || Has(Assembled); }
-  [[nodiscard]] bool ReportsSuccess() const { return Has(Success) || Has(Assembled); }
+  [[nodiscard]] bool ReportsCompletion() const {
+    return Has(Completion) || Has(Assembled) || (Has(Translated) && Has(LessonStatus));
+  }
+  [[nodiscard]] bool ReportsSuccess() const {
+    if (Has(Success) || Has(Assembled)) return true;
+    if (!Has(Translated)) return false;
+    const bool canPass = Has(Passed) || (Has(MasteryScore) && Has(RawScore12));
+    return (Has(LessonStatus) && canPass) || (Has(CompletionPasses) && ReportsCompletion());
+  }
 
  private:
   std::uint32_t bits = 0;

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "apps/cli/Interrupt.h"
+#include "apps/cli/PackageIntake.h"
 #include "apps/cli/PackageReasons.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
@@ -117,9 +118,9 @@ BuildCommand::Failure BuildCommand::MakePackage() {
 
 BuildCommand::Failure BuildCommand::AddFiles() {
   Failure failure;
-  std::uint32_t index = 0;
+  Place place;
   for (const ListedFile& file : course.files) {
-    if (!failure) failure = AddFile(file, {.index = index++});
+    if (!failure) failure = AddFile(file, place);
   }
   for (const CourseModule& module : course.modules) {
     if (!failure) failure = AddModule(module);
@@ -139,9 +140,9 @@ BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
   place.kind = PlexoSCOKind::PRE_TEST;
   if (module.preTest) failure = AddFile(*module.preTest, place);
   place.kind = PlexoSCOKind::CONTENT;
+  place.index = 0;
   for (const ListedFile& file : module.content) {
     if (!failure) failure = AddFile(file, place);
-    ++place.index;
   }
   place.kind = PlexoSCOKind::POST_TEST;
   if (!failure && module.postTest) failure = AddFile(*module.postTest, place);
@@ -175,25 +176,37 @@ BuildCommand::Failure BuildCommand::StartCourse() {
   return failure;
 }
 
-BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, const Place& place) {
-  session.GetUI().AnswerNextChooser({file.path});
+BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, Place& place) {
+  PackageIntake::Result taken = PackageIntake(course, session, output).Take(file, place.kind);
+  if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
+  if (taken.failure) return std::move(taken.failure);
+  for (const TzPath& package : taken.packages) {
+    if (auto failure = AddPackage(file, package, place)) return failure;
+    NotePlaced(file, place, taken.isAdopted);
+    ++place.index;
+  }
+  return std::nullopt;
+}
+
+BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzPath& package,
+                                               const Place& place) {
+  session.GetUI().AnswerNextChooser({package});
   const bool isPlaced = place.kind == PlexoSCOKind::LINEAR
                             ? !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty()
                             : !PlexoAddFileDriver::AddFilesToModule(place.moduleKey, place.kind).empty();
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   const std::vector<std::string> boxes = session.TakeBoxTexts();
   const std::vector<TzProblem> problems = session.TakeProblems();
-  PackageReasons reasons(session, file.path);
+  PackageReasons reasons(session, package);
   const bool isMachine = HasMachineFailure(problems);
   if (boxes.empty() && isPlaced && !isMachine) {
     for (const std::string& reason : reasons.Describe(problems)) output.Warn(file.name + ": " + reason);
-    NotePlaced(file, place);
     return std::nullopt;
   }
   CommandFailure failure{isMachine ? ExitStatus::Machine : ExitStatus::Refused, file.name, {}, {}};
   failure.message = boxes.empty() ? "can't be added to the course" : boxes.front();
   const TzPath scoFolder =
-      PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(file.path), place.kind, place.moduleKey);
+      PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(package), place.kind, place.moduleKey);
   failure.reasons = isMachine || boxes.empty()
                         ? reasons.Describe(problems)
                         : reasons.Explain(boxes.front(), course.scormVersion, scoFolder, problems);
@@ -201,9 +214,11 @@ BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, const Place&
   return failure;
 }
 
-void BuildCommand::NotePlaced(const ListedFile& file, const Place& place) {
+void BuildCommand::NotePlaced(const ListedFile& file, const Place& place, bool isAdopted) {
   const PlexoCourseModel* model = GetCourseModel();
-  PlacedSCO sco{.source = file.name, .manifest = model->GetSCOManifest(model->GetSCOManifestCount() - 1)};
+  PlacedSCO sco{.source = file.name,
+                .isAdopted = isAdopted,
+                .manifest = model->GetSCOManifest(model->GetSCOManifestCount() - 1)};
   const PlaceInPackage& inPackage = kPlacesInPackage[static_cast<std::size_t>(place.kind)];
   const bool inModule = place.kind != PlexoSCOKind::LINEAR;
   sco.identifier = MakeIdentifier("SCO", place.index, inModule ? place.moduleIndex : kNoIndex, inPackage.kind)

@@ -49,8 +49,10 @@ class BuildCommand {
   [[nodiscard]] Failure StartCourse();
   [[nodiscard]] Failure AddFiles();
   [[nodiscard]] Failure AddModule(const CourseModule& module);
-  [[nodiscard]] Failure AddFile(const ListedFile& file, const Place& place);
-  void NotePlaced(const ListedFile& file, const Place& place);
+  /// Adds the packages that the file becomes, from this place on, and moves the place behind them.
+  [[nodiscard]] Failure AddFile(const ListedFile& file, Place& place);
+  [[nodiscard]] Failure AddPackage(const ListedFile& file, const TzPath& package, const Place& place);
+  void NotePlaced(const ListedFile& file, const Place& place, bool isAdopted);
   [[nodiscard]] Failure Publish();
   [[nodiscard]] Failure MakePackage();
   void PrintReport();

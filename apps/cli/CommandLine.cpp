@@ -9,6 +9,7 @@
 #include <span>
 #include <string_view>
 
+#include "apps/cli/AdoptCommand.h"
 #include "apps/cli/BuildCommand.h"
 #include "apps/cli/CheckCommand.h"
 #include "apps/cli/InspectCommand.h"
@@ -77,6 +78,23 @@ constexpr const char* kCheckStatuses =
     "  2  the command line is wrong, or there is no such file\n"
     "  3  errors were found; with --strict, or warnings\n";
 
+constexpr const char* kAdoptNotes =
+    "The adopted package has its content in a folder of its own, one item, and every file listed. What was\n"
+    "changed is told, each with its id; 'plexo check --list' has them all. An adopted package stays as it\n"
+    "is when it is adopted again.\n"
+    "\n"
+    "A package of several items becomes one package: with --item that item's, else it is refused and its\n"
+    "items are listed. With -d every item becomes a package: NAME-1.zip, NAME-2.zip ... in their order.\n"
+    "Without -o and -d the package is NAME-adopted.zip, beside the source.\n"
+    "\n"
+    "Content of the other edition is launched through a page that translates between it and the LMS.\n"
+    "\n"
+    "Exit status:\n"
+    "  0  done\n"
+    "  1  the package was refused, or a package to write exists already\n"
+    "  2  the command line is wrong, or there is no such file\n"
+    "  3  the machine failed: disk full, no permission\n";
+
 /// The words of the command line, and what they said.
 class Arguments {
  public:
@@ -87,6 +105,7 @@ class Arguments {
     app.require_subcommand(1);
     app.footer(std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses);
     DefineBuild();
+    DefineAdopt();
     DefineInspect();
     DefineCheck();
   }
@@ -98,14 +117,25 @@ class Arguments {
                                        std::span<const char* const> arguments) const {
     const bool hasWord = arguments.size() > 1 && *arguments[1] != '-';
     if (!hasWord || !app.get_subcommands().empty()) return error.what();
-    return "unknown command '" + std::string(arguments[1]) + "'; allowed: build, check, inspect";
+    return "unknown command '" + std::string(arguments[1]) + "'; allowed: adopt, build, check, inspect";
   }
 
   [[nodiscard]] bool IsBuild() const { return build->parsed(); }
+  [[nodiscard]] bool IsAdopt() const { return adopt->parsed(); }
   [[nodiscard]] bool IsCheck() const { return check->parsed(); }
   [[nodiscard]] bool WantsJson() const { return isJson; }
   [[nodiscard]] bool IsQuiet() const { return isQuiet; }
+  /// What --scorm says, of whatever command; empty without it.
+  [[nodiscard]] const std::string& GetScormVersion() const {
+    return adopt->parsed() ? adoptOptions.scormVersion : inspectOptions.scormVersion;
+  }
   [[nodiscard]] const InspectOptions& GetInspectOptions() const { return inspectOptions; }
+  [[nodiscard]] AdoptOptions GetAdoptOptions() const {
+    AdoptOptions options = adoptOptions;
+    if (isForced) options.existing = PackageTarget::Existing::Replace;
+    if (completionPasses) options.completion = PlexoAdoptRequest::Completion::Passes;
+    return options;
+  }
   [[nodiscard]] BuildOptions GetBuildOptions() const {
     BuildOptions options = buildOptions;
     if (isForced) options.existing = PackageTarget::Existing::Replace;
@@ -151,6 +181,37 @@ class Arguments {
     build->footer(std::string(kBuildNotes) + kStatuses);
   }
 
+  void DefineAdopt() {
+    adopt = app.add_subcommand("adopt", "Bring a package of any maker into the form that a course takes");
+    adopt->formatter(
+        std::make_shared<UsageFormatter>("plexo adopt FILE.zip [-o OUT.zip | -d FOLDER] [OPTIONS]"));
+    adopt->add_option("FILE.zip", adoptOptions.package, "The package, of SCORM 1.2 or SCORM 2004")
+        ->required()
+        ->type_name("")
+        ->check(notEmpty);
+    auto* target =
+        adopt->add_option("-o,--output", adoptOptions.output, "The package to write; its folder must exist")
+            ->type_name("OUT.zip")
+            ->check(notEmpty);
+    adopt->add_option("-d,--folder", adoptOptions.folder, "Write a package of every item into this folder")
+        ->type_name("FOLDER")
+        ->check(notEmpty)
+        ->excludes(target);
+    adopt
+        ->add_option("--scorm", adoptOptions.scormVersion,
+                     "Make it fit a course of this version instead of its own")
+        ->type_name("1.2|2004")
+        ->check(notEmpty);
+    adopt->add_option("--item", adoptOptions.item, "Take the item of this identifier only")
+        ->type_name("ID")
+        ->check(notEmpty);
+    adopt->add_flag("--completion-passes", completionPasses,
+                    "What completes has passed, for content that reports no success");
+    adopt->add_flag("--force", isForced, "Replace existing packages");
+    adopt->add_flag("--json", isJson, "Print the result, or the error, as JSON");
+    adopt->footer(kAdoptNotes);
+  }
+
   void DefineInspect() {
     inspect = app.add_subcommand("inspect", "Say what a course would take from a SCO package's manifest");
     inspect->formatter(std::make_shared<UsageFormatter>("plexo inspect FILE.zip [OPTIONS]"));
@@ -186,12 +247,15 @@ class Arguments {
   CLI::Validator notEmpty{[](const std::string& text) { return text.empty() ? "can't be empty" : ""; }, ""};
   CLI::App app;
   CLI::App* build = nullptr;
+  CLI::App* adopt = nullptr;
   CLI::App* inspect = nullptr;
   CLI::App* check = nullptr;
   BuildOptions buildOptions;
+  AdoptOptions adoptOptions;
   InspectOptions inspectOptions;
   CheckOptions checkOptions;
   bool isForced = false;
+  bool completionPasses = false;
   bool isQuiet = false;
   bool isJson = false;
   bool isList = false;
@@ -199,7 +263,7 @@ class Arguments {
 };
 
 ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
-  const std::string& version = arguments.GetInspectOptions().scormVersion;
+  const std::string& version = arguments.GetScormVersion();
   if (!version.empty() && version != "1.2" && version != "2004") {
     return output.Fail({{ExitStatus::Usage, "--scorm", "'" + version + "' must be 1.2 or 2004", {}}});
   }
@@ -209,6 +273,8 @@ ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
   ExitStatus status = ExitStatus::Done;
   if (arguments.IsBuild()) {
     status = BuildCommand(arguments.GetBuildOptions(), session, output).Run();
+  } else if (arguments.IsAdopt()) {
+    status = AdoptCommand(arguments.GetAdoptOptions(), session, output).Run();
   } else if (arguments.IsCheck()) {
     status = CheckCommand(arguments.GetCheckOptions(), session, output).Run();
   } else {
@@ -251,7 +317,8 @@ int RunCommandLine(int argumentCount, const char* const* arguments, std::ostream
     parsed.Parse(argumentCount, arguments);
     if (parsed.WantsJson()) output.SetForm(CommandOutput::Form::Json);
     status = RunGuarded(parsed, output);
-    if (parsed.IsBuild() && status == ExitStatus::Done) unwritten += "; the package was written";
+    if ((parsed.IsBuild() || parsed.IsAdopt()) && status == ExitStatus::Done)
+      unwritten += "; the package was written";
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       parsed.PrintHelp(error, results);

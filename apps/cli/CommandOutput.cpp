@@ -59,6 +59,11 @@ void CommandOutput::PrintDocument(std::string_view document) {
   results << document << '\n';
 }
 
+void CommandOutput::Note(std::string_view message) {
+  Prepare();
+  messages << MakePrintable(message) << '\n';
+}
+
 void CommandOutput::Warn(std::string_view message) {
   Prepare();
   messages << "warning: " << MakePrintable(message) << '\n';

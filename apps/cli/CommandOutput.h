@@ -26,6 +26,8 @@ class CommandOutput {
   void PrintLine(std::string_view line);
   /// A result that is text already, such as JSON.
   void PrintDocument(std::string_view document);
+  /// A message that asks for nothing.
+  void Note(std::string_view message);
   /// "warning: " and the message.
   void Warn(std::string_view message);
   /// A failure with its reasons indented under it.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kCourseKeys[] = {"template",       "scorm",   "identifier", "title",
                                             "description",    "version", "duration",   "subject",
-                                            "force-sequence", "files",   "modules"};
+                                            "force-sequence", "intake",  "files",      "modules"};
 
 struct CourseTemplate {
   std::string_view name;
@@ -24,6 +24,17 @@ constexpr CourseTemplate kTemplates[] = {
     {"multiple-scos", PlexoCourseType::LINEAR},
     {"simple-remediation", PlexoCourseType::CONTENT_POST},
     {"test-rollup", PlexoCourseType::PRE_CONTENT_POST},
+};
+
+struct IntakeWord {
+  std::string_view word;
+  CourseIntake intake;
+};
+
+constexpr IntakeWord kIntakes[] = {
+    {"auto", CourseIntake::Auto},
+    {"as-is", CourseIntake::AsIs},
+    {"always", CourseIntake::Always},
 };
 
 std::string GetWords(const char* key) { return GetStringDictionary()->GetString(key).GetUTF8String(); }
@@ -46,6 +57,7 @@ class CourseReading {
     ReadDuration();
     course.subject = ReadPlainText("subject");
     course.forceSequence = keys.ReadFlag("force-sequence");
+    ReadIntake();
     if (isTemplateKnown) ReadContents();
     return std::move(course);
   }
@@ -120,6 +132,18 @@ class CourseReading {
     course.duration = text->text;
   }
 
+  void ReadIntake() {
+    const auto text = keys.ReadText("intake");
+    if (!text) return;
+    const auto* found = std::ranges::find(kIntakes, text->text, &IntakeWord::word);
+    if (found == std::end(kIntakes)) {
+      errors.Add(text->mark, "'intake' must be auto, as-is or always");
+      return;
+    }
+    course.intake = found->intake;
+    if (course.intake == CourseIntake::AsIs) files.RefuseOptions();
+  }
+
   void ReadContents() {
     const bool isLinear = course.courseType == PlexoCourseType::LINEAR;
     const char* foreign = isLinear ? "modules" : "files";
@@ -130,9 +154,7 @@ class CourseReading {
     }
     if (isLinear) {
       keys.Require("files", "the list of its SCO packages");
-      for (const CourseText& text : keys.ReadTexts("files")) {
-        if (auto file = files.Find(text)) course.files.push_back(std::move(*file));
-      }
+      course.files = files.FindAll(keys, "files");
     } else {
       keys.Require("modules", "the list of its modules");
       const std::vector<YAML::Node> nodes = keys.ReadList("modules");

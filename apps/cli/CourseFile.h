@@ -15,7 +15,14 @@ struct ListedFile {
   std::string name;
   /// Absolute.
   TzPath path;
+  /// The identifier of the one item to take of it; empty for what there is.
+  std::string item = {};
+  /// What completes has passed.
+  bool completionPasses = false;
 };
+
+/// Which files are adopted: those that the course would refuse or damage; none; all.
+enum class CourseIntake { Auto, AsIs, Always };
 
 /// One module of a course file.
 struct CourseModule {
@@ -44,6 +51,7 @@ struct CourseFile {
   std::optional<std::string> duration;
   std::optional<std::string> subject;
   bool forceSequence = false;
+  CourseIntake intake = CourseIntake::Auto;
   std::vector<ListedFile> files;
   std::vector<CourseModule> modules;
 };

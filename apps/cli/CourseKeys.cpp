@@ -114,8 +114,8 @@ YAML::Mark CourseKeys::GetKeyMark(std::string_view key) const {
   return entry != entries.end() ? entry->second.mark : mark;
 }
 
-std::optional<CourseText> CourseKeys::AsText(const YAML::Node& node, const std::string& what,
-                                             const YAML::Mark& place) {
+std::optional<CourseText> ReadCourseText(const YAML::Node& node, const std::string& what,
+                                         const YAML::Mark& place, CourseFileErrors& errors) {
   if (node.IsNull()) {
     errors.Add(place, what + " has no value; an empty text is written \"\"");
   } else if (!node.IsScalar()) {
@@ -130,13 +130,18 @@ std::optional<CourseText> CourseKeys::AsText(const YAML::Node& node, const std::
   return std::nullopt;
 }
 
-std::optional<CourseText> CourseKeys::ReadText(std::string_view key) {
+std::optional<CourseText> CourseKeys::ReadText(std::string_view key) const {
   const auto entry = entries.find(key);
   if (entry == entries.end()) return std::nullopt;
-  return AsText(entry->second.value, "'" + entry->first + "'", entry->second.mark);
+  return ReadCourseText(entry->second.value, "'" + entry->first + "'", entry->second.mark, errors);
 }
 
-bool CourseKeys::ReadFlag(std::string_view key) {
+std::optional<YAML::Node> CourseKeys::ReadNode(std::string_view key) const {
+  const auto entry = entries.find(key);
+  return entry != entries.end() ? std::optional(entry->second.value) : std::nullopt;
+}
+
+bool CourseKeys::ReadFlag(std::string_view key) const {
   const auto entry = entries.find(key);
   if (entry == entries.end()) return false;
   const YAML::Node& value = entry->second.value;
@@ -148,7 +153,7 @@ bool CourseKeys::ReadFlag(std::string_view key) {
   return word == "true";
 }
 
-std::vector<YAML::Node> CourseKeys::ReadList(std::string_view key) {
+std::vector<YAML::Node> CourseKeys::ReadList(std::string_view key) const {
   const auto entry = entries.find(key);
   if (entry == entries.end()) return {};
   const YAML::Node& value = entry->second.value;
@@ -161,16 +166,7 @@ std::vector<YAML::Node> CourseKeys::ReadList(std::string_view key) {
   return {value.begin(), value.end()};
 }
 
-std::vector<CourseText> CourseKeys::ReadTexts(std::string_view key) {
-  std::vector<CourseText> texts;
-  for (const YAML::Node& node : ReadList(key)) {
-    const std::string what = "an entry of '" + std::string(key) + "'";
-    if (auto text = AsText(node, what, node.Mark())) texts.push_back(std::move(*text));
-  }
-  return texts;
-}
-
-void CourseKeys::Require(std::string_view key, std::string_view what) {
+void CourseKeys::Require(std::string_view key, std::string_view what) const {
   if (Has(key)) return;
   errors.Add(mark, std::string(name) + " needs '" + std::string(key) + "': " + std::string(what));
 }

@@ -48,6 +48,11 @@ struct CourseText {
   YAML::Mark mark;
 };
 
+/// The node's text. None, with an error noted, if it has none; `what` names the node, `place` is where it is
+/// asked for.
+std::optional<CourseText> ReadCourseText(const YAML::Node& node, const std::string& what,
+                                         const YAML::Mark& place, CourseFileErrors& errors);
+
 /// One map of a course file, read key by key. Unknown and repeated keys, and values of the wrong type are
 /// noted as errors; a value that is wrong counts as absent.
 class CourseKeys {
@@ -62,14 +67,14 @@ class CourseKeys {
   [[nodiscard]] YAML::Mark GetMark() const { return mark; }
 
   /// A number counts as the text that it is written as.
-  [[nodiscard]] std::optional<CourseText> ReadText(std::string_view key);
-  [[nodiscard]] bool ReadFlag(std::string_view key);
+  [[nodiscard]] std::optional<CourseText> ReadText(std::string_view key) const;
+  [[nodiscard]] bool ReadFlag(std::string_view key) const;
+  /// The value, whatever it is.
+  [[nodiscard]] std::optional<YAML::Node> ReadNode(std::string_view key) const;
   /// The list's entries, whatever they are; an empty list is an error.
-  [[nodiscard]] std::vector<YAML::Node> ReadList(std::string_view key);
-  /// The list's entries as texts.
-  [[nodiscard]] std::vector<CourseText> ReadTexts(std::string_view key);
+  [[nodiscard]] std::vector<YAML::Node> ReadList(std::string_view key) const;
   /// Notes an error if the key is absent. `what` says what it is for.
-  void Require(std::string_view key, std::string_view what);
+  void Require(std::string_view key, std::string_view what) const;
 
  private:
   struct Entry {
@@ -78,8 +83,6 @@ class CourseKeys {
   };
 
   void Enter(const YAML::Node& key, const YAML::Node& value, std::span<const std::string_view> allowed);
-  [[nodiscard]] std::optional<CourseText> AsText(const YAML::Node& node, const std::string& what,
-                                                 const YAML::Mark& place);
 
   std::map<std::string, Entry, std::less<>> entries;
   std::string_view name;

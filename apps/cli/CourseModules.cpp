@@ -23,11 +23,9 @@ class ModuleReading {
     module.forceContentSequence = keys.ReadFlag("force-content-sequence");
     ReadPreTest(keys, module);
     keys.Require("content", "the list of its SCO packages");
-    for (const CourseText& text : keys.ReadTexts("content")) {
-      if (auto file = files.Find(text)) module.content.push_back(std::move(*file));
-    }
+    module.content = files.FindAll(keys, "content");
     keys.Require("post-test", "its test's SCO package");
-    if (const auto text = keys.ReadText("post-test")) module.postTest = files.Find(*text);
+    module.postTest = files.Find(keys, "post-test");
     ReadWeightage(keys);
     modules.push_back(std::move(module));
   }
@@ -55,7 +53,7 @@ class ModuleReading {
       errors.Add(keys.GetKeyMark("pretest"), "'pretest' belongs to a 'test-rollup' course only");
       return;
     }
-    if (const auto text = keys.ReadText("pretest")) module.preTest = files.Find(*text);
+    module.preTest = files.Find(keys, "pretest");
   }
 
   void ReadWeightage(CourseKeys& keys) {

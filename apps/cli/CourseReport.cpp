@@ -8,7 +8,7 @@
 void CourseReport::PrintText(CommandOutput& output) const {
   output.PrintLine(package);
   std::vector<std::vector<std::string>> rows;
-  for (const auto& [source, identifier, moduleNumber, role, manifest] : scos) {
+  for (const auto& [source, identifier, moduleNumber, role, isAdopted, manifest] : scos) {
     std::vector<std::string>& row = rows.emplace_back();
     if (moduleNumber != 0) row = {"  module " + std::to_string(moduleNumber), role};
     const std::size_t count = manifest.files.size();
@@ -27,12 +27,13 @@ void CourseReport::PrintJson(CommandOutput& output) const {
                    {"scorm", model->GetScormVersion().GetUTF8String()},
                    {"template", course.templateName},
                    {"scos", Json::array()}};
-  for (const auto& [source, identifier, moduleNumber, role, manifest] : scos) {
+  for (const auto& [source, identifier, moduleNumber, role, isAdopted, manifest] : scos) {
     Json sco = {{"title", manifest.title.GetUTF8String()},
                 {"identifier", identifier},
                 {"href", manifest.href.GetUTF8String()},
                 {"files", manifest.files.size()},
-                {"source", source}};
+                {"source", source},
+                {"adopted", isAdopted}};
     if (moduleNumber != 0) {
       sco["module"] = moduleNumber;
       sco["role"] = role;

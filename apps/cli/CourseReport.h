@@ -18,6 +18,7 @@ struct PlacedSCO {
   /// flat course.
   std::size_t moduleNumber = 0;
   std::string role = {};
+  bool isAdopted = false;
   PlexoSCOManifest manifest = {};
 };
 

@@ -13,6 +13,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr std::string_view kFileKeys[] = {"file", "item", "completion-passes"};
+
 struct Objection {
   std::string message;
   ExitStatus status = ExitStatus::Usage;
@@ -69,7 +71,45 @@ bool ListedFiles::Admit(const YAML::Mark& mark) {
   return false;
 }
 
-std::optional<ListedFile> ListedFiles::Find(const CourseText& text) {
+std::optional<ListedFile> ListedFiles::Find(const CourseKeys& keys, std::string_view key) {
+  const auto node = keys.ReadNode(key);
+  return node ? Read(*node, "'" + std::string(key) + "'", keys.GetKeyMark(key)) : std::nullopt;
+}
+
+std::vector<ListedFile> ListedFiles::FindAll(const CourseKeys& keys, std::string_view key) {
+  std::vector<ListedFile> found;
+  for (const YAML::Node& node : keys.ReadList(key)) {
+    auto file = Read(node, "an entry of '" + std::string(key) + "'", node.Mark());
+    if (file) found.push_back(std::move(*file));
+  }
+  return found;
+}
+
+std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::string& what,
+                                            const YAML::Mark& place) {
+  if (!node.IsMap()) {
+    const auto text = ReadCourseText(node, what, place, errors);
+    return text ? Look(*text) : std::nullopt;
+  }
+  CourseKeys keys(node, "a file", kFileKeys, errors);
+  keys.Require("file", "its path");
+  for (const std::string_view option : {"item", "completion-passes"}) {
+    if (takesOptions || !keys.Has(option)) continue;
+    errors.Add(keys.GetKeyMark(option), "'" + std::string(option) + "' can't be had with 'intake: as-is'");
+  }
+  const auto text = keys.ReadText("file");
+  auto file = text ? Look(*text) : std::nullopt;
+  const auto item = keys.ReadText("item");
+  const bool completionPasses = keys.ReadFlag("completion-passes");
+  if (item && item->text.empty())
+    errors.Add(item->mark, "'item' is empty; leave it out to take what there is");
+  if (!file) return std::nullopt;
+  if (item) file->item = item->text;
+  file->completionPasses = completionPasses;
+  return file;
+}
+
+std::optional<ListedFile> ListedFiles::Look(const CourseText& text) {
   if (!Admit(text.mark)) return std::nullopt;
   const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
   std::optional<Objection> objection = ObjectToNode(path);

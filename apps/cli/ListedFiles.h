@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "apps/cli/CourseFile.h"
 #include "apps/cli/CourseKeys.h"
@@ -16,10 +18,20 @@ class ListedFiles {
   /// Counts a file or a module of the course. False, with an error noted once, if there are too many of them
   /// together, and if the user interrupts.
   [[nodiscard]] bool Admit(const YAML::Mark& mark);
-  /// None, with an error noted, unless the file is admitted, is there and of a kind that a course can take.
-  [[nodiscard]] std::optional<ListedFile> Find(const CourseText& text);
+  /// The file that the key gives, by its path or as a map with options. None, with an error noted, unless it
+  /// is admitted, is there and of a kind that a course can take; and if the key is absent.
+  [[nodiscard]] std::optional<ListedFile> Find(const CourseKeys& keys, std::string_view key);
+  /// Likewise those of the key's list.
+  [[nodiscard]] std::vector<ListedFile> FindAll(const CourseKeys& keys, std::string_view key);
+  /// From here on options are errors: files that are taken as they are have none.
+  void RefuseOptions() { takesOptions = false; }
 
  private:
+  [[nodiscard]] std::optional<ListedFile> Read(const YAML::Node& node, const std::string& what,
+                                               const YAML::Mark& place);
+  [[nodiscard]] std::optional<ListedFile> Look(const CourseText& text);
+
+  bool takesOptions = true;
   std::string folder;
   std::size_t count = 0;
   CourseFileErrors& errors;

@@ -27,9 +27,9 @@ class BuildCommandTest : public CliTest {
     return Plexo(arguments);
   }
 
-  /// Builds a course that is refused, and returns what it says.
+  /// Builds a course that is refused, of packages as they are, and returns what it says.
   std::string Refusal(const std::string& files, const std::string& more = {}) const {
-    WriteCourse(files, more);
+    WriteCourse(files, "intake: as-is\n" + more);
     const ProgramResult result = Build();
     EXPECT_EQ(result.status, 1) << result.err;
     EXPECT_EQ(result.out, "");
@@ -62,8 +62,10 @@ TEST_F(BuildCommandTest, TellsMachinesInJson) {
   EXPECT_EQ(document, nlohmann::json::parse(R"({
     "package": "out.zip", "identifier": "My_Course_1", "scorm": "2004", "template": "multiple-scos",
     "scos": [
-      {"title": "The intro", "identifier": "SCO-Item_1", "href": "index.htm", "files": 1, "source": "intro.zip"},
-      {"title": "The doors", "identifier": "SCO-Item_2", "href": "index.htm", "files": 1, "source": "doors.zip"}]})"));
+      {"title": "The intro", "identifier": "SCO-Item_1", "href": "index.htm", "files": 1, "source": "intro.zip",
+       "adopted": false},
+      {"title": "The doors", "identifier": "SCO-Item_2", "href": "index.htm", "files": 1, "source": "doors.zip",
+       "adopted": false}]})"));
 
   const ProgramResult refused = Build({"--json"});
   EXPECT_EQ(refused.status, 1);
@@ -121,7 +123,7 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml", "-o", std::string(252, 'x') + ".zip"},
        std::string(252, 'x') + ".zip: the package's name is longer than 255 bytes\n"},
       {{"bild"},
-       "plexo: unknown command 'bild'; allowed: build, check, inspect\n  'plexo --help' tells more\n"},
+       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
       {{"build", "course.yaml", "-o", "a\\b.zip"}, "a\\b.zip: the package's name can't hold a back-slash\n"},
       {{"build", "course.yaml", "-o", "no/x.zip"}, "no/x.zip: the folder 'no' doesn't exist\n"},
       {{"build", "course.yaml", "-o", "file/x.zip"}, "file/x.zip: the folder 'file' isn't a folder\n"},
@@ -298,7 +300,7 @@ TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
 
 TEST_F(BuildCommandTest, LeavesTheUsersManifestAloneWithoutATemporaryFolder) {
   ScoZip("odd").Manifest("<manifest version=\"1\"/>").Save(Work());
-  WriteCourse("odd.zip");
+  WriteCourse("odd.zip", "intake: as-is\n");
   Write("imsmanifest.xml", "precious");
   ProgramRun run = Program({"build", "course.yaml", "-o", "out.zip", "--working-folder", "kept"});
   const ProgramResult result = run.With("TMPDIR", "/proc").Run();

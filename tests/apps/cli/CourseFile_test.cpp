@@ -86,6 +86,38 @@ TEST_F(CourseFileTest, LeavesOutWhatTheCourseDoesntGive) {
   EXPECT_FALSE(result.course.forceSequence);
 }
 
+TEST_F(CourseFileTest, ReadsWhatIsToBeTakenOfAFile) {
+  const CourseFileResult result =
+      Read(std::string(kStart) +
+           "intake: always\nfiles: [a.zip, {file: b.ZIP, item: I-2, completion-passes: true}]\n");
+  ASSERT_THAT(result.errors, IsEmpty());
+  EXPECT_EQ(result.course.intake, CourseIntake::Always);
+  ASSERT_EQ(result.course.files.size(), 2U);
+  EXPECT_EQ(result.course.files[0].item, "");
+  EXPECT_FALSE(result.course.files[0].completionPasses);
+  EXPECT_EQ(result.course.files[1].name, "b.ZIP");
+  EXPECT_EQ(result.course.files[1].item, "I-2");
+  EXPECT_TRUE(result.course.files[1].completionPasses);
+}
+
+TEST_F(CourseFileTest, RefusesOptionsOfAFileThatHaveNoMeaning) {
+  const struct {
+    const char* lines;
+    const char* error;
+  } cases[] = {
+      {"files: [{item: x}]", "3:9: a file needs 'file': its path"},
+      {"files: [{file: a.zip, item: \"\"}]", "3:29: 'item' is empty; leave it out to take what there is"},
+      {"files: [{file: a.zip, itme: x}]",
+       "3:23: unknown key 'itme', did you mean 'item'? allowed: file, item, completion-passes"},
+      {"intake: as-is\nfiles: [{file: a.zip, item: x}]", "4:23: 'item' can't be had with 'intake: as-is'"},
+      {"intake: asis\nfiles: [a.zip]", "3:9: 'intake' must be auto, as-is or always"},
+      {"files: [{file: [a.zip]}]", "3:16: 'file' must be a text"},
+  };
+  for (const auto& [lines, error] : cases) {
+    EXPECT_THAT(ErrorsOf(std::string(kStart) + lines + "\n"), ElementsAre(error)) << lines;
+  }
+}
+
 TEST_F(CourseFileTest, ReadsModulesWithTheirWeightages) {
   const CourseFileResult result = Read(R"(
 template: test-rollup
@@ -123,10 +155,10 @@ TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
       {"fils: [a.zip]",
        "3:1: unknown key 'fils', did you mean 'files'? allowed: template, scorm, identifier, title, "
        "description, "
-       "version, duration, subject, force-sequence, files, modules"},
+       "version, duration, subject, force-sequence, intake, files, modules"},
       {"x: 1",
        "3:1: unknown key 'x'; allowed: template, scorm, identifier, title, description, version, duration, "
-       "subject, force-sequence, files, modules"},
+       "subject, force-sequence, intake, files, modules"},
       {"identifier: D", "3:1: 'identifier' is given twice, first in line 2"},
       {"scorm: 1.3", "3:8: 'scorm' must be 1.2 or 2004"},
       {"force-sequence: yes", "3:17: 'force-sequence' must be true or false"},
@@ -276,7 +308,7 @@ TEST_F(CourseFileTest, RefusesWeightagesThatArentExactlyTheWhole) {
 TEST_F(CourseFileTest, RefusesWhatIsNoCourseFile) {
   const std::string expected =
       "the course file must be made of keys and values; allowed: template, scorm, identifier, title, "
-      "description, version, duration, subject, force-sequence, files, modules";
+      "description, version, duration, subject, force-sequence, intake, files, modules";
   EXPECT_EQ(ErrorsOf("").at(0), "0:0: " + expected);
   EXPECT_EQ(ErrorsOf("- a\n").at(0), "1:1: " + expected);
   EXPECT_THAT(ErrorsOf("title: [a\n"), ElementsAre("2:1: end of sequence flow not found"));

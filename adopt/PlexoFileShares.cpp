@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "adopt/PlexoFileShares.h"
+
+#include <string_view>
+
+namespace {
+
+using enum PlexoFindingId;
+
+void AddReference(const PlexoFileReference& reference, const PlexoCheckedPackage& package,
+                  std::set<const TzZipEntry*>& files) {
+  if (const TzZipEntry* file = PlexoLaunchableItems::FindFile(reference, package); file != nullptr) {
+    files.insert(file);
+  }
+}
+
+void AddOwnFiles(const PlexoResource& resource, const PlexoCheckedPackage& package,
+                 std::set<const TzZipEntry*>& files) {
+  if (resource.launch) AddReference(*resource.launch, package, files);
+  for (const PlexoFileReference& file : resource.files) AddReference(file, package, files);
+}
+
+}  // namespace
+
+PlexoFileShares::PlexoFileShares(const PlexoCheckedPackage& checked, const PlexoPackageLayout& packageLayout,
+                                 const std::vector<PlexoLaunchable>& launchables)
+    : package(checked), layout(packageLayout), items(launchables) {
+  for (const PlexoResource& resource : package.GetResources()) AddOwnFiles(resource, package, listed);
+  for (const PlexoLaunchable& launchable : items) {
+    pages.insert(launchable.page);
+    pageFolders.insert(PlexoPackageLayout::GetFolder(*launchable.page));
+  }
+  pageFolders.erase("");
+}
+
+std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& launchable) const {
+  if (items.size() == 1) return layout.GetContent();
+  const std::set<const TzZipEntry*> own = GetListed(*launchable.resource);
+  const bool saysNothing = own.size() == 1;
+  std::vector<const TzZipEntry*> share;
+  for (const TzZipEntry* file : layout.GetContent()) {
+    const bool isTaken = own.contains(file) || !listed.contains(file) ||
+                         (saysNothing && !pages.contains(file) && !IsInFolderOfOther(*file, launchable));
+    if (isTaken) share.push_back(file);
+  }
+  return share;
+}
+
+std::set<const TzZipEntry*> PlexoFileShares::GetListed(const PlexoResource& resource) const {
+  std::set<const TzZipEntry*> files;
+  std::set<const PlexoResource*> seen = {&resource};
+  std::vector<const PlexoResource*> open = {&resource};
+  while (!open.empty()) {
+    const PlexoResource& next = *open.back();
+    open.pop_back();
+    AddOwnFiles(next, package, files);
+    for (const auto& [element, identifier] : next.dependencies) {
+      const PlexoResource* needed = package.FindResource(identifier);
+      if (needed != nullptr && seen.insert(needed).second) open.push_back(needed);
+    }
+  }
+  return files;
+}
+
+bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunchable& launchable) const {
+  const std::string_view name = file.name;
+  for (std::size_t slash = name.find('/'); slash != std::string_view::npos;
+       slash = name.find('/', slash + 1)) {
+    const bool isAround = launchable.page->name.starts_with(name.substr(0, slash + 1));
+    if (!isAround && pageFolders.contains(name.substr(0, slash))) return true;
+  }
+  return false;
+}
+
+void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {
+  std::set<std::string_view> told;
+  for (const PlexoResource& resource : package.GetResources()) {
+    std::vector<const PlexoFileReference*> references;
+    if (resource.launch) references.push_back(&*resource.launch);
+    for (const PlexoFileReference& file : resource.files) references.push_back(&file);
+    for (const PlexoFileReference* reference : references) {
+      if (reference->written.empty() || !told.insert(reference->written).second) continue;
+      const TzZipEntry* file = PlexoLaunchableItems::FindFile(*reference, package);
+      if (file == nullptr) {
+        findings.Add(ListedFileAbsent, {reference->written});
+      } else if (file->name != reference->href.path) {
+        findings.Add(HrefMatched, {reference->written, file->name});
+      }
+    }
+  }
+  std::vector<const TzZipEntry*> unlisted;
+  for (const TzZipEntry* file : layout.GetContent()) {
+    if (!listed.contains(file)) unlisted.push_back(file);
+  }
+  if (!unlisted.empty()) {
+    findings.Add(FilesListed, {PlexoAdoptFindings::DescribeNames(unlisted.front()->name, unlisted.size())});
+  }
+}

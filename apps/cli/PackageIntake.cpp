@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/cli/PackageIntake.h"
+
+#include <algorithm>
+
+#include "apps/cli/AdoptWords.h"
+#include "check/PlexoFindingTable.h"
+#include "host/files/TzFileUtil.h"
+
+namespace {
+
+/// The course's own words tell better what is wrong with an archive or a manifest that can't be read at all.
+bool IsOfAdoption(const PlexoAdoptResult& result) {
+  static constexpr PlexoFindingId kRefusals[] = {
+      PlexoFindingId::ForeignFormat,   PlexoFindingId::SeveralManifests, PlexoFindingId::EditionUntold,
+      PlexoFindingId::NothingToLaunch, PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown};
+  return std::ranges::any_of(result.findings, [](const PlexoFinding& finding) {
+    return std::ranges::find(kRefusals, finding.id) != std::end(kRefusals);
+  });
+}
+
+}  // namespace
+
+PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind) {
+  if (course.intake == CourseIntake::AsIs) return {{file.path}};
+  PlexoAdopter adopter(MakeRequest(file, kind), PlexoAdopter::GetLaunchInstallFolder());
+  const PlexoAdoptResult examined = adopter.Examine();
+  const bool isAsked = course.intake == CourseIntake::Always || !file.item.empty() || file.completionPasses;
+  if (examined.code == kTzBadContent && !isAsked && !IsOfAdoption(examined)) {
+    static_cast<void>(session.TakeProblems());
+    return {{file.path}};
+  }
+  if (examined.code != kTzSuccess) return Fail(file, examined);
+  TellDoubts(file, examined.findings);
+  if (!isAsked && adopter.GetReasons().empty()) return {{file.path}};
+  TellReasons(file, adopter.GetReasons());
+  return Write(file, adopter);
+}
+
+PlexoAdoptRequest PackageIntake::MakeRequest(const ListedFile& file, PlexoSCOKind kind) const {
+  using Request = PlexoAdoptRequest;
+  const bool isList = kind == PlexoSCOKind::LINEAR || kind == PlexoSCOKind::CONTENT;
+  Request request;
+  request.package = file.path;
+  request.item = file.item;
+  request.edition =
+      course.scormVersion == "1.2" ? PlexoCourseEdition::Scorm12 : PlexoCourseEdition::Scorm2004;
+  if (isList) request.place = Request::Place::List;
+  if (file.completionPasses) request.completion = Request::Completion::Passes;
+  if (!WaitsForSuccess()) request.scripts = Request::Scripts::Skip;
+  return request;
+}
+
+/// Whether the sequencing holds something back until a SCO is known to have passed or failed.
+bool PackageIntake::WaitsForSuccess() const {
+  const bool isLinear = course.courseType == PlexoCourseType::LINEAR;
+  return course.scormVersion == "2004" && (!isLinear || course.forceSequence);
+}
+
+PackageIntake::Result PackageIntake::Write(const ListedFile& file, PlexoAdopter& adopter) {
+  const TzPath folder = TzFileUtil::CreateTempDiskDir("adopted");
+  if (folder.IsEmpty()) return Fail(file, {kTzMachineFailure, "there is no folder to adopt it in", {}});
+  Result taken;
+  const std::string base = TzFileUtil::GetBaseFileName(file.path).GetUTF8String();
+  for (const std::string& name : MakeAdoptedNames(base, adopter.GetItems().size())) {
+    taken.packages.push_back(folder / name);
+  }
+  const PlexoAdoptResult written = adopter.Write(taken.packages);
+  if (written.code != kTzSuccess) return Fail(file, written);
+  taken.isAdopted = true;
+  return taken;
+}
+
+PackageIntake::Result PackageIntake::Fail(const ListedFile& file, const PlexoAdoptResult& result) const {
+  return {.failure = DescribeAdoptFailure(
+              result, file.name, "name one of them in the course file: {file: ..., item: ...}", session)};
+}
+
+void PackageIntake::TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons) {
+  std::string text = "the course file asks for it";
+  if (!reasons.empty()) text = PlexoFindingTable::GetText(reasons.front());
+  if (reasons.size() > 1) text += "; 'plexo adopt' tells " + std::to_string(reasons.size() - 1) + " more";
+  output.Note(file.name + ": adopted: " + text);
+}
+
+void PackageIntake::TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings) {
+  for (const PlexoFinding& finding : findings) {
+    if (finding.id != PlexoFindingId::CompletionMayNotPass) continue;
+    output.Warn(file.name + ": " + PlexoFindingTable::GetText(finding) + "; " +
+                PlexoFindingTable::GetWayOut(finding));
+  }
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adopt/PlexoAdopter.h"
+#include "apps/cli/CommandOutput.h"
+#include "apps/cli/CommandSession.h"
+#include "apps/cli/CourseFile.h"
+#include "core/PlexoSCOKind.h"
+
+/// Makes of each file of a course the packages that the course takes: adopted ones, where it would refuse or
+/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file.
+class PackageIntake {
+ public:
+  PackageIntake(const CourseFile& courseFile, CommandSession& commandSession, CommandOutput& commandOutput)
+      : course(courseFile), session(commandSession), output(commandOutput) {}
+
+  struct Result {
+    /// In the order in which they are added. The file itself, if it is taken as it stands.
+    std::vector<TzPath> packages = {};
+    bool isAdopted = false;
+    /// Set if the file can't be taken.
+    std::optional<CommandFailure> failure = std::nullopt;
+  };
+  [[nodiscard]] Result Take(const ListedFile& file, PlexoSCOKind kind);
+
+ private:
+  [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, PlexoSCOKind kind) const;
+  [[nodiscard]] bool WaitsForSuccess() const;
+  [[nodiscard]] Result Write(const ListedFile& file, PlexoAdopter& adopter);
+  [[nodiscard]] Result Fail(const ListedFile& file, const PlexoAdoptResult& result) const;
+  void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons);
+  void TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings);
+
+  const CourseFile& course;
+  CommandSession& session;
+  CommandOutput& output;
+};

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+#include "CliTest.h"
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+/// A manifest of a version that a course refuses, whose items launch the pages of these names.
+std::string ForeignManifest(const std::vector<std::string>& pages) {
+  std::string items;
+  std::string resources;
+  for (const std::string& page : pages) {
+    items +=
+        "<item identifier='I-" + page + "' identifierref='R-" + page + "'><title>" + page + "</title></item>";
+    resources += "<resource identifier='R-" + page + "' type='webcontent' adlcp:scormType='sco' href='" +
+                 page + ".htm'><file href='" + page + ".htm'/></resource>";
+  }
+  return "<manifest identifier='M' version='1' xmlns='http://www.imsglobal.org/xsd/imscp_v1p1' "
+         "xmlns:adlcp='http://www.adlnet.org/xsd/adlcp_v1p3'><metadata><schema>ADL SCORM</schema>"
+         "<schemaversion>2004 3rd Edition</schemaversion></metadata><organizations default='O'>"
+         "<organization identifier='O'><title>O</title>" +
+         items + "</organization></organizations><resources>" + resources + "</resources></manifest>";
+}
+
+class PackageIntakeTest : public CliTest {
+ protected:
+  PackageIntakeTest() {
+    ScoZip("clean").Item("Clean", "index.htm").File("index.htm", "").Save(Work());
+    SaveForeign("odd", {"start"});
+    SaveForeign("many", {"one", "two"});
+  }
+
+  void SaveForeign(const std::string& name, const std::vector<std::string>& pages,
+                   const std::string& content = "<p>page</p>") const {
+    ScoZip zip(name);
+    zip.Manifest(ForeignManifest(pages));
+    for (const std::string& page : pages) zip.File(page + ".htm", content);
+    zip.Save(Work());
+  }
+
+  /// Builds a flat course; `more` are further lines of its file.
+  [[nodiscard]] ProgramResult Build(const std::string& files, const std::string& more = {}) const {
+    WriteCourse(files, more);
+    return Plexo({"build", "course.yaml", "-o", "out.zip", "--force"});
+  }
+
+  /// Builds a course of one module.
+  [[nodiscard]] ProgramResult BuildModule(const std::string& pretest, const std::string& content) const {
+    Write("course.yaml", "template: test-rollup\nidentifier: C\nmodules:\n  - {pretest: " + pretest +
+                             ", content: [" + content + "], post-test: clean.zip}\n");
+    return Plexo({"build", "course.yaml", "-o", "out.zip", "--force"});
+  }
+};
+
+TEST_F(PackageIntakeTest, AdoptsWhatTheCourseWouldRefuseAndNothingElse) {
+  const ProgramResult result = Build("clean.zip, odd.zip");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "out.zip\n  Clean  index.htm          1 file\n  start  content/start.htm  1 file\n");
+  EXPECT_THAT(result.err, AllOf(StartsWith("odd.zip: adopted: "), HasSubstr("version")));
+  EXPECT_EQ(std::ranges::count(result.err, '\n'), 1);
+  EXPECT_EQ(Plexo({"check", "out.zip"}).status, 0);
+
+  WriteCourse("clean.zip, odd.zip");
+  const auto scos =
+      nlohmann::json::parse(Plexo({"build", "course.yaml", "-o", "b.zip", "--json"}).out)["scos"];
+  EXPECT_EQ(scos[0]["adopted"], false);
+  EXPECT_EQ(scos[1]["adopted"], true);
+  EXPECT_EQ(Read("b.zip") == Read("out.zip"), true);
+}
+
+TEST_F(PackageIntakeTest, TakesFilesAsTheyAreOrAdoptsThemAllWhenAsked) {
+  const ProgramResult asIs = Build("odd.zip", "intake: as-is\n");
+  EXPECT_EQ(asIs.status, 1);
+  EXPECT_THAT(asIs.err, StartsWith("odd.zip: SCO selected is of incompatible SCORM version!\n"));
+
+  const ProgramResult always = Build("clean.zip", "intake: always\n");
+  EXPECT_EQ(always.status, 0);
+  EXPECT_EQ(always.err, "clean.zip: adopted: the course file asks for it\n");
+  EXPECT_EQ(always.out, "out.zip\n  Clean  content/index.htm  1 file\n");
+}
+
+TEST_F(PackageIntakeTest, MakesSCOsOfAllItemsInAListAndOfTheNamedOneElsewhere) {
+  EXPECT_EQ(Build("many.zip, clean.zip").out,
+            "out.zip\n  one    content/one.htm  1 file\n  two    content/two.htm  1 file\n"
+            "  Clean  index.htm        1 file\n");
+  EXPECT_THAT(BuildModule("clean.zip", "many.zip").out,
+              AllOf(HasSubstr("content    one"), HasSubstr("content    two")));
+
+  const ProgramResult refused = BuildModule("many.zip", "clean.zip");
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, AllOf(StartsWith("many.zip: "), HasSubstr("I-one"), HasSubstr("I-two"),
+                                 HasSubstr("{file: ..., item: ...}")));
+  const ProgramResult named = BuildModule("{file: many.zip, item: I-two}", "clean.zip");
+  EXPECT_EQ(named.status, 0) << named.err;
+  EXPECT_THAT(named.out, HasSubstr("pretest    two    content/two.htm"));
+  EXPECT_THAT(Build("{file: many.zip, item: none}").err, StartsWith("many.zip: "));
+}
+
+TEST_F(PackageIntakeTest, WarnsOfContentThatNeverPassesWhereACourseWaitsForIt) {
+  SaveForeign("finisher", {"start"},
+              "<script>API_1484_11.Initialize('');API_1484_11.SetValue('cmi.completion_status','completed');"
+              "API_1484_11.Terminate('');</script>");
+  const std::string warning = "warning: finisher.zip: item 'I-start': reports completion and never success";
+  EXPECT_THAT(Build("finisher.zip", "force-sequence: true\n").err, HasSubstr(warning));
+  EXPECT_THAT(BuildModule("clean.zip", "finisher.zip").err, HasSubstr(warning));
+  EXPECT_THAT(Build("finisher.zip").err, Not(HasSubstr("warning")));
+
+  const ProgramResult passing =
+      Build("{file: finisher.zip, completion-passes: true}", "force-sequence: true\n");
+  EXPECT_EQ(passing.status, 0);
+  EXPECT_THAT(passing.err, Not(HasSubstr("warning")));
+  EXPECT_THAT(passing.out, HasSubstr("launch/launch.html"));
+}
+
+TEST_F(PackageIntakeTest, BringsOldContentIntoACourseThatOnlyTheNewEditionHas) {
+  const std::string script =
+      "<script>API.LMSInitialize('');API.LMSSetValue('cmi.core.lesson_status','passed');API.LMSFinish('');</"
+      "script>";
+  ScoZip("old").Scorm12().Item("Old", "a.htm").File("a.htm", script).Save(Work());
+  const ProgramResult result = BuildModule("old.zip", "old.zip");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("pretest    Old    launch/launch.html"));
+  EXPECT_THAT(Read("out.zip"), HasSubstr("launch/settings.js"));
+  EXPECT_EQ(Plexo({"check", "out.zip"}).status, 0);
+}
+
+TEST_F(PackageIntakeTest, LeavesABrokenPackageToTheCoursesOwnWords) {
+  Write("text.zip", "no archive");
+  EXPECT_THAT(Build("text.zip").err, StartsWith("text.zip: Error extracting the ZIP contents!\n"));
+  ScoZip("bare").WithoutManifest().File("x.htm", "").Save(Work());
+  EXPECT_THAT(Build("bare.zip").err, StartsWith("bare.zip: Invalid SCORM package!\n"));
+}
+
+}  // namespace

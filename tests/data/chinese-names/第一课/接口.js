@@ -1,0 +1,4 @@
+var api = parent.API;
+api.LMSInitialize("");
+api.LMSSetValue("cmi.core.lesson_status", "passed");
+api.LMSFinish("");

@@ -1,0 +1,1 @@
+export default { show(hash) { document.title = hash; } };

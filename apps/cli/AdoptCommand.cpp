@@ -41,6 +41,8 @@ PlexoAdoptRequest AdoptCommand::MakeRequest() const {
   request.package = TzPath::FromNative(options.package);
   request.item = options.item;
   request.completion = options.completion;
+  // Whether content may never pass matters to a course that waits for it, and takes reading every script.
+  request.scripts = PlexoAdoptRequest::Scripts::Skip;
   if (!options.folder.empty()) request.place = PlexoAdoptRequest::Place::List;
   if (options.scormVersion == "1.2") request.edition = PlexoCourseEdition::Scorm12;
   if (options.scormVersion == "2004") request.edition = PlexoCourseEdition::Scorm2004;

@@ -4,11 +4,9 @@
 // frame and the content in a frame of that.
 
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
-import { createServer } from 'node:http';
-import path from 'node:path';
 import { after, before, test } from 'node:test';
 import { Chromium } from './chromium.mjs';
+import { PageServer } from './page-server.mjs';
 
 const here = new URL('./', import.meta.url);
 const roots = {
@@ -17,7 +15,6 @@ const roots = {
   '/support/': new URL('../support/', here),
   '/': here,
 };
-const types = { '.html': 'text/html', '.js': 'text/javascript', '.mjs': 'text/javascript' };
 const skip = Chromium.isInstalled ? false : 'no Chromium is installed (apt-get install chromium)';
 const quiz = { content: '../content/content-12.html', contentEdition: '1.2', courseEdition: '2004',
   title: 'Doors & exits' };
@@ -26,35 +23,19 @@ let browser;
 let server;
 let settings;
 
-// Serves the pages on a free port of this machine.
-function answer(request, response) {
-  const { pathname } = new URL(request.url, 'http://localhost');
-  const root = Object.keys(roots).find((prefix) => pathname.startsWith(prefix));
-  response.setHeader('Content-Type', types[path.extname(pathname)] ?? 'text/plain');
-  response.setHeader('Permissions-Policy', 'unload=*');  // old content relies on the event
-  try {
-    const isSettings = pathname === '/course/launch/settings.js';
-    response.end(isSettings ? settings : readFileSync(new URL(pathname.slice(root.length), roots[root])));
-  } catch {
-    response.writeHead(404).end();
-  }
-}
-
 before(async () => {
   if (skip) return;
-  server = createServer(answer);
-  await new Promise((resolve) => { server.listen(0, '127.0.0.1', resolve); });
+  server = await new PageServer(roots, { '/course/launch/settings.js': () => settings }).start();
   browser = await new Chromium().start();
 });
 
 after(async () => {
   if (skip) return;
   await browser.stop();
-  server.closeAllConnections();
-  server.close();
+  server.stop();
 });
 
-const open = (page) => browser.open(`http://127.0.0.1:${server.address().port}/${page}`);
+const open = (page) => browser.open(server.address(page));
 
 // What the learning platform knows after the learner has been in the content and gone on in this way.
 async function visit(launch, way) {

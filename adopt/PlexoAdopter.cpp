@@ -32,7 +32,7 @@ PlexoAdoptResult PlexoAdopter::Write(const std::vector<TzPath>& targets) {
   const PlexoScratchFolder scratch("adopt");
   if (scratch.GetPath().IsEmpty()) return {kTzMachineFailure, "there is no folder to unpack it into", {}};
   const TzPath source = scratch.GetPath() / "source";
-  const TzErrorCodeEnum unpacked = TzZipUtils::ExtractFiles(request.package, source);
+  const TzErrorCodeEnum unpacked = TzZipUtils::BorrowFiles(request.package, source);
   if (unpacked != kTzSuccess) return {unpacked, "can't be unpacked", {}};
   for (std::size_t index = 0; index < scos.size(); ++index) {
     const TzPath folder = scratch.GetPath() / ("package-" + std::to_string(index));

@@ -181,6 +181,7 @@ BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, Place& place
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   if (taken.failure) return std::move(taken.failure);
   for (const TzPath& package : taken.packages) {
+    if (taken.isAdopted) adopted.emplace_back(package.GetNative(), file.name);
     if (auto failure = AddPackage(file, package, place)) return failure;
     NotePlaced(file, place, taken.isAdopted);
     ++place.index;
@@ -210,8 +211,16 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
   failure.reasons = isMachine || boxes.empty()
                         ? reasons.Describe(problems)
                         : reasons.Explain(boxes.front(), course.scormVersion, scoFolder, problems);
+  for (std::string& reason : failure.reasons) reason = NameListedFiles(std::move(reason));
   if (failure.reasons.empty()) failure.reasons.emplace_back("the cause can't be seen");
   return failure;
+}
+
+std::string BuildCommand::NameListedFiles(std::string text) const {
+  for (const auto& [path, name] : adopted) {
+    if (const std::size_t at = text.find(path); at != std::string::npos) text.replace(at, path.size(), name);
+  }
+  return text;
 }
 
 void BuildCommand::NotePlaced(const ListedFile& file, const Place& place, bool isAdopted) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/cli/CommandOutput.h"
@@ -53,6 +54,8 @@ class BuildCommand {
   [[nodiscard]] Failure AddFile(const ListedFile& file, Place& place);
   [[nodiscard]] Failure AddPackage(const ListedFile& file, const TzPath& package, const Place& place);
   void NotePlaced(const ListedFile& file, const Place& place, bool isAdopted);
+  /// The text with listed files in the place of packages that were made of them.
+  [[nodiscard]] std::string NameListedFiles(std::string text) const;
   [[nodiscard]] Failure Publish();
   [[nodiscard]] Failure MakePackage();
   void PrintReport();
@@ -63,5 +66,7 @@ class BuildCommand {
   PackageTarget target;
   CourseFile course;
   std::vector<PlacedSCO> placed;
+  /// The packages that were made of listed files, and those files as the course file writes them.
+  std::vector<std::pair<std::string, std::string>> adopted;
   std::uint32_t moduleCount = 0;
 };

@@ -9,6 +9,10 @@
 
 namespace {
 
+bool IsWarning(const PlexoFinding& finding) {
+  return PlexoFindingTable::GetKind(finding.id).severity == PlexoSeverity::Warning;
+}
+
 /// The course's own words tell better what is wrong with an archive or a manifest that can't be read at all.
 bool IsOfAdoption(const PlexoAdoptResult& result) {
   static constexpr PlexoFindingId kRefusals[] = {
@@ -33,7 +37,7 @@ PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind k
   if (examined.code != kTzSuccess) return Fail(file, examined);
   TellDoubts(file, examined.findings);
   if (!isAsked && adopter.GetReasons().empty()) return {{file.path}};
-  TellReasons(file, adopter.GetReasons());
+  TellReasons(file, adopter.GetReasons(), examined.findings);
   return Write(file, adopter);
 }
 
@@ -76,10 +80,15 @@ PackageIntake::Result PackageIntake::Fail(const ListedFile& file, const PlexoAdo
               result, file.name, "name one of them in the course file: {file: ..., item: ...}", session)};
 }
 
-void PackageIntake::TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons) {
+void PackageIntake::TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,
+                                const std::vector<PlexoFinding>& findings) {
   std::string text = "the course file asks for it";
-  if (!reasons.empty()) text = PlexoFindingTable::GetText(reasons.front());
-  if (reasons.size() > 1) text += "; 'plexo adopt' tells " + std::to_string(reasons.size() - 1) + " more";
+  auto more = std::ranges::count_if(findings, IsWarning);
+  if (!reasons.empty()) {
+    text = PlexoFindingTable::GetText(reasons.front());
+    more -= IsWarning(reasons.front()) ? 1 : 0;
+  }
+  if (more > 0) text += "; 'plexo adopt' tells " + std::to_string(more) + " more";
   output.Note(file.name + ": adopted: " + text);
 }
 

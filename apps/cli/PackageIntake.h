@@ -32,7 +32,8 @@ class PackageIntake {
   [[nodiscard]] bool WaitsForSuccess() const;
   [[nodiscard]] Result Write(const ListedFile& file, PlexoAdopter& adopter);
   [[nodiscard]] Result Fail(const ListedFile& file, const PlexoAdoptResult& result) const;
-  void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons);
+  void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,
+                   const std::vector<PlexoFinding>& findings);
   void TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings);
 
   const CourseFile& course;

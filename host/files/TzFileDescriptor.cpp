@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/files/TzFileDescriptor.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,8 @@
 #include <cerrno>
 #include <utility>
 #include <vector>
+
+#include "host/files/TzByteBuffer.h"
 
 namespace {
 
@@ -103,6 +106,10 @@ TzFileDescriptor::~TzFileDescriptor() {
   errno = error;
 }
 
+TzFileDescriptor TzFileDescriptor::Duplicate() const {
+  return TzFileDescriptor(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
+}
+
 std::ptrdiff_t TzFileDescriptor::Read(std::span<std::byte> buffer) const {
   return TransferAll(
       buffer, [this](std::byte* at, std::size_t size, std::size_t) { return read(descriptor, at, size); });
@@ -112,6 +119,16 @@ std::ptrdiff_t TzFileDescriptor::ReadAt(std::uint64_t offset, std::span<std::byt
   return TransferAll(buffer, [this, offset](std::byte* at, std::size_t size, std::size_t done) {
     return pread(descriptor, at, size, static_cast<off_t>(offset + done));
   });
+}
+
+bool TzFileDescriptor::CanRead(std::uint64_t offset, std::uint64_t size) const {
+  const int error = errno;
+  std::vector<std::byte> buffer(std::min<std::uint64_t>(size, kCopiedBytes));
+  for (std::uint64_t done = 0; done < size; done += buffer.size()) {
+    if (ReadAt(offset + done, buffer) < 0) return false;
+  }
+  errno = error;
+  return true;
 }
 
 bool TzFileDescriptor::Write(std::span<const std::byte> bytes) const {
@@ -134,9 +151,9 @@ std::int64_t TzFileDescriptor::CopyRange(std::uint64_t offset, std::uint64_t siz
   std::uint64_t done = CopyInside({descriptor, offset, size, target.descriptor, targetOffset});
   if (done < size && errno != 0 && !IsLeftToUs(errno)) return -1;
   // Not every pair of file systems copies by itself, or all of a file: what is left goes by hand.
-  std::vector<std::byte> buffer(std::min<std::uint64_t>(size - done, kCopiedBytes));
+  TzByteBuffer buffer;
   while (done < size) {
-    const auto piece = std::span(buffer).first(std::min<std::uint64_t>(size - done, buffer.size()));
+    const auto piece = buffer.Take(std::min<std::uint64_t>(size - done, kCopiedBytes));
     const std::ptrdiff_t count = ReadAt(offset + done, piece);
     if (count < 0) return -1;
     const auto read = static_cast<std::size_t>(count);

@@ -21,9 +21,15 @@ class TzFileDescriptor {
   [[nodiscard]] bool IsOpen() const { return descriptor >= 0; }
   [[nodiscard]] int Get() const { return descriptor; }
 
+  /// The same open file once more. Not open on failure.
+  [[nodiscard]] TzFileDescriptor Duplicate() const;
+
   /// Fills the buffer as far as the file reaches and returns the number of bytes; -1 on failure.
   [[nodiscard]] std::ptrdiff_t Read(std::span<std::byte> buffer) const;
   [[nodiscard]] std::ptrdiff_t ReadAt(std::uint64_t offset, std::span<std::byte> buffer) const;
+  /// Whether the bytes of this part can be read, as far as the file reaches. Leaves `errno` alone if they
+  /// can.
+  [[nodiscard]] bool CanRead(std::uint64_t offset, std::uint64_t size) const;
   [[nodiscard]] bool Write(std::span<const std::byte> bytes) const;
   [[nodiscard]] bool WriteAt(std::uint64_t offset, std::span<const std::byte> bytes) const;
   /// Copies a part of this file to a place in another, inside the system where that can be: there the file

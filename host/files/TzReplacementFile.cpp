@@ -116,8 +116,10 @@ bool TzReplacementFile::Flush() { return Send() && writer.Wait(); }
 void TzReplacementFile::StartWriting() {
   if (size < begunSize + kBegunBytes) return;
   // No failure counts: the file is synced at the end.
+  const int error = errno;
   sync_file_range(file.Get(), static_cast<off_t>(begunSize), static_cast<off_t>(size - begunSize),
                   SYNC_FILE_RANGE_WRITE);
+  errno = error;
   begunSize = size;
 }
 

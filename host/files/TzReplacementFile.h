@@ -16,8 +16,7 @@
 /// Guarantees: until `Commit` the target stays as it was; a file that is dropped before leaves nothing
 /// behind. It has no name until then, so that even a killed process leaves nothing, where the file system can
 /// keep such files. Elsewhere, and for the instant in which an existing target is replaced, it is a hidden
-/// file
-/// ".NAME.plexo-XXXXXX" in the target's folder. False from an operation leaves `errno` telling why.
+/// file ".NAME.plexo-XXXXXX" in the target's folder. False from an operation leaves `errno` telling why.
 class TzReplacementFile {
  public:
   explicit TzReplacementFile(TzPath replaced) : target(std::move(replaced)) {}

@@ -168,13 +168,7 @@ TzErrorCodeEnum TzStagedFileSystem::MakeFolder(const TzPath& folder) {
 
 TzErrorCodeEnum TzStagedFileSystem::Delete(const TzPath& path) {
   if (!IsStaged(path)) {
-    const std::unique_lock lock(mutex);
-    // Whatever scratch folders are in the deleted one go with it.
-    for (const auto& scratch : scratches) {
-      if (scratch->stands && FindBelow(path.GetNative(), scratch->path.GetNative())) {
-        static_cast<void>(Clear(*scratch));
-      }
-    }
+    ClearScratchesBelow(path);
     return disk.Delete(path);
   }
   // What was taken goes after the lock: it may be many files of the disk.
@@ -184,6 +178,15 @@ TzErrorCodeEnum TzStagedFileSystem::Delete(const TzPath& path) {
   if (spot.IsTop()) return Clear(spot.scratch);
   if (spot.Find() != nullptr) taken = spot.scratch.tree.Take(spot.path);
   return taken != nullptr || errno == ENOENT ? kTzSuccess : Failed();
+}
+
+void TzStagedFileSystem::ClearScratchesBelow(const TzPath& folder) {
+  const std::unique_lock lock(mutex);
+  for (const auto& scratch : scratches) {
+    if (scratch->stands && FindBelow(folder.GetNative(), scratch->path.GetNative())) {
+      static_cast<void>(Clear(*scratch));
+    }
+  }
 }
 
 TzErrorCodeEnum TzStagedFileSystem::Clear(Scratch& scratch) {

@@ -56,6 +56,9 @@ class TzStagedFileSystem final : public TzFileSystem {
   /// Of a path that does. Called, like what follows, by whoever has the lock.
   Spot FindSpot(const TzPath& path);
   TzErrorCodeEnum Clear(Scratch& scratch);
+  /// Clears the scratch folders that a folder of the disk holds, which is about to be deleted. Takes the
+  /// lock.
+  void ClearScratchesBelow(const TzPath& folder);
   TzPath MakeStoragePath(const Scratch& scratch);
   /// A new node with the content of a file of any kind. Null on failure.
   std::unique_ptr<TzStagedNode> ShareContent(const TzPath& source, Scratch& target);

@@ -93,10 +93,22 @@ TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
 
 TzZipFailure TzZipExtractor::Hold(const TzArchiveHold& hold) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
-  const TzFileDescriptor copy = hold.Create();
+  const TzArchiveHold source(directory.GetFile());
+  TzFileDescriptor copy = hold.Create();
   if (!copy.IsOpen()) return CantKeep(hold);
   Run run(copy, nullptr, 0);
-  return RunWorkers(run, [&] { return CopyInto(copy, hold, run); });
+  auto failure = RunWorkers(run, [&] { return CopyInto(copy, hold, run); });
+  if (failure.code == kTzBadContent && source.HasChanged()) {
+    return TzZipFailure::BadContent({}, "changed while it was read; try again");
+  }
+  if (!failure && !copy.Close()) return CantKeep(hold);
+  return failure;
+}
+
+TzZipFailure TzZipExtractor::Check() {
+  if (!progress.Report()) return TzZipFailure::Cancelled();
+  Run run(directory.GetFile(), nullptr, kEverything);
+  return RunWorkers(run, [] { return TzZipFailure(); });
 }
 
 TzZipFailure TzZipExtractor::CopyInto(const TzFileDescriptor& copy, const TzArchiveHold& hold, Run& run) {
@@ -104,12 +116,20 @@ TzZipFailure TzZipExtractor::CopyInto(const TzFileDescriptor& copy, const TzArch
   for (std::uint64_t done = 0; done < size;) {
     const std::uint64_t wanted = std::min(kCopiedBytes, size - done);
     const std::int64_t count = directory.GetFile().CopyRange(done, wanted, copy, done);
-    if (count < 0) return CantKeep(hold);
+    if (count < 0) {
+      const bool isSourceBad = !directory.GetFile().CanRead(done, wanted);
+      return isSourceBad ? TzZipFailure::System(errno, {}, "can't read") : CantKeep(hold);
+    }
     done += wanted;
     progress.Advance(wanted);
     if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
     // An archive that was cut short meanwhile is found out by who reads the copy.
-    if (!run.Arrive(static_cast<std::uint64_t>(count) < wanted ? kEverything : done)) return {};
+    const bool goesOn = run.Arrive(static_cast<std::uint64_t>(count) < wanted ? kEverything : done);
+    // One worker has failed, and the others wait for data that won't come.
+    if (!goesOn) {
+      run.Stop();
+      return {};
+    }
   }
   run.Arrive(kEverything);
   return {};
@@ -127,7 +147,7 @@ TzZipFailure TzZipExtractor::RunWorkers(Run& run, const std::function<TzZipFailu
     while (run.workersDone < workers.GetCount()) {
       if (run.change.wait_for(lock, TzZipProgress::kInterval) != std::cv_status::timeout) continue;
       lock.unlock();
-      progress.Report();
+      if (!progress.Report()) run.Stop();
       lock.lock();
     }
   }

@@ -10,7 +10,8 @@
 /// Takes what a checked archive holds, on all cores: unpacked, or packed as it is.
 ///
 /// Guarantees: the data of every entry was checked against its size and CRC-32. Of several failures it
-/// returns that of the first entry in the archive's order. The progress counts packed bytes.
+/// returns that of the first entry, in the archive's order, of which one was found. The progress counts
+/// packed bytes.
 class TzZipExtractor {
  public:
   /// The archive's directory must outlive this.
@@ -22,6 +23,8 @@ class TzZipExtractor {
   /// Copies the archive, and checks in the copy what has arrived there: whatever happens to the archive
   /// meanwhile, the directory and the copy agree afterwards. The progress counts the copied bytes too.
   TzZipFailure Hold(const TzArchiveHold& hold);
+  /// Checks the data of everything where it is.
+  TzZipFailure Check();
 
  private:
   struct Run;

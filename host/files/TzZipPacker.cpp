@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/files/TzZipPacker.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <map>
@@ -14,6 +15,8 @@ namespace {
 
 constexpr std::uint64_t kWindowBytes = std::uint64_t{40} << 20U;
 constexpr std::uint64_t kOverheadBytes = 1024;
+/// Small enough that a stop is heard soon, and the disk begins early.
+constexpr std::uint64_t kCopiedBytes = std::uint64_t{16} << 20U;
 
 /// What the calling thread writes by itself: the rest goes through the workers.
 bool IsWrittenDirectly(const TzZipSource& source) {
@@ -113,6 +116,16 @@ TzZipFailure TzZipPacker::Write(Window& window, TzZipWriter& writer) {
     if (auto failure = WriteOne(index, window, deflater, writer)) return failure;
     if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
   }
+  return CheckHolds();
+}
+
+TzZipFailure TzZipPacker::CheckHolds() const {
+  const TzArchiveHold* checked = nullptr;
+  for (const TzZipSource& source : sources) {
+    if (!source.held.has_value() || source.held->hold.get() == checked) continue;
+    checked = source.held->hold.get();
+    if (checked->HasChanged()) return {kTzFailure, source.name, "its archive changed while it was read", 0};
+  }
   return {};
 }
 
@@ -146,11 +159,19 @@ TzZipFailure TzZipPacker::WriteHeld(const TzZipSource& source, TzZipWriter& writ
     heldFile = hold->Open();
     if (!heldFile.IsOpen()) return TzZipFailure::System(errno, source.name, "can't read");
   }
-  if (!writer.AddFrom({source.name, held.isDeflated, held.crc, held.packedSize, held.size}, heldFile,
-                      held.offset)) {
-    return errno != 0 ? TzZipFailure::System(errno, {}, "can't write")
-                      : TzZipFailure{kTzMachineFailure, source.name, "its copy was cut short on the disk", 0};
+  const auto cantWrite = [] { return TzZipFailure::System(errno, {}, "can't write"); };
+  if (!writer.AddHeader({source.name, held.isDeflated, held.crc, held.packedSize, held.size}))
+    return cantWrite();
+  for (std::uint64_t done = 0; done < held.packedSize;) {
+    const std::uint64_t bytes = std::min(kCopiedBytes, held.packedSize - done);
+    if (!writer.AppendFrom(heldFile, held.offset + done, bytes)) {
+      if (errno == 0) return {kTzMachineFailure, source.name, "its copy was cut short on the disk", 0};
+      const bool isHoldBad = !heldFile.CanRead(held.offset + done, bytes);
+      return isHoldBad ? TzZipFailure::System(errno, source.name, "can't read") : cantWrite();
+    }
+    done += bytes;
+    progress.Advance(bytes);
+    if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
   }
-  progress.Advance(source.size);
   return {};
 }

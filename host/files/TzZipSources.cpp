@@ -111,8 +111,8 @@ TzZipFailure TzZipSources::Arrange() {
   return {};
 }
 
-std::uint64_t TzZipSources::GetTotalSize() const {
+std::uint64_t TzZipSources::GetTotalWork() const {
   std::uint64_t total = 0;
-  for (const TzZipSource& source : sources) total += source.size;
+  for (const TzZipSource& source : sources) total += source.GetWork();
   return total;
 }

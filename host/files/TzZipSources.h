@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "host/files/TzArchiveHold.h"
-
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzZipFailure.h"
 
@@ -20,6 +19,9 @@ struct TzZipSource {
   std::uint64_t size = 0;
   /// Set if the data is packed already.
   std::optional<TzHeldEntry> held = std::nullopt;
+
+  /// The bytes that have to be read to pack it.
+  [[nodiscard]] std::uint64_t GetWork() const { return held.has_value() ? held->packedSize : size; }
 };
 
 /// What goes into an archive: gathered from the disk, named, and put in order.
@@ -37,7 +39,7 @@ class TzZipSources {
   void KeepEmptyFolders() { keepsEmptyFolders = true; }
 
   [[nodiscard]] const std::vector<TzZipSource>& GetSources() const { return sources; }
-  [[nodiscard]] std::uint64_t GetTotalSize() const;
+  [[nodiscard]] std::uint64_t GetTotalWork() const;
 
  private:
   TzZipFailure AddNode(const TzPath& path, TzNodeKind kind, const std::string& name);

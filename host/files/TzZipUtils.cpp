@@ -21,6 +21,9 @@ namespace {
 
 constexpr std::string_view kUnpackNeed = "unpacks to";
 
+/// Whether a held archive is a copy of our own.
+enum class Holding { Copy, Lent };
+
 std::string MakeActivity(std::string_view verb, const TzPath& archive) {
   return std::string(verb) + " " + archive.GetFileName().GetUTF8String();
 }
@@ -65,11 +68,6 @@ TzZipFailure CheckSpace(const TzPath& folder, std::uint64_t size, std::string_vi
           0};
 }
 
-TzZipFailure MakeFolders(const TzPath& folder) {
-  if (TzFileSystem::Current().MakeFolders(folder) == kTzSuccess) return {};
-  return TzZipFailure::System(errno, {}, "can't make the folder '" + folder.GetNative() + "'");
-}
-
 /// The time that all entries of a new archive bear, in seconds since 1970.
 std::int64_t GetEntryTime() {
   std::int64_t time = 0;
@@ -92,7 +90,7 @@ TzZipFailure GatherSources(const std::vector<TzPath>& files, const TzPath& baseP
 }
 
 TzZipFailure WriteArchive(const TzZipSources& sources, const TzPath& target, TzReplacementFile& file) {
-  TzZipProgress progress(MakeActivity("packing", target), sources.GetTotalSize());
+  TzZipProgress progress(MakeActivity("packing", target), sources.GetTotalWork());
   TzZipWriter writer(file, GetEntryTime());
   if (auto failure = TzZipPacker(sources.GetSources(), progress).Pack(writer)) return failure;
   if (!progress.Report()) return TzZipFailure::Cancelled();
@@ -100,46 +98,90 @@ TzZipFailure WriteArchive(const TzZipSources& sources, const TzPath& target, TzR
   return {};
 }
 
+/// A folder that is made now, and goes again unless it is kept.
+class NewFolder {
+ public:
+  explicit NewFolder(const TzPath& folder) : path(folder) {}
+  NewFolder(const NewFolder&) = delete;
+  NewFolder& operator=(const NewFolder&) = delete;
+  ~NewFolder() {
+    if (isMade && !isKept) static_cast<void>(TzFileSystem::Current().Delete(path));
+  }
+
+  TzZipFailure Make() {
+    isMade = TzFileSystem::Current().MakeFolders(path) == kTzSuccess;
+    if (isMade) return {};
+    return TzZipFailure::System(errno, {}, "can't make the folder '" + path.GetNative() + "'");
+  }
+  void Keep() { isKept = true; }
+
+ private:
+  const TzPath& path;
+  bool isMade = false;
+  bool isKept = false;
+};
+
 /// Unpacks the archive file by file.
 TzZipFailure Unpack(const TzPath& archive, const TzPath& folder) {
   TzZipDirectory directory;
   if (auto failure = directory.Open(archive)) return failure;
   if (auto failure = CheckSpace(folder, directory.GetTotalSize(), kUnpackNeed)) return failure;
-  if (auto failure = MakeFolders(folder)) return failure;
+  NewFolder made(folder);
+  if (auto failure = made.Make()) return failure;
   TzZipProgress progress(MakeActivity("unpacking", archive), directory.GetPackedSize());
   auto failure = TzZipExtractor(directory, progress).Extract(folder);
-  if (failure) static_cast<void>(TzFileSystem::Current().Delete(folder));
+  if (!failure) made.Keep();
   return failure;
 }
 
-/// Keeps the archive as it is, and lets the folder show its entries.
-TzZipFailure Stage(const TzPath& archive, const TzPath& folder, const std::shared_ptr<TzArchiveHold>& hold) {
-  TzFileSystem& files = TzFileSystem::Current();
+/// Checks the archive while it is copied into the hold.
+TzZipFailure Copy(const TzZipDirectory& directory, const TzArchiveHold& hold, TzZipProgress& progress) {
+  if (auto failure = CheckSpace(hold.GetPath().GetParentTzPath(), directory.GetFileSize(), "takes"))
+    return failure;
+  return TzZipExtractor(directory, progress).Hold(hold);
+}
+
+/// Takes the archive as it is, and lets the folder show its entries.
+TzZipFailure Stage(const TzPath& archive, const TzPath& folder, std::shared_ptr<TzArchiveHold> hold,
+                   Holding holding) {
   TzZipDirectory directory;
   if (auto failure = directory.Open(archive)) return failure;
-  const std::uint64_t size = directory.GetFileSize();
-  if (auto failure = CheckSpace(hold->GetPath().GetParentTzPath(), size, "takes")) return failure;
-  TzZipProgress progress(MakeActivity("adding", archive), size + directory.GetPackedSize());
-  if (auto failure = TzZipExtractor(directory, progress).Hold(*hold)) return failure;
-  if (auto failure = MakeFolders(folder)) return failure;
-  if (files.AddEntries(folder, hold, directory.GetEntries()) == kTzSuccess) return {};
-  auto failure = TzZipFailure::System(errno, {}, "can't unpack");
-  static_cast<void>(files.Delete(folder));
-  return failure;
+  const bool isCopied = holding == Holding::Copy;
+  TzZipProgress progress(MakeActivity("adding", archive),
+                         directory.GetPackedSize() + (isCopied ? directory.GetFileSize() : 0));
+  if (!isCopied) hold = std::make_shared<TzArchiveHold>(directory.GetFile());
+  auto failure = isCopied ? Copy(directory, *hold, progress) : TzZipExtractor(directory, progress).Check();
+  NewFolder made(folder);
+  if (!failure) failure = made.Make();
+  if (failure) return failure;
+  if (TzFileSystem::Current().AddEntries(folder, hold, directory.GetEntries()) != kTzSuccess) {
+    return TzZipFailure::System(errno, {}, "can't unpack");
+  }
+  made.Keep();
+  return {};
 }
 
-}  // namespace
-
-TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& folder) {
+TzErrorCodeEnum Extract(const TzPath& archive, const TzPath& folder, Holding holding) {
   TzFileSystem& files = TzFileSystem::Current();
   if (files.GetKind(folder) != TzNodeKind::Absent) {
     return TzReportProblem(kTzFailure, folder.GetNative(), "exists already");
   }
   return Guard([&] {
-           const auto hold = files.MakeHold(folder);
-           return hold != nullptr ? Stage(archive, folder, hold) : Unpack(archive, folder);
+           auto hold = files.MakeHold(folder);
+           return hold != nullptr ? Stage(archive, folder, std::move(hold), holding)
+                                  : Unpack(archive, folder);
          })
       .Report(archive);
+}
+
+}  // namespace
+
+TzErrorCodeEnum TzZipUtils::ExtractFiles(const TzPath& archive, const TzPath& folder) {
+  return Extract(archive, folder, Holding::Copy);
+}
+
+TzErrorCodeEnum TzZipUtils::BorrowFiles(const TzPath& archive, const TzPath& folder) {
+  return Extract(archive, folder, Holding::Lent);
 }
 
 TzErrorCodeEnum TzZipUtils::ExtractFile(const TzPath& archive, const TzString& entryName,

@@ -34,6 +34,11 @@ class TzZipUtils {
   /// their length and CRC-32. If one fails, or the progress sink stops the call, nothing stays.
   [[nodiscard]] static TzErrorCodeEnum ExtractFiles(const TzPath& archive, const TzPath& folder);
 
+  /// Likewise, but where nothing is unpacked, the files are read from the archive itself, without a copy: for
+  /// a tool that is done with them at once. An archive that is written to before `ZipFiles` has packed its
+  /// files makes that fail.
+  [[nodiscard]] static TzErrorCodeEnum BorrowFiles(const TzPath& archive, const TzPath& folder);
+
   /// Unpacks the one entry of this name (as written by `ExtractFiles`: slashes, no "./") into the file, which
   /// is replaced. The same rules hold for the whole archive. `kTzFailure` if there is no such entry.
   [[nodiscard]] static TzErrorCodeEnum ExtractFile(const TzPath& archive, const TzString& entryName,

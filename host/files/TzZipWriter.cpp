@@ -57,12 +57,6 @@ bool TzZipWriter::Add(const TzZipEntryHeader& entry, std::span<const std::byte> 
   return file.Append(MakeLocalHeader(entry)) && file.Append(packed);
 }
 
-bool TzZipWriter::AddFrom(const TzZipEntryHeader& entry, const TzFileDescriptor& source,
-                          std::uint64_t offset) {
-  AddToDirectory(entry, file.GetSize());
-  return file.Append(MakeLocalHeader(entry)) && file.AppendFrom(source, offset, entry.packedSize);
-}
-
 bool TzZipWriter::Begin(const TzZipEntryHeader& entry) {
   headerOffset = file.GetSize();
   const auto header = MakeLocalHeader(entry);

@@ -29,10 +29,12 @@ class TzZipWriter {
   /// Writes an entry whose packed data is at hand.
   [[nodiscard]] bool Add(const TzZipEntryHeader& entry, std::span<const std::byte> packed);
 
-  /// Writes an entry whose packed data lies in another file at this offset. False, without an `errno`, if
-  /// that file is shorter.
-  [[nodiscard]] bool AddFrom(const TzZipEntryHeader& entry, const TzFileDescriptor& source,
-                             std::uint64_t offset);
+  /// Writes the headers of an entry whose packed data follows by `AppendFrom`.
+  [[nodiscard]] bool AddHeader(const TzZipEntryHeader& entry) { return Add(entry, {}); }
+  /// Appends packed data that lies in another file. False, without an `errno`, if that file is shorter.
+  [[nodiscard]] bool AppendFrom(const TzFileDescriptor& source, std::uint64_t offset, std::uint64_t bytes) {
+    return file.AppendFrom(source, offset, bytes);
+  }
 
   /// Starts an entry whose data follows in pieces; only its name and size need be known.
   [[nodiscard]] bool Begin(const TzZipEntryHeader& entry);

@@ -238,11 +238,11 @@ const PlexoBridge12On2004 = (function () {
     }
 
     // An LMS of 1.2 keeps the data of every visit, one of 2004 only those of a suspended one: what isn't
-    // finished is suspended, or the learner would begin anew.
+    // finished is suspended however it ends, or the learner would begin anew.
     exit(status) {
       const exit = this.record.peek('cmi.core.exit');
       const isFinished = ['passed', 'completed', 'failed'].indexOf(status) >= 0;
-      return exit || (isFinished ? 'normal' : 'suspend');
+      return isFinished ? exit || 'normal' : 'suspend';
     }
   };
 })();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -33,6 +34,8 @@ class RecordedProblems : public ITzProblemSink, public ITzProgressSink {
   std::vector<Step> steps;
   /// The progress report, counted from 1, that asks to stop; 0 for none.
   std::size_t stopAt = 0;
+  /// How long each report keeps the calling thread.
+  std::chrono::milliseconds reportTime{0};
 
  private:
   TzSession previous;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "CliTest.h"
@@ -129,6 +130,13 @@ TEST_F(PackageIntakeTest, BringsOldContentIntoACourseThatOnlyTheNewEditionHas) {
   EXPECT_THAT(result.out, HasSubstr("pretest    Old    launch/launch.html"));
   EXPECT_THAT(Read("out.zip"), HasSubstr("launch/settings.js"));
   EXPECT_EQ(Plexo({"check", "out.zip"}).status, 0);
+}
+
+TEST_F(PackageIntakeTest, TellsOfTheListedFileWhenItsNameIsTaken) {
+  std::filesystem::create_directory((Work() / "sub").GetNative());
+  std::filesystem::copy((Work() / "odd.zip").GetNative(), (Work() / "sub").GetNative());
+  const std::string error = Build("odd.zip, sub/odd.zip").err;
+  EXPECT_THAT(error, HasSubstr("the name 'odd' is taken by odd.zip\n"));
 }
 
 TEST_F(PackageIntakeTest, LeavesABrokenPackageToTheCoursesOwnWords) {

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include "host/files/TzFile.h"
 #include "host/files/TzZipUtils.h"
 #include "support/FileSystemUnderTest.h"
 #include "support/RawZip.h"
@@ -150,6 +151,28 @@ TEST_F(ArchiveHoldTest, ASourceThatNobodyMayWriteToIsReadAndLeftAsItIs) {
   EXPECT_EQ(fs::status(archive.GetNative()).permissions(), fs::perms::owner_read);
   EXPECT_TRUE(ReadFromDisk(archive) == MakeArchive(kMiB));
   fs::permissions(chosen.Path().GetNative(), fs::perms::owner_all);
+}
+
+TEST_F(ArchiveHoldTest, ABorrowedArchiveIsReadWhereItIsAndMustntChange) {
+  const std::string bytes = MakeArchive(kMiB);
+  const TzPath archive = chosen.Write("in.zip", bytes);
+  ASSERT_EQ(TzZipUtils::BorrowFiles(archive, tested.Folder() / "sco"), kTzSuccess);
+  EXPECT_THAT(ListDisk(tested.Folder()), IsEmpty());
+  // Another file under its name is none of its business; what was opened is still there.
+  std::filesystem::remove(archive.GetNative());
+  chosen.Write("in.zip", "another");
+  EXPECT_EQ(Publish(tested.Folder() / "sco", chosen.Path() / "out.zip"), kTzSuccess);
+  EXPECT_EQ(ReadFile(tested.Folder() / "sco/noise"), MakeNoise(kMiB, 1));
+
+  chosen.Write("in.zip", bytes);
+  ASSERT_EQ(TzZipUtils::BorrowFiles(archive, tested.Folder() / "other"), kTzSuccess);
+  chosen.Write("in.zip", bytes);
+  EXPECT_EQ(Publish(tested.Folder() / "other", chosen.Path() / "out.zip"), kTzFailure);
+  EXPECT_THAT(recorded.Texts(), ElementsAre("out.zip: noise: its archive changed while it was read"));
+
+  chosen.Write("in.zip", bytes.substr(0, bytes.size() / 2));
+  EXPECT_EQ(TzZipUtils::BorrowFiles(archive, tested.Folder() / "cut"), kTzBadContent);
+  EXPECT_FALSE(TzFile(tested.Folder() / "cut").Exists());
 }
 
 }  // namespace

@@ -44,6 +44,18 @@ TEST_P(ExtractOnMachineTest, LeavesNothingWhenTheMachineFails) {
   }
 }
 
+TEST_P(ExtractOnMachineTest, EndsAtADamagedEntryWhileOthersAreStillToCome) {
+  constexpr std::size_t kMiB = std::size_t{1} << 20U;
+  const RawZip zip = {{{.name = "damaged", .content = std::string(kMiB, 'd'), .crc = 1},
+                       {.name = "large", .content = std::string(12 * kMiB, 'l')}}};
+  // Reports that take longer than the time between two of them keep the data of the large entry back, while
+  // one worker waits for it and another finds the damage.
+  recorded.reportTime = std::chrono::milliseconds(100);
+  EXPECT_EQ(Extract(zip), kTzBadContent);
+  EXPECT_THAT(recorded.Texts(), ElementsAre("in.zip: damaged: the entry's CRC-32 doesn't match"));
+  ExpectNothing();
+}
+
 TEST_P(ExtractOnMachineTest, RefusesWhatTheDiskHasNoRoomFor) {
   // A file system that the kernel makes up has no room at all.
   if (!std::filesystem::exists("/proc/self")) GTEST_SKIP() << "no /proc";

@@ -157,6 +157,18 @@ test('bookmark, data, time and preferences last from visit to visit', () => {
   assert.equal(lms.values.get('cmi.exit'), 'normal');
 });
 
+test('a visit that leaves work to do is suspended, whatever the content calls its end', () => {
+  const cases = [
+    ['incomplete', '', 'suspend'], ['incomplete', 'time-out', 'suspend'], ['incomplete', 'logout', 'suspend'],
+    ['completed', '', 'normal'], ['completed', 'suspend', 'suspend'], ['passed', 'time-out', 'time-out'],
+  ];
+  for (const [status, exit, told] of cases) {
+    const lms = new StandInLms2004();
+    visit(lms, setting({ 'cmi.core.lesson_status': status, ...(exit && { 'cmi.core.exit': exit }) }));
+    assert.equal(lms.values.get('cmi.exit'), told, `${status}, '${exit}'`);
+  }
+});
+
 test('the learning platform is told each value once, and time and exit at the end only', () => {
   const lms = new StandInLms2004();
   visit(lms, (content) => {

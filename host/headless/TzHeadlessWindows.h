@@ -5,14 +5,29 @@
 #include <vector>
 
 #include "host/session/ITzWindowSystem.h"
+#include "host/session/TzWindowTable.h"
 
-/// Windows that exist only by name: what a component asks for is answered and kept as a list of calls, in
-/// order, each as its operation's name with the arguments that matter ("StartRoost 1").
+/// Windows that nobody sees: they have their sizes, procedures and properties, and a script does to them what
+/// a person would (`GetWindows`). What a component asks of the framework is answered and kept as a list of
+/// calls, in order, each as its operation's name with the arguments that matter ("StartRoost 1").
+///
+/// A framework that starts makes the application bar with the component's callback, and one that ends
+/// releases it.
+///
+/// There is one main window, with one dock that fills it, in one container window.
 class TzHeadlessWindows : public ITzWindowSystem {
  public:
+  TzHeadlessWindows();
+
   [[nodiscard]] const std::vector<std::string>& GetCalls() const { return calls; }
   /// What the next starts and ends of the framework answer.
   void SetRoostResult(TzErrorCodeEnum result) { roostResult = result; }
+  /// What a person does to windows goes through here.
+  [[nodiscard]] TzWindowTable& GetWindows() { return windows; }
+  /// The window made last; null before the first and when it has gone.
+  [[nodiscard]] TzWindowHandle GetMainWindow() const {
+    return windows.Find(mainWindow) != nullptr ? mainWindow : nullptr;
+  }
 
   void RegisterApplicationClass(const TzString& className, TzModuleHandle module) override;
   TzWindowHandle CreateTopLevelWindow(const TzWindowSpec& spec) override;
@@ -20,6 +35,17 @@ class TzHeadlessWindows : public ITzWindowSystem {
   void ShowWindow(TzWindowHandle window) override;
   void UpdateWindow(TzWindowHandle window) override;
   TzRect GetClientRect(TzWindowHandle window) override;
+  TzRect GetUpdateRect(TzWindowHandle window) override;
+  TzWindowProc GetWindowProc(TzWindowHandle window) override;
+  TzWindowProc SetWindowProc(TzWindowHandle window, TzWindowProc procedure) override;
+  TzMessageResult CallWindowProc(TzWindowProc procedure, TzWindowHandle window, unsigned message,
+                                 TzWParam wparam, TzLParam lparam) override;
+  TzMessageResult DefWindowProc(TzWindowHandle window, unsigned message, TzWParam wparam,
+                                TzLParam lparam) override;
+  unsigned RegisterWindowMessage(const TzString& name) override;
+  void SetProperty(TzWindowHandle window, const TzString& name, void* value) override;
+  void* GetProperty(TzWindowHandle window, const TzString& name) override;
+  void RemoveProperty(TzWindowHandle window, const TzString& name) override;
   void InitHerder(const TzAppContainterCreatorInfo& info) override;
   void UnInitHerder() override;
   TzErrorCodeEnum StartRoost(const TzAppContainterCreatorInfo& info, int applicationType) override;
@@ -36,9 +62,10 @@ class TzHeadlessWindows : public ITzWindowSystem {
 
   std::vector<std::string> calls;
   TzErrorCodeEnum roostResult = kTzSuccess;
-  TzRect mainWindowArea;
-  // Their addresses are the handles.
-  char mainWindow = 0;
-  char containerWindow = 0;
-  char dock = 0;
+  void (*releaseAppBar)() = nullptr;
+  TzWindowTable windows;
+  std::vector<TzString> messageNames;
+  TzWindowHandle containerWindow;
+  TzWindowHandle dock;
+  TzWindowHandle mainWindow = nullptr;
 };

@@ -22,3 +22,9 @@ std::vector<TzPath> TzFileChooserUtils::OpenOSDialogSelectFile(const std::vector
   if (userInterface == nullptr) return {};
   return userInterface->ChooseFiles({title, startFolder, filters, parent, multiple});
 }
+
+TzString TzFileChooserUtils::BrowseForFolders(const TzString& title, TzWindowHandle parent,
+                                              const TzString& startFolder) {
+  ITzUserInterface* userInterface = GetUserInterface();
+  return userInterface != nullptr ? userInterface->ChooseFolder({title, startFolder, parent}) : TzString();
+}

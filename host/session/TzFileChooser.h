@@ -31,6 +31,14 @@ struct TzFileChooserRequest {
   bool multiple = false;
 };
 
+/// What a folder chooser is asked.
+struct TzFolderChooserRequest {
+  TzString title;
+  /// The folder's path, as texts of sheets hold it.
+  TzString startFolder;
+  TzWindowHandle parent = nullptr;
+};
+
 class TzFileChooserUtils {
  public:
   static std::vector<TzFileFilter> GetFileFilterInfoForFileExtensions(
@@ -40,4 +48,7 @@ class TzFileChooserUtils {
   static std::vector<TzPath> OpenOSDialogSelectFile(const std::vector<TzFileFilter>& filters,
                                                     const TzString& title, const TzPath& startFolder,
                                                     TzWindowHandle parent, bool multiple);
+
+  /// The folder chosen; empty if the chooser was cancelled or there is no user interface.
+  static TzString BrowseForFolders(const TzString& title, TzWindowHandle parent, const TzString& startFolder);
 };

@@ -15,4 +15,7 @@ class ITzStringDictionary {
   /// The host's translation of the key, else its default, else the key itself: a missing word then shows in
   /// the place where it is missing.
   [[nodiscard]] virtual TzString GetString(const TzString& key) const = 0;
+
+  /// Whether the key has a text of its own.
+  [[nodiscard]] virtual bool HasString(const TzString& key) const { return GetString(key) != key; }
 };

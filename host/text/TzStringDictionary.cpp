@@ -14,3 +14,7 @@ TzString TzStringDictionary::GetString(const TzString& key) const {
   const auto entered = defaults.find(key);
   return entered != defaults.end() ? entered->second : key;
 }
+
+bool TzStringDictionary::HasString(const TzString& key) const {
+  return translations.contains(key) || defaults.contains(key);
+}

@@ -11,6 +11,7 @@ class TzStringDictionary : public ITzStringDictionary {
  public:
   void RegisterDefault(const char* key, const char* text) override;
   [[nodiscard]] TzString GetString(const TzString& key) const override;
+  [[nodiscard]] bool HasString(const TzString& key) const override;
 
   void RegisterTranslation(const TzString& key, const TzString& text);
   /// Number of keys that have a default.

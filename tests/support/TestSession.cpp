@@ -32,8 +32,9 @@ namespace {
 
 }  // namespace
 
-TestSession::TestSession()
-    : previous(TzSession::Install(
+TestSession::TestSession(TzHeadlessUI::Script script)
+    : ui(script),
+      previous(TzSession::Install(
           {.dictionary = &dictionary, .userInterface = &ui, .windows = &windows, .problems = this})) {
   PlexoCourseModel* course = GetCourseModel();
   course->ResetManifestDetails();

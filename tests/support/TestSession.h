@@ -15,7 +15,7 @@
 /// holds no texts but those that the test enters: a key without a text reads as the key.
 class TestSession : public ITzProblemSink {
  public:
-  TestSession();
+  explicit TestSession(TzHeadlessUI::Script script = TzHeadlessUI::Script::Loose);
   ~TestSession() override;
   TestSession(const TestSession&) = delete;
   TestSession& operator=(const TestSession&) = delete;

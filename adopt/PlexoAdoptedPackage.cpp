@@ -5,6 +5,7 @@
 #include <span>
 
 #include "adopt/PlexoAdoptedManifest.h"
+#include "adopt/PlexoLaunchFolder.h"
 #include "adopt/PlexoLaunchSettings.h"
 #include "check/PlexoFindingList.h"
 #include "host/files/TzFileSystem.h"
@@ -44,28 +45,18 @@ TzErrorCodeEnum PlexoAdoptedPackage::TakeFile(const TzZipEntry& entry, const std
 }
 
 TzErrorCodeEnum PlexoAdoptedPackage::AddLaunchPage(const TzPath& launchFolder) {
-  const std::string name = PlexoLaunchSettings::kFolder;
-  const TzErrorCodeEnum code = AddFolder(launchFolder, name.substr(0, name.size() - 1));
-  if (code != kTzSuccess) return code;
+  std::vector<std::string> names;
+  if (const TzErrorCodeEnum code = PlexoLaunchFolder::List(launchFolder, names); code != kTzSuccess) {
+    return code;
+  }
+  for (const std::string& name : names) {
+    const std::string target = PlexoLaunchSettings::kFolder + name;
+    if (const TzErrorCodeEnum code = MakeParent(target); code != kTzSuccess) return code;
+    files.insert(target);
+    if (!TzFileUtil::FileCopy(launchFolder / name, folder / target, true)) return kTzMachineFailure;
+  }
   files.insert(PlexoLaunchSettings::kFile);
   return WriteText(PlexoLaunchSettings::kFile, PlexoLaunchSettings::Of(sco).Write());
-}
-
-TzErrorCodeEnum PlexoAdoptedPackage::AddFolder(const TzPath& from, const std::string& name) {
-  std::vector<TzPath> paths;
-  if (TzFileUtil::GetFileNamesInFolderAtPath(from, paths, true, true) != kTzSuccess) {
-    return TzReportSystemProblem(errno, from.GetNative(), "can't be read");
-  }
-  for (const TzPath& path : paths) {
-    const std::string target = name + "/" + path.GetFileName().GetUTF8String();
-    if (TzFile(path).GetAttribute(TzFileAttribute::IsFolder)) {
-      if (const TzErrorCodeEnum code = AddFolder(path, target); code != kTzSuccess) return code;
-      continue;
-    }
-    files.insert(target);
-    if (!TzFileUtil::FileCopy(path, folder / target, true)) return kTzMachineFailure;
-  }
-  return kTzSuccess;
 }
 
 TzErrorCodeEnum PlexoAdoptedPackage::WriteText(const std::string& name, const std::string& text) {

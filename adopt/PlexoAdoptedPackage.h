@@ -35,7 +35,6 @@ class PlexoAdoptedPackage {
  private:
   [[nodiscard]] TzErrorCodeEnum TakeFile(const TzZipEntry& entry, const std::string& target, Taking taking);
   [[nodiscard]] TzErrorCodeEnum AddLaunchPage(const TzPath& launchFolder);
-  [[nodiscard]] TzErrorCodeEnum AddFolder(const TzPath& from, const std::string& name);
   [[nodiscard]] TzErrorCodeEnum WriteText(const std::string& name, const std::string& text);
   [[nodiscard]] TzErrorCodeEnum MakeParent(const std::string& name);
 

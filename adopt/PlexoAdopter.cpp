@@ -6,7 +6,9 @@
 #include "adopt/PlexoAdoptedPackage.h"
 #include "adopt/PlexoAdoptedSCO.h"
 #include "adopt/PlexoExamination.h"
+#include "adopt/PlexoLaunchFolder.h"
 #include "check/PlexoScratchFolder.h"
+#include "host/files/TzFile.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzZipUtils.h"
 
@@ -16,8 +18,11 @@ PlexoAdopter::PlexoAdopter(PlexoAdoptRequest adoptRequest, TzPath launchFiles)
 PlexoAdopter::~PlexoAdopter() = default;
 
 PlexoAdoptResult PlexoAdopter::Examine() {
-  examination = std::make_unique<PlexoExamination>(request);
   PlexoAdoptResult result;
+  std::vector<std::string> launchFiles;
+  // Not every package needs a launch page: without them none is taken for one that has it.
+  if (TzFile(launchFolder).Exists()) static_cast<void>(PlexoLaunchFolder::List(launchFolder, launchFiles));
+  examination = std::make_unique<PlexoExamination>(request, std::move(launchFiles));
   result.code = examination->Run(result.failure);
   result.findings = examination->GetFindings().GetList().TakeSorted();
   reasons = examination->GetFindings().GetReasons().TakeSorted();

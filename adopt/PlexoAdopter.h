@@ -49,9 +49,11 @@ struct PlexoAdoptedItem {
 /// Brings a package of any maker into the form that a course takes without loss: SCORM 1.2 or SCORM 2004 3rd
 /// Edition, one item, one resource that lists every file, the content in a folder of its own.
 ///
-/// Guarantees: the files of the content keep their bytes and their places towards each other. Nothing of the
-/// package is trusted. The same package and request give the same bytes, and a package that was adopted stays
-/// as it is. Only the manifest and scripts are read; the other entries are copied as they are packed.
+/// Guarantees: the files of the content keep their bytes and their places towards each other, and each is in
+/// at least one of the packages that all items become; only unlisted schema documents and what a system left
+/// behind are no content. Nothing of the package is trusted. The same package and request give the same
+/// bytes, and a package that was adopted stays as it is. Only the manifest and scripts are read; the other
+/// entries are copied as they are packed.
 class PlexoAdopter {
  public:
   /// `launchFiles` is the folder of the launch page, for content of the other edition.

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "adopt/PlexoExamination.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <unordered_set>
 
-#include "adopt/PlexoAdoptedManifest.h"
 #include "adopt/PlexoEditionEvidence.h"
 #include "adopt/PlexoForeignFormat.h"
 #include "adopt/PlexoIntakeForecast.h"
 #include "adopt/PlexoItemData.h"
-#include "adopt/PlexoLaunchAddress.h"
 #include "adopt/PlexoManifestEncoding.h"
+#include "adopt/PlexoSCOMaking.h"
 #include "check/PlexoArchiveCheck.h"
 #include "check/PlexoScratchFolder.h"
 #include "host/xml/TzXMLParser.h"
@@ -18,13 +19,19 @@ namespace {
 
 using enum PlexoFindingId;
 
+/// What the packages of all items may hold together, in bytes, and by how much they may outgrow their source:
+/// a course that repeats some shared files in every item stays far below.
+constexpr std::uint64_t kMostTogether = std::uint64_t{1} << 30U;
+constexpr std::uint64_t kMostGrowth = 20;
+
 }  // namespace
 
 TzErrorCodeEnum PlexoExamination::Run(std::string& failure) {
   TzErrorCodeEnum code = OpenArchive();
   for (const auto step :
        {&PlexoExamination::ReadManifest, &PlexoExamination::CheckManifest, &PlexoExamination::FindEditions,
-        &PlexoExamination::ChooseItems, &PlexoExamination::ReadScripts, &PlexoExamination::MakeSCOs}) {
+        &PlexoExamination::ChooseItems, &PlexoExamination::ReadScripts, &PlexoExamination::MakeSCOs,
+        &PlexoExamination::ShareFiles}) {
     if (code == kTzSuccess) code = (this->*step)();
   }
   failure = failureText;
@@ -83,11 +90,10 @@ TzErrorCodeEnum PlexoExamination::CheckManifest() {
     return Refuse(RootNotManifest, {root != nullptr ? root->qualifiedName : ""});
   }
   // "." lets references that start with a slash count from the top.
-  const std::string folder = PlexoPackageLayout::GetFolder(*manifestEntry);
+  const std::string folder(PlexoCheckedPackage::GetFolder(manifestEntry->name));
   package.Index(folder.empty() ? "." : folder);
-  const std::string_view format = PlexoForeignFormat::FindByManifest(package);
-  if (!format.empty()) return Refuse(ForeignFormat, {std::string(format)});
-  layout.emplace(package, *manifestEntry, findings);
+  const std::string format = PlexoForeignFormat::FindByManifest(package);
+  if (!format.empty()) return Refuse(ForeignFormat, {format});
   return kTzSuccess;
 }
 
@@ -95,6 +101,7 @@ TzErrorCodeEnum PlexoExamination::FindEditions() {
   const auto edition = PlexoEditionEvidence::Find(package);
   if (!edition) return Refuse(EditionUntold, {package.manifest.GetRoot()->GetValue("version")});
   manifestEdition = *edition;
+  layout.emplace(package, *manifestEntry, manifestEdition, launchFiles, findings);
   contentEdition = layout->GetLaunchSettings() ? layout->GetLaunchSettings()->contentEdition : *edition;
   return kTzSuccess;
 }
@@ -104,7 +111,7 @@ TzErrorCodeEnum PlexoExamination::ChooseItems() {
   // A launch page of ours stands before one content.
   if (layout->GetLaunchSettings() && launchables.size() == 1)
     launchables.front().page = layout->GetLaunchedPage();
-  LeaveOutStrangers();
+  LeaveOutItemsOutsideContent();
   if (launchables.empty()) return Refuse(NothingToLaunch, {});
   const std::string all = PlexoLaunchableItems::Describe(launchables, package);
   const std::string count = std::to_string(launchables.size());
@@ -129,12 +136,12 @@ TzErrorCodeEnum PlexoExamination::ChooseItems() {
   return kTzSuccess;
 }
 
-void PlexoExamination::LeaveOutStrangers() {
+void PlexoExamination::LeaveOutItemsOutsideContent() {
   const auto& content = layout->GetContent();
   const std::unordered_set<const TzZipEntry*> files(content.begin(), content.end());
   std::erase_if(launchables, [&](const PlexoLaunchable& launchable) {
     if (files.contains(launchable.page)) return false;
-    findings.Add(ItemLeftOut, {launchable.GetIdentifier(), launchable.page->name});
+    findings.AddReason(ItemLeftOut, {launchable.GetIdentifier(), launchable.page->name});
     return true;
   });
 }
@@ -151,23 +158,33 @@ TzErrorCodeEnum PlexoExamination::ReadScripts() {
 }
 
 TzErrorCodeEnum PlexoExamination::MakeSCOs() {
-  metadataFiles.emplace(package);
+  const bool isOnly = launchables.size() == 1;
+  PlexoSCOMaking making(package, *layout, {request, manifestEdition, contentEdition, isOnly}, findings);
   for (const PlexoLaunchable& launchable : taken) {
-    scos.push_back(MakeSCO(launchable));
+    scos.push_back(making.Make(launchable, scripts ? &*scripts : nullptr));
     PlexoAdoptedSCO& sco = scos.back();
-    AddLaunchPageFindings(launchable, sco);
-    CheckVersion(sco);
-    if (launchables.size() == 1) {
-      PlexoIntakeForecast::AddReasons(package, launchable, sco, layout->GetContent(), findings);
-    }
+    if (isOnly) PlexoIntakeForecast::AddReasons(package, launchable, sco, layout->GetContent(), findings);
     PlexoItemData::DropWithoutPlace(sco, findings);
     if (PlexoLaunchableItems::IsAsset(*launchable.resource)) {
       findings.Add(AssetLaunched, {launchable.GetIdentifier()});
     }
   }
-  PlexoItemData::AddDropped(taken, findings);
+  PlexoItemData::AddDropped(taken, package, findings);
+  return kTzSuccess;
+}
+
+TzErrorCodeEnum PlexoExamination::ShareFiles() {
   shares.emplace(package, *layout, launchables);
   shares->AddFindings(findings);
+  if (taken.size() == 1) return kTzSuccess;
+  const std::uint64_t source = PlexoFileShares::GetPackedSize(layout->GetContent());
+  const std::uint64_t most = std::max(kMostTogether, kMostGrowth * source);
+  std::uint64_t together = 0;
+  for (const PlexoLaunchable& launchable : taken) {
+    together += PlexoFileShares::GetPackedSize(shares->GetShare(launchable));
+    if (together <= most) continue;
+    return Refuse(PackagesTooLarge, {std::to_string(taken.size()), std::to_string(most >> 20U)});
+  }
   return kTzSuccess;
 }
 
@@ -177,71 +194,4 @@ std::vector<PlexoAdoptedFile> PlexoExamination::GetFiles(std::size_t index) cons
     files.push_back({file, layout->GetTarget(*file)});
   }
   return files;
-}
-
-PlexoAdoptedSCO PlexoExamination::MakeSCO(const PlexoLaunchable& launchable) {
-  const bool isOnly = launchables.size() == 1;
-  const auto& settings = layout->GetLaunchSettings();
-  PlexoAdoptedSCO sco;
-  sco.item = launchable.GetIdentifier();
-  sco.title = PlexoLaunchableItems::GetTitle(launchable, package);
-  sco.manifest = package.manifest.GetRoot()->GetValue("identifier");
-  if (!isOnly) sco.manifest += (sco.manifest.empty() ? "" : "-") + sco.item;
-  sco.contentEdition = contentEdition;
-  sco.courseEdition = request.edition.value_or(manifestEdition);
-  sco.completionPasses =
-      request.completion == PlexoAdoptRequest::Completion::Passes || (settings && settings->completionPasses);
-  sco.launch = MakeLaunchAddress(launchable);
-  sco.objective = PlexoItemData::ReadObjective(launchable, findings);
-  sco.data = settings ? settings->data : PlexoItemData::ReadLaunchData(launchable, contentEdition, findings);
-  sco.metadata = metadataFiles->Find(
-      launchable, isOnly ? PlexoMetadataFiles::Scope::Package : PlexoMetadataFiles::Scope::Item, findings);
-  return sco;
-}
-
-std::string PlexoExamination::MakeLaunchAddress(const PlexoLaunchable& launchable) {
-  const auto& settings = layout->GetLaunchSettings();
-  std::string address = PlexoLaunchAddress::EncodePath(layout->GetTarget(*launchable.page));
-  address +=
-      PlexoLaunchAddress::GetSuffix(settings ? settings->content : launchable.resource->launch->written);
-  const std::string parameters =
-      launchable.item != nullptr ? launchable.item->GetValue("parameters") : std::string();
-  if (!parameters.empty()) {
-    address = PlexoLaunchAddress::AddParameters(address, parameters);
-    findings.AddReason(ParametersMoved, {launchable.GetIdentifier(), parameters, address});
-  }
-  const std::string suffix(PlexoLaunchAddress::GetSuffix(address));
-  const std::string whole = address;
-  address.resize(address.size() - suffix.size());
-  address += PlexoLaunchAddress::ProtectSuffix(suffix);
-  if (!PlexoLaunchAddress::IsJoinable(suffix)) findings.AddReason(AddressProtected, {whole, address});
-  return address;
-}
-
-void PlexoExamination::AddLaunchPageFindings(const PlexoLaunchable& launchable, const PlexoAdoptedSCO& sco) {
-  const auto& settings = layout->GetLaunchSettings();
-  const bool isNew = !settings || settings->courseEdition != sco.courseEdition;
-  if (sco.contentEdition != sco.courseEdition && isNew) {
-    findings.AddReason(LaunchPageAdded, {sco.item, std::string(GetScormVersion(sco.contentEdition)),
-                                         std::string(GetScormVersion(sco.courseEdition))});
-  }
-  if (sco.completionPasses) {
-    if (!settings || !settings->completionPasses) findings.AddReason(CompletionPasses, {sco.item});
-    return;
-  }
-  if (!scripts) return;
-  PlexoScriptWords words = scripts->GetWordsOf(*launchable.resource, *launchable.page);
-  if (sco.HasLaunchPage()) words.Add(PlexoScriptWords::Translated);
-  if (!sco.data.masteryScore.empty()) words.Add(PlexoScriptWords::MasteryScore);
-  if (words.ReportsCompletion() && !words.ReportsSuccess()) findings.Add(CompletionMayNotPass, {sco.item});
-}
-
-void PlexoExamination::CheckVersion(const PlexoAdoptedSCO& sco) {
-  const std::string version = package.manifest.GetRoot()->GetValue("version");
-  const std::string_view right = GetManifestVersion(sco.courseEdition);
-  // That the edition changes is told by the launch page.
-  const bool isRightForItself = version == GetManifestVersion(manifestEdition);
-  if (version == right || (isRightForItself && sco.contentEdition != sco.courseEdition)) return;
-  findings.AddReason(VersionCorrected,
-                     {version, std::string(right), std::string(GetScormVersion(sco.courseEdition))});
 }

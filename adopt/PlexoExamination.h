@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adopt/PlexoAdoptFindings.h"
@@ -12,7 +13,6 @@
 #include "adopt/PlexoAdopter.h"
 #include "adopt/PlexoFileShares.h"
 #include "adopt/PlexoLaunchableItems.h"
-#include "adopt/PlexoMetadataFiles.h"
 #include "adopt/PlexoPackageLayout.h"
 #include "check/PlexoCheckedPackage.h"
 #include "check/PlexoScriptIndex.h"
@@ -21,7 +21,9 @@
 /// directory, the manifest and the scripts, and writes nothing.
 class PlexoExamination {
  public:
-  explicit PlexoExamination(const PlexoAdoptRequest& adoptRequest) : request(adoptRequest) {}
+  /// `launchFileNames` are the names of the launch page's files within their folder.
+  PlexoExamination(const PlexoAdoptRequest& adoptRequest, std::vector<std::string> launchFileNames)
+      : request(adoptRequest), launchFiles(std::move(launchFileNames)) {}
   PlexoExamination(const PlexoExamination&) = delete;
   PlexoExamination& operator=(const PlexoExamination&) = delete;
 
@@ -43,17 +45,15 @@ class PlexoExamination {
   [[nodiscard]] TzErrorCodeEnum ChooseItems();
   [[nodiscard]] TzErrorCodeEnum ReadScripts();
   [[nodiscard]] TzErrorCodeEnum MakeSCOs();
+  [[nodiscard]] TzErrorCodeEnum ShareFiles();
   [[nodiscard]] TzErrorCodeEnum Refuse(PlexoFindingId id, const std::vector<std::string>& words);
   [[nodiscard]] TzErrorCodeEnum Take(const TzZipFailure& problem);
 
-  /// Takes out what launches the manifest, a schema document or the like.
-  void LeaveOutStrangers();
-  [[nodiscard]] PlexoAdoptedSCO MakeSCO(const PlexoLaunchable& launchable);
-  [[nodiscard]] std::string MakeLaunchAddress(const PlexoLaunchable& launchable);
-  void AddLaunchPageFindings(const PlexoLaunchable& launchable, const PlexoAdoptedSCO& sco);
-  void CheckVersion(const PlexoAdoptedSCO& sco);
+  /// Takes out the items that launch something else than content: the manifest, or what a system left behind.
+  void LeaveOutItemsOutsideContent();
 
   const PlexoAdoptRequest& request;
+  std::vector<std::string> launchFiles;
   PlexoAdoptFindings findings;
   std::string failureText;
   PlexoCheckedPackage package;
@@ -69,6 +69,5 @@ class PlexoExamination {
   /// None if it doesn't matter what they report.
   std::optional<PlexoScriptIndex> scripts;
   std::optional<PlexoFileShares> shares;
-  std::optional<PlexoMetadataFiles> metadataFiles;
   std::vector<PlexoAdoptedSCO> scos;
 };

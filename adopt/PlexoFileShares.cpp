@@ -2,6 +2,9 @@
 #include "adopt/PlexoFileShares.h"
 
 #include <string_view>
+#include <unordered_set>
+
+#include "adopt/PlexoLaunchAddress.h"
 
 namespace {
 
@@ -25,41 +28,54 @@ void AddOwnFiles(const PlexoResource& resource, const PlexoCheckedPackage& packa
 PlexoFileShares::PlexoFileShares(const PlexoCheckedPackage& checked, const PlexoPackageLayout& packageLayout,
                                  const std::vector<PlexoLaunchable>& launchables)
     : package(checked), layout(packageLayout), items(launchables) {
-  for (const PlexoResource& resource : package.GetResources()) AddOwnFiles(resource, package, listed);
+  for (const PlexoResource& resource : package.GetResources()) {
+    AddOwnFiles(resource, package, filesOf[&resource]);
+  }
+  std::vector<const PlexoResource*> launched;
   for (const PlexoLaunchable& launchable : items) {
+    launched.push_back(launchable.resource);
     pages.insert(launchable.page);
-    pageFolders.insert(PlexoPackageLayout::GetFolder(*launchable.page));
+    pageFolders.emplace(PlexoCheckedPackage::GetFolder(launchable.page->name));
   }
   pageFolders.erase("");
+  owned = GetListed(std::move(launched));
 }
 
 std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& launchable) const {
   if (items.size() == 1) return layout.GetContent();
-  const std::set<const TzZipEntry*> own = GetListed(*launchable.resource);
+  const std::set<const TzZipEntry*> own = GetListed({launchable.resource});
   const bool saysNothing = own.size() == 1;
   std::vector<const TzZipEntry*> share;
   for (const TzZipEntry* file : layout.GetContent()) {
-    const bool isTaken = own.contains(file) || !listed.contains(file) ||
+    const bool isTaken = own.contains(file) || !owned.contains(file) ||
                          (saysNothing && !pages.contains(file) && !IsInFolderOfOther(*file, launchable));
     if (isTaken) share.push_back(file);
   }
   return share;
 }
 
-std::set<const TzZipEntry*> PlexoFileShares::GetListed(const PlexoResource& resource) const {
+std::set<const TzZipEntry*> PlexoFileShares::GetListed(std::vector<const PlexoResource*> open) const {
   std::set<const TzZipEntry*> files;
-  std::set<const PlexoResource*> seen = {&resource};
-  std::vector<const PlexoResource*> open = {&resource};
+  std::unordered_set<const PlexoResource*> seen(open.begin(), open.end());
   while (!open.empty()) {
     const PlexoResource& next = *open.back();
     open.pop_back();
-    AddOwnFiles(next, package, files);
+    const std::set<const TzZipEntry*>& own = filesOf.at(&next);
+    files.insert(own.begin(), own.end());
     for (const auto& [element, identifier] : next.dependencies) {
       const PlexoResource* needed = package.FindResource(identifier);
       if (needed != nullptr && seen.insert(needed).second) open.push_back(needed);
     }
   }
   return files;
+}
+
+std::uint64_t PlexoFileShares::GetPackedSize(const std::vector<const TzZipEntry*>& files) {
+  // A local header, an entry of the directory, and a line of the manifest.
+  constexpr std::uint64_t kRecords = 100;
+  std::uint64_t size = 0;
+  for (const TzZipEntry* file : files) size += file->packedSize + 2 * file->name.size() + kRecords;
+  return size;
 }
 
 bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunchable& launchable) const {
@@ -81,13 +97,18 @@ void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {
     for (const PlexoFileReference* reference : references) {
       if (reference->written.empty() || !told.insert(reference->written).second) continue;
       const TzZipEntry* file = PlexoLaunchableItems::FindFile(*reference, package);
-      if (file == nullptr) {
-        findings.Add(ListedFileAbsent, {reference->written});
+      if (reference->href.isExternal) {
+        findings.Add(HrefExternal, {reference->written});
+      } else if (file == nullptr) {
+        findings.AddReason(ListedFileAbsent, {reference->written});
       } else if (file->name != reference->href.path) {
-        findings.Add(HrefMatched, {reference->written, file->name});
+        findings.AddReason(HrefMatched,
+                           {reference->written, file->name, PlexoLaunchAddress::EncodePath(file->name)});
       }
     }
   }
+  std::set<const TzZipEntry*> listed;
+  for (const auto& [resource, files] : filesOf) listed.insert(files.begin(), files.end());
   std::vector<const TzZipEntry*> unlisted;
   for (const TzZipEntry* file : layout.GetContent()) {
     if (!listed.contains(file)) unlisted.push_back(file);

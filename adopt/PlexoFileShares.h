@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "adopt/PlexoAdoptFindings.h"
@@ -13,9 +15,10 @@
 /// Which files of a package each of its launchable items needs.
 ///
 /// A manifest that lists too little is the rule, so that a file is left out of an item's share only where
-/// there is evidence that it is another's: others list it, and the item's own resources don't. An item whose
-/// resources list nothing but its page says nothing about the files that it needs; its share then lacks only
-/// the pages of other items and the files in their folders.
+/// there is evidence that it is another's: the resources of other items list it, and the item's own don't.
+/// What belongs to no item, listed or not, is in every share. An item whose resources list nothing but its
+/// page says nothing about the files that it needs; its share then lacks only the pages of other items and
+/// the files in their folders.
 class PlexoFileShares {
  public:
   PlexoFileShares(const PlexoCheckedPackage& checked, const PlexoPackageLayout& packageLayout,
@@ -23,20 +26,25 @@ class PlexoFileShares {
 
   /// The files that the item's package holds: all, if it is the only item.
   [[nodiscard]] std::vector<const TzZipEntry*> GetShare(const PlexoLaunchable& launchable) const;
+  /// What these files take in an archive, with the records about each.
+  [[nodiscard]] static std::uint64_t GetPackedSize(const std::vector<const TzZipEntry*>& files);
   /// Adds what the manifest lists and the package lacks, what it lists under other names, and what of the
   /// content it doesn't list.
   void AddFindings(PlexoAdoptFindings& findings) const;
 
  private:
-  /// The files that the resource and its dependencies list, its page among them.
-  [[nodiscard]] std::set<const TzZipEntry*> GetListed(const PlexoResource& resource) const;
+  /// The files that these resources and their dependencies list, their pages among them.
+  [[nodiscard]] std::set<const TzZipEntry*> GetListed(std::vector<const PlexoResource*> open) const;
   [[nodiscard]] bool IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunchable& launchable) const;
 
   const PlexoCheckedPackage& package;
   const PlexoPackageLayout& layout;
   const std::vector<PlexoLaunchable>& items;
-  /// All files that any resource lists.
-  std::set<const TzZipEntry*> listed;
+  /// The files that each resource lists itself. A manifest may name one file very often, and every item the
+  /// same dependencies.
+  std::unordered_map<const PlexoResource*, std::set<const TzZipEntry*>> filesOf;
+  /// All files that the items' resources list.
+  std::set<const TzZipEntry*> owned;
   std::set<const TzZipEntry*> pages;
   /// The folders of the pages, but for the top.
   std::set<std::string, std::less<>> pageFolders;

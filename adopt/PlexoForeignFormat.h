@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "check/PlexoCheckedPackage.h"
@@ -11,7 +12,7 @@ class PlexoForeignFormat {
   /// The format of a package without an imsmanifest.xml, by the files that it has in its place; empty if it
   /// isn't known.
   static std::string_view FindByFiles(const PlexoCheckedPackage& package);
-  /// The format of a package whose manifest is of the kind that SCORM uses; empty if nothing speaks against
-  /// SCORM.
-  static std::string_view FindByManifest(const PlexoCheckedPackage& package);
+  /// The format of a package whose manifest is of the kind that SCORM uses, by the namespace of its root and
+  /// the schema that it names; empty if nothing speaks against SCORM.
+  static std::string FindByManifest(const PlexoCheckedPackage& package);
 };

@@ -5,6 +5,7 @@
 #include <array>
 #include <set>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -69,19 +70,22 @@ class Forecast {
   }
 
   void CheckFiles(const std::vector<const TzZipEntry*>& content) {
-    std::vector<std::string_view> strays;
+    std::vector<std::string> strays;
+    std::vector<std::string> misread;
     std::set<std::string_view> folders;
+    const std::set<const TzZipEntry*> meant = GetMeantFiles();
     for (const TzZipEntry* file : content) {
       if (file->name.find('/') == std::string::npos && !listed.contains(file->name)) {
-        strays.push_back(file->name);
+        (meant.contains(file) ? misread : strays).push_back(file->name);
       }
       for (const std::string_view folder : kSchemaFolders) {
         if (file->name.starts_with(folder)) folders.insert(folder);
       }
     }
-    if (!strays.empty()) {
-      findings.AddReason(TopFilesMoved,
-                         {PlexoAdoptFindings::DescribeNames(std::string(strays.front()), strays.size())});
+    for (const auto& [id, names] :
+         {std::pair{TopFilesMoved, &strays}, std::pair{ListedOtherwise, &misread}}) {
+      if (names->empty()) continue;
+      findings.AddReason(id, {PlexoAdoptFindings::DescribeNames(names->front(), names->size())});
     }
     if (sco.courseEdition == PlexoCourseEdition::Scorm12) return;
     for (const std::string_view folder : folders) {
@@ -95,6 +99,17 @@ class Forecast {
       if (around->name == "organizations") return true;
     }
     return false;
+  }
+
+  /// The files that the manifest lists, in whatever way.
+  [[nodiscard]] std::set<const TzZipEntry*> GetMeantFiles() const {
+    std::set<const TzZipEntry*> meant;
+    for (const PlexoResource& resource : package.GetResources()) {
+      for (const PlexoFileReference& file : resource.files) {
+        meant.insert(PlexoLaunchableItems::FindFile(file, package));
+      }
+    }
+    return meant;
   }
 
   void CheckPrefix(const PlexoManifestElement& element) {
@@ -153,11 +168,13 @@ class Forecast {
   void CheckLast() {
     if (lastResource != nullptr && lastResource != launchable.resource->element &&
         lastResource->GetAttribute("href") != nullptr) {
-      findings.AddReason(OtherResourceLaunched, {lastResource->GetValue("identifier"),
-                                                 launchable.GetIdentifier(), launchable.page->name});
+      findings.AddReason(OtherResourceLaunched,
+                         {lastResource->GetValue("identifier"), launchable.GetName(), launchable.page->name});
     }
-    if (lastTitle != nullptr && lastTitle->parent != launchable.item && lastTitle->text != sco.title) {
-      findings.AddReason(OtherTitleRead, {lastTitle->text, launchable.GetIdentifier(), sco.title});
+    if (lastTitle == nullptr || lastTitle->text.empty()) {
+      findings.AddReason(TitleSupplied, {launchable.GetName(), sco.title});
+    } else if (lastTitle->parent != launchable.item && lastTitle->text != sco.title) {
+      findings.AddReason(OtherTitleRead, {lastTitle->text, launchable.GetName(), sco.title});
     }
   }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <regex>
 #include <set>
 
 #include "adopt/PlexoLaunchAddress.h"
@@ -11,6 +12,9 @@ namespace {
 
 using enum PlexoFindingId;
 using enum PlexoVocabulary;
+
+/// Longer values are none that an item can have.
+constexpr std::size_t kMostCharacters = 100;
 
 /// An element of the ADL namespace, by its name in lower case: its spelling differs between the editions.
 const PlexoManifestElement* FindAdl(const PlexoManifestElement& item, std::string_view name) {
@@ -81,6 +85,38 @@ bool IsSequenced(const PlexoManifestElement& element) {
   return false;
 }
 
+void AddDroppedDetails(const PlexoManifestElement& element, PlexoAdoptFindings& findings) {
+  const auto drop = [&](const char* what) {
+    findings.Add(DetailDropped, {element.name, element.GetValue("identifier"), what});
+  };
+  if (element.GetValue("isvisible") == "false" || element.GetValue("isvisible") == "0") {
+    drop("isvisible=\"false\"");
+  }
+  if (element.Find(Navigation, "presentation") != nullptr) drop("presentation");
+  const PlexoManifestElement* metadata = element.Find(Packaging, "metadata");
+  if (metadata == nullptr) return;
+  const bool isWritten =
+      std::any_of(metadata->children.begin(), metadata->children.end(), [](const auto* child) {
+        return !child->Is(Packaging, "schema") && !child->Is(Packaging, "schemaversion") &&
+               !child->Is(Adlcp, "location");
+      });
+  if (isWritten) drop("metadata, which isn't in a file of its own,");
+}
+
+/// SCORM 1.2 Content Aggregation Model: a number from 0 to 100.
+bool IsMasteryScore(const std::string& text) {
+  static const std::regex kScore(R"(\+?(100(\.0*)?|\d{1,2}(\.\d{1,100})?))");
+  return text.size() <= kMostCharacters && std::regex_match(text, kScore);
+}
+
+/// SCORM 1.2 Run-Time Environment, CMITimespan; SCORM 2004 Content Aggregation Model, xs:duration.
+bool IsTimeLimit(const std::string& text, PlexoCourseEdition edition) {
+  static const std::regex kTimespan(R"(\d{2,4}:\d{2}:\d{2}(\.\d{1,2})?)");
+  static const std::regex kDuration(R"(P(?=.)(\d+Y)?(\d+M)?(\d+D)?(T(?=.)(\d+H)?(\d+M)?(\d+(\.\d+)?S)?)?)");
+  return text.size() <= kMostCharacters &&
+         std::regex_match(text, edition == PlexoCourseEdition::Scorm12 ? kTimespan : kDuration);
+}
+
 }  // namespace
 
 std::string PlexoItemData::ReadObjective(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) {
@@ -105,8 +141,6 @@ PlexoLaunchData PlexoItemData::ReadLaunchData(const PlexoLaunchable& launchable,
   data.scaledPassingScore = ReadPassingScore(item);
   data.completionThreshold = ReadCompletionThreshold(item);
 
-  constexpr std::size_t kMostTimeCharacters = 13;
-  constexpr std::size_t kMostScoreCharacters = 200;
   const auto drop = [&](std::string& value, const char* name) {
     findings.Add(LaunchDataDropped,
                  {launchable.GetIdentifier(), name, value, std::string(GetScormVersion(edition))});
@@ -115,9 +149,11 @@ PlexoLaunchData PlexoItemData::ReadLaunchData(const PlexoLaunchable& launchable,
   if (!data.timeLimitAction.empty() && !IsTimeLimitAction(data.timeLimitAction)) {
     drop(data.timeLimitAction, "time limit action");
   }
-  if (edition == PlexoCourseEdition::Scorm12) {
-    if (data.maxTimeAllowed.size() > kMostTimeCharacters) drop(data.maxTimeAllowed, "time limit");
-    if (data.masteryScore.size() > kMostScoreCharacters) drop(data.masteryScore, "mastery score");
+  if (!data.maxTimeAllowed.empty() && !IsTimeLimit(data.maxTimeAllowed, edition)) {
+    drop(data.maxTimeAllowed, "time limit");
+  }
+  if (!data.masteryScore.empty() && !IsMasteryScore(data.masteryScore)) {
+    drop(data.masteryScore, "mastery score");
   }
   return data;
 }
@@ -149,14 +185,17 @@ void PlexoItemData::DropWithoutPlace(PlexoAdoptedSCO& sco, PlexoAdoptFindings& f
 }
 
 void PlexoItemData::AddDropped(const std::vector<PlexoLaunchable>& launchables,
-                               PlexoAdoptFindings& findings) {
+                               const PlexoCheckedPackage& package, PlexoAdoptFindings& findings) {
   std::set<const PlexoManifestElement*> seen;
+  AddDroppedDetails(*package.manifest.GetRoot(), findings);
   for (const PlexoLaunchable& launchable : launchables) {
+    AddDroppedDetails(*launchable.resource->element, findings);
     const PlexoManifestElement* element = launchable.item;
     for (; element != nullptr && seen.insert(element).second; element = element->parent) {
       if (IsSequenced(*element)) {
         findings.Add(SequencingDropped, {element->name, element->GetValue("identifier")});
       }
+      if (element != package.manifest.GetRoot()) AddDroppedDetails(*element, findings);
       const std::string prerequisites = GetAdlText(*element, "prerequisites");
       if (!prerequisites.empty()) {
         findings.Add(PrerequisitesDropped, {element->GetValue("identifier"), prerequisites});

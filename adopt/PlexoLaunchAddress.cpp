@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "check/PlexoHref.h"
+
 namespace {
 
 void AppendEscape(char character, std::string& text) {
@@ -15,12 +17,6 @@ void AppendEscape(char character, std::string& text) {
 
 /// What no part of an address can hold, but for a path's own "?" and "#".
 constexpr std::string_view kNeverHeld = " \"<>[\\]^`{|}";
-
-bool StartsEscape(std::string_view text) {
-  constexpr std::string_view kHexadecimal = "0123456789ABCDEFabcdef";
-  return text.size() > 2 && kHexadecimal.find(text[1]) != std::string_view::npos &&
-         kHexadecimal.find(text[2]) != std::string_view::npos;
-}
 
 }  // namespace
 
@@ -54,7 +50,7 @@ std::string PlexoLaunchAddress::ProtectSuffix(std::string_view suffix) {
     isFragment = isFragment || character == '#';
     const bool isHeld = slashes.find(character) == std::string_view::npos &&
                         kNeverHeld.find(character) == std::string_view::npos && !isSecondFragment &&
-                        (character != '%' || StartsEscape(suffix.substr(at)));
+                        (character != '%' || PlexoHref::StartsEscape(suffix.substr(at)));
     if (isHeld) {
       safe += character;
     } else {

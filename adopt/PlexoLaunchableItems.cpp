@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 #include "host/files/TzZipName.h"
 #include "host/text/TzString.h"
@@ -29,6 +30,13 @@ std::string Collapse(const std::string& text) {
   return collapsed;
 }
 
+/// An address of a schema is read without the blanks around it (XML Schema Part 2, anyURI).
+std::string_view Trim(std::string_view href) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  href.remove_prefix(std::min(href.find_first_not_of(kBlanks), href.size()));
+  return href.substr(0, href.find_last_not_of(kBlanks) + 1);
+}
+
 /// Old tools write the bytes of ISO-8859-1 as escapes: "%FC".
 std::string FromLatin1(std::string_view bytes) {
   std::u16string units;
@@ -41,17 +49,37 @@ std::string GetOwnTitle(const PlexoManifestElement& element) {
   return title != nullptr ? Collapse(title->text) : std::string();
 }
 
+std::string JoinFirst(const std::vector<std::string>& names) {
+  constexpr std::size_t kMostShown = 20;
+  std::string text;
+  for (std::size_t index = 0; index < std::min(names.size(), kMostShown); ++index) {
+    text += (text.empty() ? "" : ", ") + names[index];
+  }
+  return names.size() > kMostShown ? text + " ..." : text;
+}
+
 class ItemSearch {
  public:
   ItemSearch(const PlexoCheckedPackage& checked, PlexoAdoptFindings& adoptFindings)
       : package(checked), findings(adoptFindings) {}
 
   std::vector<PlexoLaunchable> Run() {
-    for (const PlexoManifestElement* organization : GetOrganizations()) {
+    const auto organizations = GetOrganizations();
+    for (const PlexoManifestElement* organization : organizations) {
       AddItems(*organization);
-      if (!found.empty()) return found;
+      if (found.empty()) continue;
+      TellOthers(*organization, organizations);
+      break;
     }
-    AddOnlyResource();
+    if (found.empty()) AddOnlyResource();
+    if (found.size() == 1 && found.front().item == nullptr && package.GetItems().size() == 1) {
+      const PlexoManifestElement& item = *package.GetItems().front();
+      found.front().item = &item;
+      findings.AddReason(ItemMended, {item.GetValue("identifier"), item.GetValue("identifierref"),
+                                      found.front().resource->identifier});
+    } else {
+      for (const auto& [identifier, wanted] : leftOut) findings.AddReason(ItemLeftOut, {identifier, wanted});
+    }
     return found;
   }
 
@@ -67,6 +95,19 @@ class ItemSearch {
     return organizations;
   }
 
+  /// Those without items are empty frames.
+  void TellOthers(const PlexoManifestElement& taken,
+                  const std::vector<const PlexoManifestElement*>& organizations) {
+    std::vector<std::string> others;
+    for (const PlexoManifestElement* other : organizations) {
+      if (other == &taken || other->Find(Packaging, "item") == nullptr) continue;
+      others.push_back("'" + other->GetValue("identifier") + "' (" + GetOwnTitle(*other) + ")");
+    }
+    if (!others.empty()) {
+      findings.AddReason(OrganizationsLeftOut, {taken.GetValue("identifier"), JoinFirst(others)});
+    }
+  }
+
   void AddItems(const PlexoManifestElement& parent) {
     for (const PlexoManifestElement* item : parent.FindAll(Packaging, "item")) {
       AddItem(*item);
@@ -79,12 +120,12 @@ class ItemSearch {
     if (reference.empty()) return;
     const PlexoResource* resource = package.FindResource(reference);
     if (resource == nullptr || !resource->launch) {
-      findings.Add(ItemLeftOut, {item.GetValue("identifier"), reference});
+      leftOut.emplace_back(item.GetValue("identifier"), reference);
     } else if (const TzZipEntry* page = PlexoLaunchableItems::FindFile(*resource->launch, package);
                page != nullptr) {
       found.push_back({&item, resource, page});
     } else {
-      findings.Add(ItemLeftOut, {item.GetValue("identifier"), resource->launch->written});
+      leftOut.emplace_back(item.GetValue("identifier"), resource->launch->written);
     }
   }
 
@@ -108,12 +149,19 @@ class ItemSearch {
   const PlexoCheckedPackage& package;
   PlexoAdoptFindings& findings;
   std::vector<PlexoLaunchable> found;
+  /// Items that lead nowhere: their identifiers, and what they want to launch.
+  std::vector<std::pair<std::string, std::string>> leftOut;
 };
 
 }  // namespace
 
 std::string PlexoLaunchable::GetIdentifier() const {
   return item != nullptr ? item->GetValue("identifier") : std::string();
+}
+
+std::string PlexoLaunchable::GetName() const {
+  const std::string identifier = GetIdentifier();
+  return identifier.empty() ? "'" + page->name + "'" : "item '" + identifier + "'";
 }
 
 std::vector<PlexoLaunchable> PlexoLaunchableItems::Find(const PlexoCheckedPackage& package,
@@ -129,27 +177,28 @@ std::string PlexoLaunchableItems::GetTitle(const PlexoLaunchable& launchable,
   for (const PlexoManifestElement* organization : package.GetOrganizations()) {
     if (std::string title = GetOwnTitle(*organization); !title.empty()) return title;
   }
-  return launchable.page->name.substr(launchable.page->name.rfind('/') + 1);
+  return std::string(PlexoCheckedPackage::GetFileName(launchable.page->name));
 }
 
 std::string PlexoLaunchableItems::Describe(const std::vector<PlexoLaunchable>& launchables,
                                            const PlexoCheckedPackage& package) {
-  constexpr std::size_t kMostShown = 20;
-  std::string text;
-  for (std::size_t index = 0; index < std::min(launchables.size(), kMostShown); ++index) {
-    text += (text.empty() ? "'" : ", '") + launchables[index].GetIdentifier() + "' (" +
-            GetTitle(launchables[index], package) + ")";
+  std::vector<std::string> names;
+  names.reserve(launchables.size());
+  for (const PlexoLaunchable& launchable : launchables) {
+    names.push_back("'" + launchable.GetIdentifier() + "' (" + GetTitle(launchable, package) + ")");
   }
-  return launchables.size() > kMostShown ? text + " ..." : text;
+  return JoinFirst(names);
 }
 
 const TzZipEntry* PlexoLaunchableItems::FindFile(const PlexoFileReference& reference,
                                                  const PlexoCheckedPackage& package) {
-  if (reference.entry != nullptr || reference.href.isExternal || reference.href.leavesPackage) {
-    return reference.entry;
+  if (reference.entry != nullptr) return reference.entry;
+  const PlexoHref href = PlexoHref::Read(reference.base, Trim(reference.written));
+  if (href.isExternal || href.leavesPackage) return nullptr;
+  for (const std::string& path : {href.path, href.rawPath}) {
+    if (const TzZipEntry* file = package.FindFile(path); file != nullptr) return file;
   }
-  const std::string& path = reference.href.path;
-  return package.FindFileInAnyCase(TzZipName::IsUtf8(path) ? path : FromLatin1(path));
+  return package.FindFileInAnyCase(TzZipName::IsUtf8(href.path) ? href.path : FromLatin1(href.path));
 }
 
 bool PlexoLaunchableItems::IsAsset(const PlexoResource& resource) {

@@ -16,13 +16,16 @@ struct PlexoLaunchable {
 
   /// As the package writes it; empty without an item.
   [[nodiscard]] std::string GetIdentifier() const;
+  /// "item 'FIRST'"; by its page without an identifier.
+  [[nodiscard]] std::string GetName() const;
 };
 
 /// What of a package can be launched: the items of its default organization that lead to a page.
 class PlexoLaunchableItems {
  public:
-  /// Items that lead nowhere are findings. A manifest without items stands for its only SCO, or its only
-  /// resource with a page.
+  /// Items that lead nowhere, and organizations beside the one that is taken, are findings. Where no item
+  /// leads to a page, the SCOs among the resources are taken, or without any the only resource with a page;
+  /// of a single item and a single page the item keeps its say.
   static std::vector<PlexoLaunchable> Find(const PlexoCheckedPackage& package, PlexoAdoptFindings& findings);
 
   /// The item's title, else that of an element around it; never empty.
@@ -31,7 +34,8 @@ class PlexoLaunchableItems {
   static std::string Describe(const std::vector<PlexoLaunchable>& launchables,
                               const PlexoCheckedPackage& package);
 
-  /// The file of a reference, in whatever case it is written; null if the package has none.
+  /// The file of a reference, in whatever case it is written, without the blanks around it; null if the
+  /// package has none.
   static const TzZipEntry* FindFile(const PlexoFileReference& reference, const PlexoCheckedPackage& package);
   /// The resource calls itself an asset, in either edition's spelling.
   static bool IsAsset(const PlexoResource& resource);

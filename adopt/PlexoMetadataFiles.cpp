@@ -22,7 +22,8 @@ const TzZipEntry* PlexoMetadataFiles::Find(const PlexoLaunchable& launchable, Sc
     if (named == byElement.end()) continue;
     const TzZipEntry* file = PlexoLaunchableItems::FindFile(*named->second, package);
     if (file != nullptr) return file;
-    findings.Add(PlexoFindingId::MetadataFileAbsent, {launchable.GetIdentifier(), named->second->written});
+    findings.AddReason(PlexoFindingId::MetadataFileAbsent,
+                       {launchable.GetIdentifier(), named->second->written});
   }
   return nullptr;
 }

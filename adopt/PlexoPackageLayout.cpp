@@ -2,11 +2,12 @@
 #include "adopt/PlexoPackageLayout.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 
 #include "adopt/PlexoAdoptedManifest.h"
 #include "adopt/PlexoForeignFormat.h"
+#include "adopt/PlexoLaunchableItems.h"
+#include "adopt/PlexoSchemaNames.h"
 #include "check/PlexoArchiveCheck.h"
 
 namespace {
@@ -14,20 +15,6 @@ namespace {
 using enum PlexoFindingId;
 
 constexpr std::string_view kManifest = PlexoFindingList::kManifestName;
-
-std::string_view GetFileName(std::string_view name) { return name.substr(name.rfind('/') + 1); }
-
-/// Published schema documents by their names, which makers copy to the top of a package.
-bool IsPublishedSchema(std::string_view fileName) {
-  static constexpr std::array<std::string_view, 3> kNames = {"xml.xsd", "xmlschema.dtd", "datatypes.dtd"};
-  static constexpr std::array<std::string_view, 9> kStarts = {
-      "adlcp_", "adlnav_", "adlseq_", "adl_cp", "imscp_", "imsmd_", "imsss_", "ims_xml", "lom"};
-  const std::string name = PlexoCheckedPackage::FoldCase(fileName);
-  if (std::find(kNames.begin(), kNames.end(), name) != kNames.end()) return true;
-  return (name.ends_with(".xsd") || name.ends_with(".dtd")) &&
-         std::any_of(kStarts.begin(), kStarts.end(),
-                     [&name](std::string_view start) { return name.starts_with(start); });
-}
 
 std::string JoinNames(const std::vector<const TzZipEntry*>& entries) {
   constexpr std::size_t kMostShown = 5;
@@ -47,7 +34,8 @@ const TzZipEntry* PlexoPackageLayout::FindManifest(const PlexoCheckedPackage& pa
   std::vector<const TzZipEntry*> found;
   for (const TzZipEntry& entry : package.archive.GetEntries()) {
     if (entry.isFolder || !PlexoArchiveCheck::GetLeaver(entry.name).empty()) continue;
-    if (PlexoCheckedPackage::FoldCase(GetFileName(entry.name)) == kManifest) found.push_back(&entry);
+    if (PlexoCheckedPackage::FoldCase(PlexoCheckedPackage::GetFileName(entry.name)) == kManifest)
+      found.push_back(&entry);
   }
   if (found.size() == 1) return found.front();
   if (found.size() > 1) {
@@ -60,19 +48,19 @@ const TzZipEntry* PlexoPackageLayout::FindManifest(const PlexoCheckedPackage& pa
   return nullptr;
 }
 
-std::string PlexoPackageLayout::GetFolder(const TzZipEntry& entry) {
-  const std::size_t slash = entry.name.rfind('/');
-  return slash == std::string::npos ? std::string() : entry.name.substr(0, slash);
-}
-
 PlexoPackageLayout::PlexoPackageLayout(PlexoCheckedPackage& checked, const TzZipEntry& manifestEntry,
+                                       PlexoCourseEdition manifestEdition,
+                                       const std::vector<std::string>& launchFiles,
                                        PlexoAdoptFindings& adoptFindings)
-    : package(checked), findings(adoptFindings), manifestFolder(GetFolder(manifestEntry)) {
+    : package(checked),
+      findings(adoptFindings),
+      edition(manifestEdition),
+      manifestFolder(PlexoCheckedPackage::GetFolder(manifestEntry.name)) {
   if (!manifestFolder.empty()) manifestFolder += '/';
   if (manifestEntry.name != kManifest) findings.AddReason(ManifestLifted, {manifestEntry.name});
   Sort(manifestEntry);
   if (manifestFolder.empty()) ReadLaunchSettings();
-  if (manifestFolder.empty() && IsInPlace()) {
+  if (manifestFolder.empty() && IsInPlace(launchFiles)) {
     root = kContentFolder;
     std::erase_if(content, [](const TzZipEntry* file) { return !file->name.starts_with(kContentFolder); });
     return;
@@ -88,11 +76,12 @@ PlexoPackageLayout::PlexoPackageLayout(PlexoCheckedPackage& checked, const TzZip
 void PlexoPackageLayout::Sort(const TzZipEntry& manifestEntry) {
   std::map<std::string_view, std::vector<std::string>> junk;
   std::vector<std::string> schemas;
+  const std::set<const TzZipEntry*> listed = GetListed();
   for (const TzZipEntry& entry : package.archive.GetEntries()) {
     if (entry.isFolder || &entry == &manifestEntry) continue;
     if (const std::string_view leaver = PlexoArchiveCheck::GetLeaver(entry.name); !leaver.empty()) {
       junk[leaver].push_back(entry.name);
-    } else if (IsSchemaDocument(entry.name)) {
+    } else if (IsSchemaDocument(entry.name) && !listed.contains(&entry)) {
       schemas.push_back(entry.name);
     } else {
       content.push_back(&entry);
@@ -109,25 +98,47 @@ void PlexoPackageLayout::Sort(const TzZipEntry& manifestEntry) {
 
 bool PlexoPackageLayout::IsSchemaDocument(std::string_view name) const {
   if (!name.starts_with(manifestFolder)) return false;
-  name.remove_prefix(manifestFolder.size());
-  const std::string_view folder = name.substr(0, name.find('/'));
-  if (folder == name) return IsPublishedSchema(name);
-  return (folder == "common" || folder == "extend" || folder == "unique" || folder == "vocab") &&
-         name.ends_with(".xsd");
+  return PlexoSchemaNames::Has(name.substr(manifestFolder.size()), edition);
 }
 
-bool PlexoPackageLayout::IsInPlace() {
-  return std::all_of(content.begin(), content.end(), [this](const TzZipEntry* file) {
-    return file->name.starts_with(kContentFolder) || IsMetadataFile(*file) ||
-           (settings && file->name.starts_with(PlexoLaunchSettings::kFolder));
+std::set<const TzZipEntry*> PlexoPackageLayout::GetListed() const {
+  std::set<const TzZipEntry*> listed;
+  for (const PlexoResource& resource : package.GetResources()) {
+    if (resource.launch) listed.insert(PlexoLaunchableItems::FindFile(*resource.launch, package));
+    for (const PlexoFileReference& file : resource.files) {
+      listed.insert(PlexoLaunchableItems::FindFile(file, package));
+    }
+  }
+  return listed;
+}
+
+bool PlexoPackageLayout::IsInPlace(const std::vector<std::string>& launchFiles) const {
+  std::set<std::string> ours;
+  if (settings) {
+    ours.insert(PlexoLaunchSettings::kFile);
+    for (const std::string& name : launchFiles) ours.insert(PlexoLaunchSettings::kFolder + name);
+  }
+  return std::all_of(content.begin(), content.end(), [&](const TzZipEntry* file) {
+    return file->name.starts_with(kContentFolder) || IsMetadataFile(*file) || ours.contains(file->name);
   });
 }
 
 bool PlexoPackageLayout::IsMetadataFile(const TzZipEntry& file) const {
   if (file.name != PlexoAdoptedManifest::kMetadataFile) return false;
-  const auto& named = package.GetMetadataFiles();
-  return std::any_of(named.begin(), named.end(),
-                     [&file](const PlexoFileReference& reference) { return reference.entry == &file; });
+  if (package.GetItems().size() != 1) return false;
+  const PlexoManifestElement* item = package.GetItems().front();
+  const PlexoResource* resource = package.GetResourceOf(*item);
+  if (resource == nullptr) return false;
+  // Another one that is named could be taken in its place.
+  bool isTheItems = false;
+  for (const PlexoFileReference& reference : package.GetMetadataFiles()) {
+    if (reference.entry != &file) return false;
+    const PlexoManifestElement* metadata = reference.element->parent;
+    const PlexoManifestElement* about = metadata != nullptr ? metadata->parent : nullptr;
+    isTheItems = isTheItems || about == item || about == resource->element ||
+                 (about != nullptr && about == package.manifest.GetRoot());
+  }
+  return isTheItems;
 }
 
 void PlexoPackageLayout::ReadLaunchSettings() {

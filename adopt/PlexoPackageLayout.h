@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,15 +19,15 @@ class PlexoPackageLayout {
 
   /// The manifest of the package; null, with a finding, if there is none or it can't be told.
   static const TzZipEntry* FindManifest(const PlexoCheckedPackage& package, PlexoFindingList& findings);
-  /// The folder of an entry; empty at the top.
-  static std::string GetFolder(const TzZipEntry& entry);
 
-  /// The package was indexed for this manifest.
+  /// The package was indexed for this manifest, which is of this edition. `launchFiles` are the names of the
+  /// launch page's files within their folder.
   PlexoPackageLayout(PlexoCheckedPackage& checked, const TzZipEntry& manifestEntry,
+                     PlexoCourseEdition manifestEdition, const std::vector<std::string>& launchFiles,
                      PlexoAdoptFindings& adoptFindings);
 
-  /// The files of the content, in the archive's order: without manifest, schema documents, launch page and
-  /// what a system left behind.
+  /// The files of the content, in the archive's order: without manifest, unlisted schema documents, launch
+  /// page and what a system left behind.
   [[nodiscard]] const std::vector<const TzZipEntry*>& GetContent() const { return content; }
   /// Where a file of the content goes: "content/index.htm".
   [[nodiscard]] std::string GetTarget(const TzZipEntry& file) const;
@@ -37,13 +38,16 @@ class PlexoPackageLayout {
 
  private:
   void Sort(const TzZipEntry& manifestEntry);
+  [[nodiscard]] std::set<const TzZipEntry*> GetListed() const;
   [[nodiscard]] bool IsSchemaDocument(std::string_view name) const;
-  [[nodiscard]] bool IsInPlace();
+  /// The package is as an adoption writes it: nothing stands outside the content but what is written anew.
+  [[nodiscard]] bool IsInPlace(const std::vector<std::string>& launchFiles) const;
   [[nodiscard]] bool IsMetadataFile(const TzZipEntry& file) const;
   void ReadLaunchSettings();
 
   PlexoCheckedPackage& package;
   PlexoAdoptFindings& findings;
+  PlexoCourseEdition edition;
   /// Of the manifest, with a slash; empty at the top.
   std::string manifestFolder;
   /// What is cut off the names of the content.

@@ -103,7 +103,8 @@ PlexoFileReference PlexoCheckedPackage::MakeReference(const PlexoManifestElement
                                                       std::string written) const {
   PlexoFileReference reference;
   reference.element = &element;
-  reference.href = PlexoHref::Read(folder + GetBase(element), written);
+  reference.base = folder + GetBase(element);
+  reference.href = PlexoHref::Read(reference.base, written);
   reference.written = std::move(written);
   if (reference.href.isExternal || reference.href.leavesPackage) return reference;
   reference.entry = FindFile(reference.href.path);
@@ -133,6 +134,15 @@ const PlexoResource* PlexoCheckedPackage::FindResource(std::string_view identifi
 const PlexoResource* PlexoCheckedPackage::GetResourceOf(const PlexoManifestElement& item) const {
   const std::string* reference = item.GetAttribute("identifierref");
   return reference != nullptr ? FindResource(*reference) : nullptr;
+}
+
+std::string_view PlexoCheckedPackage::GetFileName(std::string_view name) {
+  return name.substr(name.rfind('/') + 1);
+}
+
+std::string_view PlexoCheckedPackage::GetFolder(std::string_view name) {
+  const std::size_t slash = name.rfind('/');
+  return slash == std::string_view::npos ? std::string_view() : name.substr(0, slash);
 }
 
 std::string PlexoCheckedPackage::FoldCase(std::string_view name) {

@@ -19,6 +19,8 @@ struct PlexoFileReference {
   const PlexoManifestElement* element = nullptr;
   /// As the manifest writes it, without the bases around it.
   std::string written;
+  /// What the bases add up to, and the manifest's folder.
+  std::string base;
   PlexoHref href;
   /// Null if the package has no such file.
   const TzZipEntry* entry = nullptr;
@@ -75,6 +77,9 @@ class PlexoCheckedPackage {
   /// The resource that an item launches; null if it has none.
   [[nodiscard]] const PlexoResource* GetResourceOf(const PlexoManifestElement& item) const;
 
+  /// The last component of an entry's name, and what stands before it: "a/b" of "a/b/c", empty at the top.
+  static std::string_view GetFileName(std::string_view name);
+  static std::string_view GetFolder(std::string_view name);
   /// ASCII letters in lower case.
   static std::string FoldCase(std::string_view name);
 

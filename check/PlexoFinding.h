@@ -70,7 +70,7 @@ enum class PlexoFindingId {
   WeightMalformed,
   SequencingOrder,
   NeverSuccess,
-  ReportsNothing,
+  NeverReports,
   NeverComplete,
   FailedPretestOpens,
 
@@ -94,6 +94,7 @@ enum class PlexoFindingId {
   NothingToLaunch,
   SeveralItems,
   ItemUnknown,
+  PackagesTooLarge,
 
   VersionCorrected,
 
@@ -105,6 +106,7 @@ enum class PlexoFindingId {
   AttributeTooFar,
   AttributeMissing,
   AddressProtected,
+  ParametersDropped,
 
   ManifestLifted,
   TopFilesMoved,
@@ -113,6 +115,7 @@ enum class PlexoFindingId {
   JunkLeftOut,
   SchemasLeftOut,
   ListedFileAbsent,
+  ListedOtherwise,
 
   ItemsSeparated,
   OtherResourceLaunched,
@@ -125,10 +128,15 @@ enum class PlexoFindingId {
   LaunchDataDropped,
   AssetLaunched,
   MetadataFileAbsent,
+  OrganizationsLeftOut,
+  TitleSupplied,
+  ItemMended,
+  DetailDropped,
 
   LaunchPageAdded,
   CompletionPasses,
   CompletionMayNotPass,
+  ReportsNothing,
 
   Count
 };

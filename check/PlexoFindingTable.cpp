@@ -189,7 +189,7 @@ constexpr std::array kKinds = {
         "let the content set cmi.success_status, let completion pass ('completion-passes' in the course "
         "file), or don't force the order"},
     PlexoFindingKind{
-        ReportsNothing, "PLX-510", kError, "Content reports nothing, but is waited for",
+        NeverReports, "PLX-510", kError, "Content reports nothing, but is waited for",
         "item '{0}': reports neither completion nor success, as far as its scripts show, but '{1}' waits "
         "for it and stays closed for ever",
         "let the content report, or let the LMS set its status (completionSetByContent and "
@@ -256,6 +256,12 @@ constexpr std::array kKinds = {
                      "name one of them by its identifier"},
     PlexoFindingKind{ItemUnknown, "PLX-806", kError, "The item that was asked for doesn't exist",
                      "item '{0}': isn't among those that can be launched: {1}", "name one of these"},
+    PlexoFindingKind{PackagesTooLarge, "PLX-807", kError,
+                     "The packages of all items would be too large together",
+                     "the package: its {0} items share so many files that a package of each would hold more "
+                     "than {1} MiB together",
+                     "take the items that the course needs one by one: 'item' in the course file, --item of "
+                     "'plexo adopt'"},
 
     PlexoFindingKind{VersionCorrected, "PLX-811", kWarning, "The manifest's version wasn't the edition's",
                      "the manifest: its version '{0}' became '{1}', that of SCORM {2}", "nothing to do"},
@@ -268,7 +274,7 @@ constexpr std::array kKinds = {
                      "item '{0}': its parameters '{1}' became part of the launch address '{2}'",
                      "nothing to do"},
     PlexoFindingKind{HrefMatched, "PLX-824", kHint, "An address wasn't that of the file that it means",
-                     "'{0}': means the file '{1}'", "nothing to do"},
+                     "'{0}': means the file '{1}', whose address is '{2}'", "nothing to do"},
     PlexoFindingKind{EncodingChanged, "PLX-825", kHint, "The manifest wasn't in UTF-8",
                      "the manifest: its encoding '{0}' became UTF-8", "nothing to do"},
     PlexoFindingKind{AttributeTooFar, "PLX-826", kWarning, "An attribute stood behind the tenth",
@@ -277,6 +283,9 @@ constexpr std::array kKinds = {
                      "{0} '{1}': has no attribute {2}", "nothing to do"},
     PlexoFindingKind{AddressProtected, "PLX-828", kWarning, "Slashes of a launch address would be lost",
                      "'{0}': became '{1}', for a course joins addresses as paths", "nothing to do"},
+    PlexoFindingKind{ParametersDropped, "PLX-829", kHint, "An item's launch parameters had no place",
+                     "item '{0}': its parameters '{1}' add nothing to the launch address '{2}'",
+                     "nothing to do: an LMS leaves them out too"},
 
     PlexoFindingKind{ManifestLifted, "PLX-831", kWarning, "The manifest wasn't at the top of the package",
                      "'{0}': moved to the top", "nothing to do"},
@@ -295,14 +304,18 @@ constexpr std::array kKinds = {
     PlexoFindingKind{ListedFileAbsent, "PLX-837", kWarning, "A listed file isn't in the package",
                      "'{0}': listed, but not in the package; not listed any more",
                      "add the file to the package if the content needs it"},
+    PlexoFindingKind{ListedOtherwise, "PLX-838", kWarning,
+                     "Files at the top were listed in a way that a course doesn't read",
+                     "{0}: listed in a way that a course doesn't read; now with the content",
+                     "nothing to do"},
 
     PlexoFindingKind{ItemsSeparated, "PLX-841", kWarning, "The package held several SCOs",
                      "the package: each of its {0} items became a package: {1}",
                      "look at the order and the titles in the course"},
     PlexoFindingKind{OtherResourceLaunched, "PLX-842", kWarning, "The last resource wasn't the one to launch",
-                     "resource '{0}': the last one, but item '{1}' launches '{2}'", "nothing to do"},
+                     "resource '{0}': the last one, but {1} launches '{2}'", "nothing to do"},
     PlexoFindingKind{OtherTitleRead, "PLX-843", kWarning, "The last title wasn't the launched item's",
-                     "title '{0}': the last one, but that of item '{1}' is '{2}'", "nothing to do"},
+                     "title '{0}': the last one, but that of {1} is '{2}'", "nothing to do"},
     PlexoFindingKind{ItemLeftOut, "PLX-844", kWarning, "An item that can't be launched was left out",
                      "item '{0}': left out, for '{1}' is no page of the package",
                      "add the page to the package if the course needs it"},
@@ -328,6 +341,16 @@ constexpr std::array kKinds = {
     PlexoFindingKind{MetadataFileAbsent, "PLX-851", kWarning, "A metadata file isn't in the package",
                      "item '{0}': its metadata file '{1}' isn't in the package",
                      "add the file to the package if the course needs it"},
+    PlexoFindingKind{OrganizationsLeftOut, "PLX-852", kWarning, "Other organizations were left out",
+                     "the package: its items are those of organization '{0}', and others were left out: {1}",
+                     "name another one as the default in the source, if the course needs it"},
+    PlexoFindingKind{TitleSupplied, "PLX-853", kWarning, "What is launched had no title of its own",
+                     "{0}: has no title of its own, and got '{1}'", "give it a title in the source"},
+    PlexoFindingKind{ItemMended, "PLX-854", kWarning, "The only item launched nothing",
+                     "item '{0}': '{1}' is no resource with a page, and '{2}', the only one, took its place",
+                     "correct the identifierref in the source, if that isn't what it means"},
+    PlexoFindingKind{DetailDropped, "PLX-855", kHint, "Something that a course has no place for was dropped",
+                     "{0} '{1}': its {2} was dropped", "nothing to do"},
 
     PlexoFindingKind{LaunchPageAdded, "PLX-861", kWarning, "Content of the other edition got a launch page",
                      "item '{0}': content of SCORM {1}, launched in SCORM {2} through a page that translates",
@@ -339,6 +362,11 @@ constexpr std::array kKinds = {
         "item '{0}': reports completion and never success, as far as its scripts show, so what waits for its "
         "success never opens",
         "let completion pass: 'completion-passes' in the course file, --completion-passes of 'plexo adopt'"},
+    PlexoFindingKind{ReportsNothing, "PLX-864", kWarning, "Content reports nothing at all",
+                     "item '{0}': reports neither completion nor success, as far as its scripts show, so "
+                     "what waits for it "
+                     "never opens",
+                     "let the content report, or don't force the order"},
 };
 
 consteval bool IsInOrder() {

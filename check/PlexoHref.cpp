@@ -9,10 +9,6 @@ namespace {
 
 bool IsHex(char character) { return std::isxdigit(static_cast<unsigned char>(character)) != 0; }
 
-bool StartsEscape(std::string_view text, std::size_t at) {
-  return text[at] == '%' && at + 2 < text.size() && IsHex(text[at + 1]) && IsHex(text[at + 2]);
-}
-
 /// "http:", "data:"; a drive letter is no scheme.
 bool HasScheme(std::string_view href) {
   const std::size_t colon = href.find(':');
@@ -26,7 +22,7 @@ bool HasScheme(std::string_view href) {
 std::string Decode(std::string_view text) {
   std::string decoded;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    if (StartsEscape(text, at)) {
+    if (PlexoHref::StartsEscape(text.substr(at))) {
       decoded += static_cast<char>(std::stoi(std::string(text.substr(at + 1, 2)), nullptr, 16));
       at += 2;
     } else {
@@ -58,6 +54,10 @@ bool Normalise(std::string_view path, std::string& normal) {
 
 }  // namespace
 
+bool PlexoHref::StartsEscape(std::string_view text) {
+  return text.size() > 2 && text[0] == '%' && IsHex(text[1]) && IsHex(text[2]);
+}
+
 PlexoHref PlexoHref::Read(std::string_view base, std::string_view href) {
   PlexoHref read;
   read.isExternal = HasScheme(href) || href.starts_with("//");
@@ -70,7 +70,7 @@ PlexoHref PlexoHref::Read(std::string_view base, std::string_view href) {
   if (read.isExternal) return read;
   read.hasBackslash = href.find('\\') != std::string_view::npos;
   for (std::size_t at = 0; at < href.size(); ++at) {
-    if (href[at] == '[' || href[at] == ']' || (href[at] == '%' && !StartsEscape(href, at))) {
+    if (href[at] == '[' || href[at] == ']' || (href[at] == '%' && !StartsEscape(href.substr(at)))) {
       read.hasRawCharacters = true;
     }
   }

@@ -19,6 +19,9 @@ struct PlexoHref {
   /// A percent sign that starts no escape, or a bracket.
   bool hasRawCharacters = false;
 
+  /// The text starts with an escape: "%41".
+  static bool StartsEscape(std::string_view text);
+
   /// `base` is what the xml:base attributes around it add up to; it may be empty.
   static PlexoHref Read(std::string_view base, std::string_view href);
 };

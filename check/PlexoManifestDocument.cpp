@@ -59,6 +59,14 @@ const Namespace& LookByPrefix(std::string_view prefix) {
   return found != kPrefixes.end() ? found->second : kOther;
 }
 
+/// The names of packaging, wherever a manifest takes them from.
+bool IsStructural(std::string_view name) {
+  static constexpr std::array<std::string_view, 12> kNames = {
+      "manifest", "metadata", "schema",   "schemaversion", "organizations", "organization",
+      "item",     "title",    "resource", "resources",     "file",          "dependency"};
+  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+}
+
 std::string_view Trim(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t start = text.find_first_not_of(kBlanks);
@@ -170,7 +178,7 @@ class PlexoManifestDocument::Reading {
     const bool hasPrefix = colon != std::string_view::npos;
     if (qualifiedName.substr(hasPrefix ? colon + 1 : 0) != "manifest") return;
     const auto& bound = bindings[std::string(qualifiedName.substr(0, hasPrefix ? colon : 0))];
-    if (!bound.empty()) rootNamespace = bound.back().uri;
+    if (!bound.empty()) document.rootNamespace = bound.back().uri;
   }
 
   const Namespace& Resolve(std::string_view qualifiedName, std::string& localName) {
@@ -182,8 +190,12 @@ class PlexoManifestDocument::Reading {
     const auto bound = bindings.find(std::string(prefix));
     if (bound == bindings.end() || bound->second.empty()) return LookByPrefix(prefix);
     const auto& [space, uri] = bound->second.back();
-    if (space != &kOther) return *space;
-    return uri == rootNamespace ? kRootNamespace : LookByPrefix(prefix);
+    const bool isOfRoot = uri == document.rootNamespace;
+    if (space != &kOther) {
+      const bool isForeign = isOfRoot && space->vocabulary != Packaging;
+      return isForeign && IsStructural(localName) ? kRootNamespace : *space;
+    }
+    return isOfRoot ? kRootNamespace : LookByPrefix(prefix);
   }
 
   void AddAttribute(PlexoManifestElement& element, const std::string& qualifiedName, const char* value,
@@ -208,7 +220,6 @@ class PlexoManifestDocument::Reading {
   const TzXMLParser& parser;
   std::vector<Open> open;
   std::map<std::string, std::vector<Binding>> bindings;
-  std::string rootNamespace;
   std::size_t skippedDepth = 0;
 };
 

@@ -13,7 +13,8 @@
 /// A manifest as a tree of its elements, each with the line it stands in.
 ///
 /// Namespaces are resolved (Namespaces in XML 1.0). Elements without one count as `Packaging`, and so does a
-/// namespace that isn't known but is that of the document's element; a prefix that SCORM uses by custom
+/// namespace that isn't known but is that of the document's element; of a known one that isn't `Packaging`
+/// but has the document's element too, the names that packaging has do. A prefix that SCORM uses by custom
 /// stands for its vocabulary where it is bound to nothing that is known. Comments and processing instructions
 /// are left out. Guarantees: the limits of `TzXMLParser`, and no more than `kMaximumElements` elements.
 class PlexoManifestDocument {
@@ -41,6 +42,9 @@ class PlexoManifestDocument {
   /// True if elements were left out.
   [[nodiscard]] bool IsCutShort() const { return isCutShort; }
 
+  /// The namespace of the document's element, if that is a manifest; empty if it has none.
+  [[nodiscard]] const std::string& GetRootNamespace() const { return rootNamespace; }
+
   /// The namespace that manifests of these editions have.
   static std::string_view GetPackagingNamespace(PlexoNamespaceEdition edition);
 
@@ -49,6 +53,7 @@ class PlexoManifestDocument {
 
   std::deque<PlexoManifestElement> elements;
   std::map<PlexoVocabulary, PlexoNamespaceEdition> declaredEditions;
+  std::string rootNamespace;
   std::string error;
   int errorLine = 0;
   bool isCutShort = false;

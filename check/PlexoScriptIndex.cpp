@@ -18,12 +18,6 @@ bool IsScript(std::string_view name) {
   return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
 
-/// Empty for an entry at the top.
-std::string GetFolder(const std::string& name) {
-  const std::size_t slash = name.rfind('/');
-  return slash == std::string::npos ? std::string() : name.substr(0, slash);
-}
-
 /// An archive that unpacks to far more than its size isn't read through.
 bool UnpacksHuge(const TzZipInspection& archive) {
   const auto& faults = archive.GetFaults();
@@ -56,7 +50,7 @@ void PlexoScriptIndex::ReadScripts(PlexoCheckedPackage& checked, PlexoFindingLis
     if (problem) findings.AddFile(PlexoFindingId::EntryDamaged, entry.name, {entry.name, problem.message});
     PlexoScriptWords words = scan.Finish();
     if (words.Has(PlexoScriptWords::Translated) && IsLaunchSettings(checked, entry)) {
-      launchFolders.insert(GetFolder(entry.name));
+      launchFolders.emplace(PlexoCheckedPackage::GetFolder(entry.name));
       AddFile(entry, words);
     } else {
       words.Remove(PlexoScriptWords::Translated);
@@ -64,12 +58,13 @@ void PlexoScriptIndex::ReadScripts(PlexoCheckedPackage& checked, PlexoFindingLis
     }
   }
   for (const auto& [entry, words] : found) {
-    if (!launchFolders.contains(GetFolder(entry->name))) AddFile(*entry, words);
+    if (!launchFolders.contains(std::string(PlexoCheckedPackage::GetFolder(entry->name))))
+      AddFile(*entry, words);
   }
 }
 
 bool PlexoScriptIndex::IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry) {
-  const std::string folder = GetFolder(entry.name);
+  const std::string folder(PlexoCheckedPackage::GetFolder(entry.name));
   return (folder == "launch" || folder.ends_with("/launch")) && entry.name == folder + "/settings.js" &&
          checked.FindFile(folder + "/launch.html") != nullptr;
 }

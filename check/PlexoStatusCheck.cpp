@@ -108,7 +108,7 @@ class StatusCheck {
     if (reports.completion && reports.success) return;
     // Success without completion has a finding of its own, wherever it stands.
     if (reports.success) return;
-    findings.AddElement(reports.completion ? NeverSuccess : ReportsNothing, *leaf.element,
+    findings.AddElement(reports.completion ? NeverSuccess : NeverReports, *leaf.element,
                         {leaf.identifier, waiting.identifier});
   }
 

@@ -17,7 +17,8 @@ bool IsWarning(const PlexoFinding& finding) {
 bool IsOfAdoption(const PlexoAdoptResult& result) {
   static constexpr PlexoFindingId kRefusals[] = {
       PlexoFindingId::ForeignFormat,   PlexoFindingId::SeveralManifests, PlexoFindingId::EditionUntold,
-      PlexoFindingId::NothingToLaunch, PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown};
+      PlexoFindingId::NothingToLaunch, PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown,
+      PlexoFindingId::PackagesTooLarge};
   return std::ranges::any_of(result.findings, [](const PlexoFinding& finding) {
     return std::ranges::find(kRefusals, finding.id) != std::end(kRefusals);
   });
@@ -94,7 +95,9 @@ void PackageIntake::TellReasons(const ListedFile& file, const std::vector<PlexoF
 
 void PackageIntake::TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings) {
   for (const PlexoFinding& finding : findings) {
-    if (finding.id != PlexoFindingId::CompletionMayNotPass) continue;
+    const bool isDoubt =
+        finding.id == PlexoFindingId::CompletionMayNotPass || finding.id == PlexoFindingId::ReportsNothing;
+    if (!isDoubt) continue;
     output.Warn(file.name + ": " + PlexoFindingTable::GetText(finding) + "; " +
                 PlexoFindingTable::GetWayOut(finding));
   }

@@ -122,11 +122,27 @@ TEST(PlexoAdopter, MendsWhatACourseWouldRefuseOrMisread) {
       {"PLX-828", "href=\"index.htm\"", "href=\"index.htm?home=http://x/\"",
        "content/index.htm?home=http:%2F%2Fx%2F\""},
       {"PLX-832", "<file href=\"index.htm\"/>", "", "<file href=\"content/index.htm\" />"},
-      {"PLX-842", "</resources>", "<resource identifier='X' type='webcontent' href='x.htm'/></resources>",
+      {"PLX-842", "</resources>", "<resource identifier='X' type='webcontent' href='index.htm'/></resources>",
        "href=\"content/index.htm\">"},
       {"PLX-843", "</organization>", "<item identifier='X'><title>Appendix</title></item></organization>",
        "<title>Intro</title>"},
       {"PLX-848", "</title>", "</title><adlcp:masteryscore>80</adlcp:masteryscore>", "<title>Intro</title>"},
+      {"PLX-824", "<file href=\"index.htm\"/>", "<file href=\"index.htm\"/><file href=\"INDEX.htm\"/>", ""},
+      {"PLX-837", "</resource>", "<file href=\"gone.js\"/></resource>",
+       "<file href=\"content/index.htm\" />"},
+      {"PLX-838 'index.htm'", "<file href=\"index.htm\"/>", "<file href=\"./index.htm\"/>", ""},
+      {"PLX-838 'index.htm'", "<file href=\"index.htm\"/>", "<file href=\"index.htm?a=1\"/>", ""},
+      {"PLX-844", "</organization>", "<item identifier='X' identifierref='GONE'/></organization>", "\"RES\""},
+      {"PLX-851", "</title>", "</title><metadata><adlcp:location>gone.xml</adlcp:location></metadata>", ""},
+      {"PLX-852 the package: its items are those of organization 'O', and others were left out: 'P' "
+       "(B)",
+       "</organizations>",
+       "<organization identifier='P'><title>B</title><item identifier='X' identifierref='R'><title>Intro"
+       "</title></item></organization></organizations>",
+       "identifier=\"I-intro\""},
+      {"PLX-853 item 'I-intro'", "<title>Intro</title>", "<title> </title>", "<title>index.htm</title>"},
+      {"PLX-854 item 'I-intro': 'GONE'", "identifierref=\"R\"", "identifierref=\"GONE\"",
+       "<title>Intro</title>"},
   };
   for (const Change& change : changes) {
     const Adoption adoption = Adopt(Edited(Sco(change.edition), change.find, change.replacement));
@@ -140,10 +156,11 @@ TEST(PlexoAdopter, TellsWhatItLeavesOutThoughACourseWouldToo) {
   const std::string limits =
       "</title><imsss:sequencing><imsss:limitConditions attemptAbsoluteDurationLimit=\"PT1H\"/>"
       "</imsss:sequencing>";
+  const std::string malformed =
+      "</title><imsss:sequencing><imsss:limitConditions attemptAbsoluteDurationLimit=\"1 hour\"/>"
+      "</imsss:sequencing>";
   const Change changes[] = {
-      {"PLX-837", "</resource>", "<file href=\"gone.js\"/></resource>",
-       "<file href=\"content/index.htm\" />"},
-      {"PLX-844", "</organization>", "<item identifier='X' identifierref='GONE'/></organization>", "\"RES\""},
+      {"PLX-409", "</resource>", "<file href=\"http://www.example.com/a.js\"/></resource>", "\"RES\""},
       {"PLX-846", "</title>", "</title><imsss:sequencing><imsss:deliveryControls/></imsss:sequencing>", ""},
       {"PLX-847", "</title>", "</title><adlcp:prerequisites>A&amp;B</adlcp:prerequisites>", "", Scorm12},
       {"PLX-848 item 'I-intro': its time limit 'PT1H'", "</title>", limits.c_str(), "<title>Intro</title>"},
@@ -153,8 +170,23 @@ TEST(PlexoAdopter, TellsWhatItLeavesOutThoughACourseWouldToo) {
        "</imsss:objectives></imsss:sequencing>",
        "<title>Intro</title>"},
       {"PLX-850", "scormType=\"sco\"", "scormType=\"asset\"", "adlcp:scormType=\"sco\""},
-      {"PLX-851", "</title>", "</title><metadata><adlcp:location>gone.xml</adlcp:location></metadata>", ""},
-      {"PLX-824", "<file href=\"index.htm\"/>", "<file href=\"index.htm\"/><file href=\"INDEX.htm\"/>", ""},
+      {"PLX-829 item 'I-intro': its parameters '?&'", "identifierref=\"R\"",
+       "identifierref=\"R\" parameters=\"?&amp;\"", "href=\"content/index.htm\""},
+      {"PLX-849 item 'I-intro': its mastery score 'most'", "</title>",
+       "</title><adlcp:masteryscore>most</adlcp:masteryscore>", "<title>Intro</title>", Scorm12},
+      {"PLX-849 item 'I-intro': its mastery score '101'", "</title>",
+       "</title><adlcp:masteryscore>101</adlcp:masteryscore>", "<title>Intro</title>", Scorm12},
+      {"PLX-849 item 'I-intro': its time limit '30 minutes'", "</title>",
+       "</title><adlcp:maxtimeallowed>30 minutes</adlcp:maxtimeallowed>", "<title>Intro</title>", Scorm12},
+      {"PLX-849 item 'I-intro': its time limit '1 hour'", "</title>", malformed.c_str(),
+       "<title>Intro</title>"},
+      {"PLX-855 item 'I-intro': its isvisible", "identifierref=\"R\"",
+       "identifierref=\"R\" isvisible=\"false\"", ""},
+      {"PLX-855 item 'I-intro': its presentation", "</title>",
+       "</title><adlnav:presentation><adlnav:navigationInterface/></adlnav:presentation>", ""},
+      {"PLX-855 item 'I-intro': its metadata", "</title>", "</title><metadata><lom/></metadata>", ""},
+      {"PLX-855 manifest 'M-intro': its metadata", "<organizations",
+       "<metadata><lom/></metadata><organizations", ""},
   };
   for (const Change& change : changes) {
     const Adoption adoption = Adopt(Edited(Sco(change.edition), change.find, change.replacement));
@@ -188,6 +220,15 @@ TEST(PlexoAdopter, RefusesWithTheReason) {
       {Edited(Sco(Scorm2004), "<organizations",
               "<metadata><schema>IMS Common Cartridge</schema></metadata><organizations"),
        "PLX-801 the package: is a Common Cartridge, not SCORM"},
+      {Edited(Sco(Scorm2004), "http://www.imsglobal.org/xsd/imscp_v1p1",
+              "http://www.imsglobal.org/xsd/imsccv1p1/imscp_v1p1"),
+       "PLX-801 the package: is a Common Cartridge, not SCORM"},
+      {ScoZip("a")
+           .Manifest("<manifest><metadata><schema>QTIv2.1 Package</schema></metadata></manifest>")
+           .Build(),
+       "PLX-801 the package: is a QTI package, not SCORM"},
+      {ScoZip("a").Manifest("<manifest><metadata><schema>Other</schema></metadata></manifest>").Build(),
+       "PLX-801 the package: is a package of the schema 'Other', not SCORM"},
       {twoManifests.Build(),
        "PLX-802 the package: holds 2 manifests, and none at its top: 'a/imsmanifest.xml'"},
       {Sco(Scorm2004).Manifest("<manifest version='1'/>").Build(), "PLX-803"},
@@ -222,11 +263,13 @@ TEST(PlexoAdopter, LeavesOutWhatIsNoContentAndKeepsWhatOnlyLooksLikeIt) {
   ScoZip zip = Sco(Scorm2004);
   const char* const left[] = {"imscp_v1p1.xsd",       "XMLSchema.dtd",    "lomStrict.xsd",
                               "common/dataTypes.xsd", "vocab/strict.xsd", "__MACOSX/._a"};
-  const char* const kept[] = {"common/player.js", "data/imscp_v1p1.xsd", "invoice.xsd", "sub/imsmanifest.xml",
-                              "content/x.js",     "launch/x.js",         "metadata.xml"};
+  const char* const kept[] = {"common/player.js",    "data/imscp_v1p1.xsd", "invoice.xsd",
+                              "sub/imsmanifest.xml", "content/x.js",        "launch/x.js",
+                              "metadata.xml",        "lomdata.xsd",         "unique/mine.xsd"};
   for (const char* name : left) zip.File(name, name);
   for (const char* name : kept) zip.File(name, name);
-  zip.File("img/Thumbs.db", "x").File("a/.DS_Store", "x");
+  // None of them is listed.
+  zip.File("img/Thumbs.db", "x").File("a/.DS_Store", "x").Manifest(Sco(Scorm2004).GetManifest());
   const Adoption adoption = Adopt(zip.Build());
   std::vector<std::string> expected = {"content/index.htm", "imsmanifest.xml"};
   for (const char* name : kept) expected.push_back(std::string("content/") + name);
@@ -236,7 +279,61 @@ TEST(PlexoAdopter, LeavesOutWhatIsNoContentAndKeepsWhatOnlyLooksLikeIt) {
               Contains("PLX-835 '__MACOSX/._a' and 1 more: left behind by macOS, and left out"));
   EXPECT_THAT(adoption.findings, Contains("PLX-835 'img/Thumbs.db': left behind by Windows, and left out"));
   EXPECT_THAT(adoption.findings, Contains(StartsWith("PLX-836 'imscp_v1p1.xsd' and 4 more:")));
-  EXPECT_THAT(adoption.reasons, ElementsAre(StartsWith("PLX-833 'common/'")));
+  EXPECT_THAT(adoption.reasons, ElementsAre(StartsWith("PLX-832"), StartsWith("PLX-833 'common/'"),
+                                            StartsWith("PLX-833 'unique/'")));
+
+  const Adoption of12 = Adopt(Sco(Scorm12).File("common/dataTypes.xsd", "x").Build());
+  EXPECT_EQ(of12.packages[0].count("content/common/dataTypes.xsd"), 1U) << "such a folder is SCORM 2004's";
+}
+
+TEST(PlexoAdopter, KeepsSchemaDocumentsThatAResourceLists) {
+  const Adoption adoption = Adopt(Sco(Scorm2004)
+                                      .File("lom.xsd", "lom")
+                                      .File("common/strict.htm", "x")
+                                      .File("vocab/loose.xsd", "v")
+                                      .Build());
+  EXPECT_EQ(adoption.packages[0].at("content/lom.xsd"), "lom");
+  EXPECT_EQ(adoption.packages[0].at("content/vocab/loose.xsd"), "v");
+  EXPECT_THAT(adoption.findings, Not(Contains(StartsWith("PLX-836"))));
+}
+
+TEST(PlexoAdopter, LosesNothingThatLiesWhereAnAdoptionPutsItsOwn) {
+  const std::string named = "<metadata><adlcp:location>metadata.xml</adlcp:location></metadata>";
+  const auto zip = [] {
+    return ScoZip("intro").Item("Intro", "content/index.htm").File("content/index.htm", kPage2004);
+  };
+  const Adoption ofAnother =
+      Adopt(Edited(zip().File("metadata.xml", "m"), "<resources>",
+                   "<resources><resource identifier='A' type='webcontent'>" + named + "</resource>"));
+  EXPECT_EQ(ofAnother.packages[0].at("content/metadata.xml"), "m");
+  const Adoption ofTwo = Adopt(
+      Edited(zip().File("metadata.xml", "m").File("content/r.xml", "r"), "</title>",
+             "</title>" + named + "<metadata><adlcp:location>content/r.xml</adlcp:location></metadata>"));
+  EXPECT_EQ(ofTwo.packages[0].at("content/metadata.xml"), "m");
+
+  PlexoAdoptRequest request;
+  request.edition = Scorm12;
+  const Adoption behindPage = Adopt(Sco(Scorm2004).Build(), request);
+  RawZip grown;
+  for (const auto& [name, content] : behindPage.packages.at(0))
+    grown.entries.push_back({.name = name, .content = content});
+  grown.entries.push_back({.name = "launch/mine.js", .content = "mine"});
+  const Adoption again = Adopt(grown.Build(), request);
+  EXPECT_EQ(again.packages[0].at("content/launch/mine.js"), "mine");
+  EXPECT_EQ(again.packages[0].at("content/content/index.htm"), kPage2004);
+}
+
+TEST(PlexoAdopter, ReadsAManifestWhoseNamesAreAllOfTheADLNamespace) {
+  const Adoption adoption = Adopt(
+      ScoZip("intro")
+          .File("index.htm", kPage2004)
+          .Manifest(
+              "<manifest xmlns='http://www.adlnet.org/xsd/adlcp_rootv1p2' identifier='M' version='1.2'>"
+              "<organizations><organization identifier='O'><item identifier='I' identifierref='R'>"
+              "<title>Intro</title><masteryscore>80</masteryscore></item></organization></organizations>"
+              "<resources><resource identifier='R' scormtype='sco' href='index.htm'/></resources></manifest>")
+          .Build());
+  EXPECT_THAT(adoption.Manifest(), AllOf(HasSubstr("<title>Intro<"), HasSubstr("<adlcp:masteryscore>80<")));
 }
 
 TEST(PlexoAdopter, FindsTheFilesThatAddressesMean) {
@@ -252,6 +349,7 @@ TEST(PlexoAdopter, FindsTheFilesThatAddressesMean) {
       {"./sub\\..\\a.htm?x=1#y", "a.htm", "content/a.htm?x=1#y"},
       {"/a.htm", "a.htm", "content/a.htm"},
       {"A.HTM", "a.htm", "content/a.htm"},
+      {" a.htm ", "a.htm", "content/a.htm"},
       {"%FCben.htm", "üben.htm", "content/üben.htm"},
   };
   for (const auto& [href, file, written] : cases) {
@@ -339,7 +437,7 @@ TEST(PlexoAdopter, HandsWhatTheOtherEditionLacksToTheLaunchPage) {
   EXPECT_THAT(adoption.findings, Contains("PLX-848 item 'I-intro': its objective 'obj' was dropped"));
 }
 
-TEST(PlexoAdopter, LetsCompletionPassOnlyIfItIsAskedTo) {
+TEST(PlexoAdopter, TellsWhatNeverPassesAndLetsCompletionPassOnlyIfItIsAskedTo) {
   const char* const completes =
       "<script>API.LMSInitialize(''); API.LMSSetValue('cmi.core.lesson_status', 'completed');</script>";
   const auto page12 = [&](const std::string& script) {
@@ -352,6 +450,12 @@ TEST(PlexoAdopter, LetsCompletionPassOnlyIfItIsAskedTo) {
       << "nothing waits in 1.2";
   EXPECT_THAT(Adopt(page12(std::string(completes) + "<script>status = 'passed'</script>"), request).findings,
               Not(Contains(StartsWith("PLX-863"))));
+
+  for (const char* silent : {"<p>", "<script>API.LMSInitialize('')</script>"}) {
+    EXPECT_THAT(Adopt(page12(silent), request).findings,
+                AllOf(Contains(StartsWith("PLX-864 item 'I-intro'")), Not(Contains(StartsWith("PLX-863")))));
+    EXPECT_THAT(Adopt(page12(silent)).findings, Not(Contains(StartsWith("PLX-864"))));
+  }
 
   request.scripts = PlexoAdoptRequest::Scripts::Skip;
   EXPECT_THAT(Adopt(page12(completes), request).findings, Not(Contains(StartsWith("PLX-863"))));

@@ -67,6 +67,43 @@ TEST(PlexoFileShares, GiveAnItemThatListsNothingWhatMayBeMeantForIt) {
   EXPECT_THAT(folders.FileNames(1), ElementsAre("content/b/b.htm", "content/lib/all.js", "imsmanifest.xml"));
 }
 
+TEST(PlexoFileShares, HoldWhatBelongsToNoItem) {
+  const std::string own = "<file href='a/i.htm'/><file href='a/x.js'/>";
+  const std::string ofB = "<file href='b/i.htm'/><file href='b/x.js'/><dependency identifierref='MISSPELT'/>";
+  const Adoption adoption =
+      Adopt(TwoSCOs("a/i.htm", own, "b/i.htm", ofB, {"a/i.htm", "a/x.js", "b/i.htm", "b/x.js", "api.js"},
+                    "<resource identifier='C' type='webcontent'><file href='api.js'/></resource>"),
+            ForList());
+  for (const std::size_t index : {0U, 1U}) EXPECT_EQ(adoption.packages.at(index).count("content/api.js"), 1U);
+  EXPECT_EQ(adoption.packages[0].count("content/b/x.js"), 0U);
+}
+
+TEST(PlexoFileShares, AreRefusedWhereTheyWouldOutgrowTheirSource) {
+  std::string items;
+  std::string resources;
+  ScoZip zip("many");
+  constexpr std::size_t kShared = 8U << 20U;
+  for (int index = 0; index < 140; ++index) {
+    const std::string number = std::to_string(index);
+    items += "<item identifier='I" + number + "' identifierref='R" + number + "'/>";
+    resources += "<resource identifier='R" + number + "' type='webcontent' href='" + number +
+                 ".htm'><file href='" + number + ".htm'/><file href='shared.bin'/></resource>";
+    zip.File(number + ".htm", "x");
+  }
+  zip.File("shared.bin", MakeNoise(kShared, 1));
+  const std::string archive =
+      zip.Manifest("<manifest identifier='M' version='1.3'><organizations><organization identifier='O'>" +
+                   items + "</organization></organizations><resources>" + resources +
+                   "</resources></manifest>")
+          .Build();
+  EXPECT_THAT(Adopt(archive, ForList()).findings,
+              Contains(StartsWith("PLX-807 the package: its 140 items share so many files")));
+  PlexoAdoptRequest one;
+  one.item = "I7";
+  EXPECT_THAT(Adopt(archive, one).FileNames(),
+              ElementsAre("content/7.htm", "content/shared.bin", "imsmanifest.xml"));
+}
+
 TEST(PlexoFileShares, LeaveOneItemWhereOneIsWanted) {
   const std::string archive =
       TwoSCOs("a.htm", "", "b.htm", "<file href='b.htm'/><file href='x.js'/>", {"a.htm", "b.htm", "x.js"});

@@ -207,7 +207,7 @@ std::vector<FaultyPackage> SilentContents() {
   return {
       {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
       {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status cmi.score.scaled").Build()},
-      {ReportsNothing, "'SECOND'", Waiting("").Build()},
+      {NeverReports, "'SECOND'", Waiting("").Build()},
       {NeverComplete, "'FIRST'", Waiting("cmi.success_status").Build()},
       {FailedPretestOpens, "'PRE'",
        New()

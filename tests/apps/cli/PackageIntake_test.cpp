@@ -113,6 +113,9 @@ TEST_F(PackageIntakeTest, WarnsOfContentThatNeverPassesWhereACourseWaitsForIt) {
   EXPECT_THAT(BuildModule("clean.zip", "finisher.zip").err, HasSubstr(warning));
   EXPECT_THAT(Build("finisher.zip").err, Not(HasSubstr("warning")));
 
+  EXPECT_THAT(Build("clean.zip", "force-sequence: true\n").err,
+              HasSubstr("warning: clean.zip: item 'I-clean': reports neither completion nor success"));
+
   const ProgramResult passing =
       Build("{file: finisher.zip, completion-passes: true}", "force-sequence: true\n");
   EXPECT_EQ(passing.status, 0);

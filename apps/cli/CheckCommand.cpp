@@ -6,6 +6,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "apps/cli/FindingOutput.h"
 #include "apps/cli/PackageFile.h"
 #include "check/PlexoFindingTable.h"
 #include "core/PlexoInstallFolder.h"
@@ -102,22 +103,10 @@ void CheckCommand::PrintKind(const std::vector<const PlexoFinding*>& findings) {
 
 void CheckCommand::PrintJson(const std::vector<PlexoFinding>& findings) {
   using Json = nlohmann::ordered_json;
-  Json list = Json::array();
-  for (const PlexoFinding& finding : findings) {
-    const PlexoFindingKind& kind = PlexoFindingTable::GetKind(finding.id);
-    list.push_back({{"id", kind.code},
-                    {"severity", PlexoFindingTable::GetName(kind.severity)},
-                    {"title", kind.title},
-                    {"file", finding.place.file},
-                    {"line", finding.place.line},
-                    {"element", finding.place.element},
-                    {"text", PlexoFindingTable::GetText(finding)},
-                    {"wayOut", PlexoFindingTable::GetWayOut(finding)}});
-  }
   const Json document = {{"package", options.package},
                          {"errors", Count(findings, PlexoSeverity::Error)},
                          {"warnings", Count(findings, PlexoSeverity::Warning)},
                          {"hints", Count(findings, PlexoSeverity::Hint)},
-                         {"findings", list}};
+                         {"findings", DescribeFindings(findings)}};
   output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
 }

@@ -115,9 +115,12 @@ class Arguments {
   /// Why they couldn't be parsed.
   [[nodiscard]] std::string GetMistake(const CLI::ParseError& error,
                                        std::span<const char* const> arguments) const {
-    const bool hasWord = arguments.size() > 1 && *arguments[1] != '-';
-    if (!hasWord || !app.get_subcommands().empty()) return error.what();
-    return "unknown command '" + std::string(arguments[1]) + "'; allowed: adopt, build, check, inspect";
+    if (!app.get_subcommands().empty()) return error.what();
+    const std::string commands = "adopt, build, check, inspect";
+    if (arguments.size() < 2) return "a command is missing; allowed: " + commands;
+    const std::string first = std::string("'") + arguments[1] + "'";
+    if (*arguments[1] == '-') return "unknown option " + first + "; first comes a command: " + commands;
+    return "unknown command " + first + "; allowed: " + commands;
   }
 
   [[nodiscard]] bool IsBuild() const { return build->parsed(); }

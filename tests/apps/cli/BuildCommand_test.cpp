@@ -135,7 +135,11 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml", "-o", "x.zip", "--working-folder", "file"}, "file: isn't a folder\n"},
       {{"inspect", "x.zip", "--scorm", "1.3"}, "--scorm: '1.3' must be 1.2 or 2004\n"},
       {{"inspect", "none.zip"}, "none.zip: doesn't exist\n"},
-      {{}, "plexo: A subcommand is required\n  'plexo --help' tells more\n"},
+      {{},
+       "plexo: a command is missing; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
+      {{"--bogus"},
+       "plexo: unknown option '--bogus'; first comes a command: adopt, build, check, inspect\n"
+       "  'plexo --help' tells more\n"},
   };
   for (const auto& [arguments, err] : cases) {
     const ProgramResult result = Plexo(arguments);

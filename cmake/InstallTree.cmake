@@ -3,8 +3,9 @@
 # plexo_assemble_install_tree(<target>)
 #
 # Adds a target that lays the install tree beside the built programs, so that they run in place:
-# everything under templates/, and the published schema documents that packaging/fetch-schemas has
-# put into build/schemas. The tree is laid anew, whole, whenever a source of it changed, came or went.
+# everything under templates/, the published schema documents that packaging/fetch-schemas has put
+# into build/schemas, and the translations. The tree is laid anew, whole, whenever a source of it
+# changed, came or went.
 function(plexo_assemble_install_tree target)
   set(schemas ${CMAKE_SOURCE_DIR}/build/schemas)
   if(NOT EXISTS ${schemas}/1_2 OR NOT EXISTS ${schemas}/2004)
@@ -13,7 +14,9 @@ function(plexo_assemble_install_tree target)
 
   set(tree ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Templates)
   set(scorm ${tree}/Publish/LMS/Standard/SCORM/Default)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/templates/* ${schemas}/*)
+  set(translations ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/translations)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/templates/* ${schemas}/*
+                                              ${CMAKE_SOURCE_DIR}/resources/translations/*)
 
   # A source that went leaves no newer file behind, so the list itself is a source too.
   set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}.list)
@@ -23,7 +26,8 @@ function(plexo_assemble_install_tree target)
   set(output ${scorm}/2004/static/3rd/lom.xsd)
   add_custom_command(
     OUTPUT ${output}
-    COMMAND ${CMAKE_COMMAND} -E rm -rf ${tree}
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${tree} ${translations}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/resources/translations ${translations}
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/templates ${tree}
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${schemas}/1_2 ${scorm}/1_2/static
     # A 2004 package carries the documents of both versions.

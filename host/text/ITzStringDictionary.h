@@ -18,4 +18,9 @@ class ITzStringDictionary {
 
   /// Whether the key has a text of its own.
   [[nodiscard]] virtual bool HasString(const TzString& key) const { return GetString(key) != key; }
+
+  /// The translation of a text that a component fixes letter by letter: that of the text itself, else that of
+  /// the first key whose default it is, else the text. For user interfaces, which show it so; a component
+  /// never sees it.
+  [[nodiscard]] virtual TzString TranslateText(const TzString& text) const { return text; }
 };

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ostream>
 #include <set>
 
 #include "host/headless/TzHeadlessDriver.h"
@@ -137,6 +138,64 @@ TEST_F(ResourcesTest, AResourceIsFoundByItsNumberAndTypeAndKeepsItsFileName) {
             ReadFile(TzPath::FromNative(PLEXO_SOURCE "/resources/sheets/121-plexo_ui_dialog.property.yaml")));
   EXPECT_EQ(GetFileResource(GetPlexoResources(), 121, "eve"), nullptr);
   EXPECT_EQ(GetFileResource(GetPlexoResources(), 12, "adm"), nullptr);
+}
+
+namespace {
+
+struct PictureSize {
+  unsigned width = 0;
+  unsigned height = 0;
+  bool operator==(const PictureSize&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& stream, const PictureSize& size) {
+  return stream << size.width << "x" << size.height;
+}
+
+/// As the header of the PNG says; nothing if there is no such picture.
+PictureSize SizeOf(const std::string& name) {
+  const TzResource* picture = GetFileResource(GetPlexoResources(), name, "png");
+  if (picture == nullptr || !picture->bytes.starts_with("\x89PNG\r\n\x1a\n")) return {};
+  const auto number = [&](std::size_t at) {
+    unsigned value = 0;
+    for (const char byte : picture->bytes.substr(at, 4))
+      value = value << 8U | static_cast<unsigned char>(byte);
+    return value;
+  };
+  return {number(16), number(20)};
+}
+
+}  // namespace
+
+TEST(PlexoResources, PicturesHaveTheirSizesAndIconsATwinOfDoubleSize) {
+  const struct {
+    const char* name;
+    PictureSize size;
+    bool hasTwin;
+  } cases[] = {
+      {"NEWPROJECT", {22, 18}, true},
+      {"PUBLISHPROJECT", {18, 18}, true},
+      {"ADDSWF", {16, 16}, true},
+      {"DELETESWF", {16, 16}, true},
+      {"MOVEUP", {16, 16}, true},
+      {"MOVEDOWN", {16, 16}, true},
+      {"ITEMVISIBLE", {16, 16}, true},
+      {"MOVIEVISIBLE", {14, 13}, true},
+      {"MOVIEINVISIBLE", {14, 13}, true},
+      {"IMAGE_TEMPLATE1", {184, 229}, false},
+      {"IMAGE_TEMPLATE2", {184, 229}, false},
+      {"IMAGE_TEMPLATE3", {184, 229}, false},
+      {"101", {16, 16}, true},
+  };
+  std::ptrdiff_t pictureCount = 0;
+  for (const auto& [name, size, hasTwin] : cases) {
+    const PictureSize twin = hasTwin ? PictureSize{2 * size.width, 2 * size.height} : PictureSize{};
+    EXPECT_EQ(SizeOf(name), size) << name;
+    EXPECT_EQ(SizeOf(std::string(name) + "_AT_2X"), twin) << name;
+    pictureCount += hasTwin ? 2 : 1;
+  }
+  const auto isPicture = [](const TzResource& each) { return each.type == "png"; };
+  EXPECT_EQ(std::ranges::count_if(GetPlexoResources().resources, isPicture), pictureCount);
 }
 
 // Each state of a sheet is a paragraph, headed by the cells that were switched to come to it.

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desktop/DesktopWords.h"
+
+#include "host/text/ITzStringDictionary.h"
+
+namespace {
+
+struct Word {
+  const char* key;
+  const char* text;
+};
+
+constexpr Word kWords[] = {
+    {"kDesktopFileMenu", "File"},
+    {"kDesktopNewCourse", "New course"},
+    {"kDesktopOpenCourse", "Open course..."},
+    {"kDesktopRecentCourses", "Recent courses"},
+    {"kDesktopSaveCourse", "Save course"},
+    {"kDesktopSaveCourseAs", "Save course as..."},
+    {"kDesktopPublish", "Publish..."},
+    {"kDesktopQuit", "Quit"},
+    {"kDesktopEditMenu", "Edit"},
+    {"kDesktopMoveUp", "Move up"},
+    {"kDesktopMoveDown", "Move down"},
+    {"kDesktopDelete", "Delete"},
+    {"kDesktopAddFile", "Add file..."},
+    {"kDesktopAddModule", "Add module"},
+    {"kDesktopHelpMenu", "Help"},
+    {"kDesktopAbout", "About Plexo"},
+    {"kDesktopLanguage", "Language"},
+    {"kDesktopAppearance", "Appearance"},
+    {"kDesktopLight", "Light"},
+    {"kDesktopDark", "Dark"},
+    {"kDesktopSystem", "System"},
+    {"kDesktopCancel", "Cancel"},
+    {"kDesktopAddingFiles", "Adding files"},
+    {"kDesktopPublishing", "Publishing"},
+    {"kDesktopPackageCreated", "Package created"},
+    {"kDesktopShowInFolder", "Show in folder"},
+    {"kDesktopDropFiles", "Drop files here to add them"},
+    {"kDesktopFirstSteps",
+     "Choose a template to start a course. Then add your SCORM packages and publish them as one package."},
+    {"kDesktopCourseFiles", "Course files"},
+    {"kDesktopUnsavedCourse", "Unsaved course"},
+    {"kDesktopOpenFailed", "The course file can't be opened"},
+    {"kDesktopSaveFailed", "The course file can't be saved"},
+    {"kDesktopRestoreQuestion", "Plexo was closed unexpectedly. Restore the course you were working on?"},
+    {"kDesktopRestore", "Restore"},
+    {"kDesktopDiscard", "Discard"},
+};
+
+}  // namespace
+
+void RegisterDesktopWords(ITzStringDictionary& dictionary) {
+  for (const auto& [key, text] : kWords) dictionary.RegisterDefault(key, text);
+}

@@ -4,18 +4,23 @@
 #
 # Adds a target that lays the install tree beside the built programs, so that they run in place:
 # everything under templates/, the published schema documents that packaging/fetch-schemas has put
-# into build/schemas, and the translations. The tree is laid anew, whole, whenever a source of it
-# changed, came or went.
+# into build/schemas, the players that packaging/fetch-players has put into build/players, and the
+# translations. The tree is laid anew, whole, whenever a source of it changed, came or went.
 function(plexo_assemble_install_tree target)
   set(schemas ${CMAKE_SOURCE_DIR}/build/schemas)
   if(NOT EXISTS ${schemas}/1_2 OR NOT EXISTS ${schemas}/2004)
     message(FATAL_ERROR "schemas: ${schemas} is missing: run packaging/fetch-schemas")
   endif()
 
+  set(players ${CMAKE_SOURCE_DIR}/build/players)
+  if(NOT EXISTS ${players}/ruffle OR NOT EXISTS ${players}/pdfjs)
+    message(FATAL_ERROR "players: ${players} is missing: run packaging/fetch-players")
+  endif()
+
   set(tree ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Templates)
   set(scorm ${tree}/Publish/LMS/Standard/SCORM/Default)
   set(translations ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/translations)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/templates/* ${schemas}/*
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/templates/* ${schemas}/* ${players}/*
                                               ${CMAKE_SOURCE_DIR}/resources/translations/*)
 
   # A source that went leaves no newer file behind, so the list itself is a source too.
@@ -33,6 +38,7 @@ function(plexo_assemble_install_tree target)
     # A 2004 package carries the documents of both versions.
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${schemas}/1_2 ${scorm}/2004/static/3rd
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${schemas}/2004 ${scorm}/2004/static/3rd
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${players} ${tree}/Publish/Plexo/Players
     COMMAND ${CMAKE_COMMAND} -E touch ${output}
     DEPENDS ${sources} ${list}
     COMMENT "Assembling the install tree"

@@ -54,7 +54,8 @@ export class Chromium {
     return result;
   }
 
-  // Opens a page; `look` evaluates an expression in its uppermost document, `until` waits for one that holds.
+  // Opens a page; `look` evaluates an expression in its uppermost document, `until` waits for one that holds, `tell`
+  // sends the page any other command.
   async open(url) {
     const { targetId } = await this.send('Target.createTarget', { url });
     const { sessionId } = await this.send('Target.attachToTarget', { targetId, flatten: true });
@@ -70,6 +71,7 @@ export class Chromium {
       }
       throw new Error(`${url}: not after ${seconds} seconds: ${expression}`);
     };
-    return { look, until, close: () => this.send('Target.closeTarget', { targetId }) };
+    const tell = (method, params) => this.send(method, params, sessionId);
+    return { look, until, tell, close: () => this.send('Target.closeTarget', { targetId }) };
   }
 }

@@ -4,6 +4,7 @@
 //   plexo-bench generator COUNT                  writes the manifest of COUNT one-page SCOs, without their
 //   files
 //   plexo-bench check PACKAGE.zip                looks for what keeps the package from working
+//   plexo-bench movie MOVIE.swf                  asks a movie whether it is a Learning Interaction
 // Each prints one line of JSON: seconds, and bytes of memory.
 #include <chrono>
 #include <cstdint>
@@ -22,6 +23,7 @@
 #include "host/session/TzSession.h"
 #include "host/text/TzStringDictionary.h"
 #include "intake/PlexoAddFileDriver.h"
+#include "intake/PlexoSWFWrapping.h"
 #include "panel/PlexoStrings.h"
 #include "publish/PlexoPublisher.h"
 
@@ -83,6 +85,16 @@ int MeasureCheck(const TzPath& package) {
   return result.code;
 }
 
+int MeasureMovie(const std::string& movie) {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  const auto start = std::chrono::steady_clock::now();
+  const std::int32_t result = PlexoSWFWrapping::ProbeLearningInteraction(movie, width, height);
+  std::printf("{\"asking\": %.4f, \"peak\": %llu}\n", SecondsOf(start),
+              static_cast<unsigned long long>(PeakBytes()));
+  return result;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -99,6 +111,7 @@ int main(int argc, char** argv) {
   } else if (arguments[0] == "generator") {
     result = MeasureGenerator(static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10)));
   }
+  if (arguments[0] == "movie") result = MeasureMovie(arguments[1]);
   if (arguments[0] == "check") result = MeasureCheck(TzPath::FromNative(arguments[1]));
   TzFileUtil::DeleteAllTempFilesCreated();
   return result;

@@ -18,6 +18,13 @@ bool IsSchemaDocument(std::string_view name) {
   return isAtTop && (name.ends_with(".xsd") || name.ends_with(".dtd"));
 }
 
+// The player of wrapped movies and documents stands once in a package, for the pages of all SCOs: none of
+// them owns its files.
+bool IsOfSharedPlayer(std::string_view name) { return name.starts_with("plexo_players/"); }
+
+/// What a page loads that needs the shared player.
+bool IsWrapperScript(std::string_view name) { return name.ends_with("/SCORM_support/scorm_support.js"); }
+
 class FileCheck {
  public:
   FileCheck(const PlexoCheckedPackage& checked, PlexoFindingList& list) : package(checked), findings(list) {}
@@ -82,9 +89,12 @@ class FileCheck {
   }
 
   void CheckUnlisted() {
+    const bool hasWrappers = std::ranges::any_of(
+        listed, [](const TzZipEntry* entry) { return entry != nullptr && IsWrapperScript(entry->name); });
     for (const TzZipEntry& entry : package.archive.GetEntries()) {
       if (entry.isFolder || entry.isFaulty || entry.name == PlexoFindingList::kManifestName ||
           listed.contains(&entry) || IsSchemaDocument(entry.name) ||
+          (hasWrappers && IsOfSharedPlayer(entry.name)) ||
           !PlexoArchiveCheck::GetLeaver(entry.name).empty()) {
         continue;
       }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "intake/PlexoAddFileDriver.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 
 #include "core/PlexoErrorBox.h"
 #include "core/PlexoModuleCourseModel.h"
@@ -10,6 +12,7 @@
 #include "host/session/TzFileChooser.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
+#include "intake/PlexoSWFWrapping.h"
 #include "intake/PlexoXMLParser.h"
 
 namespace {
@@ -58,11 +61,9 @@ std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOK
   return placed;
 }
 
-int AddPackage(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind, const TzString& moduleName,
+int AddPackage(const TzPath& path, const TzPath& folder, PlexoSCOModel& sco,
                const ITzStringDictionary& dictionary) {
   PlexoCourseModel* course = GetCourseModel();
-  const TzString baseName = TzFileUtil::GetBaseFileName(path);
-  const TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
   if (TzFile(folder).Exists()) {
     Refuse(dictionary, "kPlexoErrorSCOFolderExists");
     return 0;
@@ -72,7 +73,7 @@ int AddPackage(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind, const 
   if (!manifestFile.Exists()) return Refuse(dictionary, "kPlexoErrorInvalidSCORM");
 
   PlexoSCOManifest manifest;
-  manifest.scoName = sco.scoName = baseName;
+  manifest.scoName = sco.scoName = TzFileUtil::GetBaseFileName(path);
   manifest.folderPath = sco.folderPath = folder.GetString();
   manifest.sourcePath = sco.sourcePath = path.GetString();
   if (const int result = PlexoAddFileDriver::ReadSCOManifest(manifestFile, manifest); result != 0) {
@@ -88,6 +89,28 @@ int AddPackage(const TzPath& path, PlexoSCOModel& sco, PlexoSCOKind kind, const 
   course->AddSCOManifest(manifest);
   sco.manifest = std::move(manifest);
   return result;
+}
+
+/// What a course takes, by extension, and how it comes into the folder that is to be the SCO's.
+struct FileType {
+  const char* extension;
+  bool isWrapped;
+  int (*add)(const TzPath& path, const TzPath& scoFolder, PlexoSCOModel& sco,
+             const ITzStringDictionary& dictionary);
+};
+
+constexpr FileType kFileTypes[] = {
+    {"zip", false, AddPackage},
+    {"swf", true, PlexoSWFWrapping::AddMovie},
+};
+
+/// Null for a file that the course doesn't take.
+const FileType* FindFileType(const TzPath& path) {
+  const TzString extension = TzFileUtil::GetExtension(path);
+  const auto* const found =
+      std::ranges::find_if(kFileTypes, [&](const FileType& type) { return extension == type.extension; });
+  if (found == std::end(kFileTypes)) return nullptr;
+  return !found->isWrapped || GetCourseModel()->GetAllowWrappedContent() ? found : nullptr;
 }
 
 }  // namespace
@@ -130,10 +153,11 @@ int PlexoAddFileDriver::AddFileToCourse(const TzPath& path, PlexoSCOModel& sco, 
   if (moduleName.IsEmpty() && kind != PlexoSCOKind::LINEAR) return 1;
   const ITzStringDictionary* dictionary = GetStringDictionary();
   if (dictionary == nullptr || !TzFile(path).Exists()) return 1;
-  if (TzFileUtil::GetExtension(path) != "zip") return 1;
-  if (!CanNameFolder(TzFileUtil::GetBaseFileName(path))) return 1;
+  const FileType* type = FindFileType(path);
+  const TzString baseName = TzFileUtil::GetBaseFileName(path);
+  if (type == nullptr || !CanNameFolder(baseName)) return 1;
   if (GetCourseModel()->GetWorkingFolder().IsEmpty()) return 1;
-  return AddPackage(path, sco, kind, moduleName, *dictionary);
+  return type->add(path, GetSCOFolder(baseName, kind, moduleName), sco, *dictionary);
 }
 
 int PlexoAddFileDriver::ReadSCOManifest(const TzFile& manifestFile, PlexoSCOManifest& manifest) {

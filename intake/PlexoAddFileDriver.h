@@ -9,8 +9,8 @@
 #include "core/PlexoSCOModel.h"
 #include "host/files/TzFile.h"
 
-/// Brings the files that an author chooses into the course: unpacks each into its folder in the working
-/// folder, reads its manifest, records it, and places it. The chosen file isn't read again afterwards.
+/// Brings the files that an author chooses into the course: unpacks or wraps each in its folder in the
+/// working folder, records it, and places it. The chosen file isn't read again afterwards.
 ///
 /// Refusals show a box titled "kPlexoError"; a few are silent, as each operation says. Everything blocks. The
 /// panel isn't touched: its caller shows what the operations return.

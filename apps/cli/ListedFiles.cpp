@@ -29,8 +29,10 @@ std::optional<Objection> ObjectToNode(const TzPath& path) {
     return Objection{"can't be looked at: " + error.message(),
                      isTooLong ? ExitStatus::Usage : ExitStatus::Machine};
   }
-  if (fs::is_directory(status)) return Objection{"is a folder; expected a SCO package (.zip)"};
-  if (!fs::is_regular_file(status)) return Objection{"isn't a file; expected a SCO package (.zip)"};
+  if (fs::is_directory(status))
+    return Objection{"is a folder; expected a SCO package (.zip) or a movie (.swf)"};
+  if (!fs::is_regular_file(status))
+    return Objection{"isn't a file; expected a SCO package (.zip) or a movie (.swf)"};
   return std::nullopt;
 }
 
@@ -38,8 +40,9 @@ std::optional<Objection> ObjectToName(const TzPath& path) {
   const std::string extension = TzFileUtil::GetExtension(path).GetUTF8String();
   if (extension == "pdf")
     return Objection{"is a PDF document; these can't be added yet", ExitStatus::Refused};
-  if (extension == "swf") return Objection{"is a SWF movie; these can't be added yet", ExitStatus::Refused};
-  if (extension != "zip") return Objection{"is no SCO package; its name must end in .zip"};
+  if (extension != "zip" && extension != "swf") {
+    return Objection{"is no SCO package (.zip) and no movie (.swf)"};
+  }
   if (!PlexoAddFileDriver::CanNameFolder(TzFileUtil::GetBaseFileName(path))) {
     return Objection{"can't name a folder in the package; rename the file"};
   }
@@ -99,6 +102,7 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   }
   const auto text = keys.ReadText("file");
   auto file = text ? Look(*text) : std::nullopt;
+  if (file && TzFileUtil::GetExtension(file->path) != "zip") RefuseAdoption(keys);
   const auto item = keys.ReadText("item");
   const bool completionPasses = keys.ReadFlag("completion-passes");
   if (item && item->text.empty())
@@ -107,6 +111,14 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   if (item) file->item = item->text;
   file->completionPasses = completionPasses;
   return file;
+}
+
+/// Only packages are adopted.
+void ListedFiles::RefuseAdoption(const CourseKeys& keys) {
+  for (const std::string_view option : {"item", "completion-passes"}) {
+    if (!keys.Has(option)) continue;
+    errors.Add(keys.GetKeyMark(option), "'" + std::string(option) + "' is for SCO packages only");
+  }
 }
 
 std::optional<ListedFile> ListedFiles::Look(const CourseText& text) {

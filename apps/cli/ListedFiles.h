@@ -29,6 +29,7 @@ class ListedFiles {
  private:
   [[nodiscard]] std::optional<ListedFile> Read(const YAML::Node& node, const std::string& what,
                                                const YAML::Mark& place);
+  void RefuseAdoption(const CourseKeys& keys);
   [[nodiscard]] std::optional<ListedFile> Look(const CourseText& text);
 
   bool takesOptions = true;

@@ -27,7 +27,9 @@ bool IsOfAdoption(const PlexoAdoptResult& result) {
 }  // namespace
 
 PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind) {
-  if (course.intake == CourseIntake::AsIs) return {{file.path}};
+  // What isn't a package is wrapped when it is added.
+  const bool isPackage = TzFileUtil::GetExtension(file.path) == "zip";
+  if (course.intake == CourseIntake::AsIs || !isPackage) return {{file.path}};
   PlexoAdopter adopter(MakeRequest(file, kind), PlexoAdopter::GetLaunchInstallFolder());
   const PlexoAdoptResult examined = adopter.Examine();
   const bool isAsked = course.intake == CourseIntake::Always || !file.item.empty() || file.completionPasses;

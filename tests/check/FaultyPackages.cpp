@@ -166,6 +166,8 @@ std::vector<FaultyPackage> FaultyReferences() {
       {LaunchFileUnlisted, "b/index.htm", New().Replace(R"(<file href="b/index.htm"/>)", "").Build()},
       {FileNameCase, "b/X.js", New().Listed("b/X.js").Rename("b/X.js", "b/x.js").Build()},
       {FileUnlisted, "b/x.js", New().File("b/x.js", "").Build()},
+      {FileUnlisted, "plexo_players/ruffle/ruffle.js",
+       New().File("plexo_players/ruffle/ruffle.js", "").Build()},
       {HrefRawCharacters, "b/100%.js", New().Listed("b/100%.js").Build()},
       {HrefRawCharacters, "b/[1].js", New().Listed("b/[1].js").Build()},
       {HrefRawCharacters, "b/a%41.js", New().Listed("b/a%41.js").Build()},

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+// The substitution of placeholders, with any template, into buffers that are too small as well.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+#include <vector>
+
+#include "intake/PlexoTemplateSubstitution.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using Substitution = PlexoTemplateSubstitution;
+  static const Substitution::Placeholders kPlaceholders = {
+      {"@A", "a value longer than its name"}, {"@MOVIEWIDTH", "640"}, {"@", "lone"}, {"@EMPTY", ""}};
+  if (size == 0) return 0;
+  // The first byte sizes the buffer; a vector of its own each time lets the sanitizer see every step beyond.
+  const std::vector<char> input(data + 1, data + size);
+  std::vector<char> output(data[0] * std::size_t{16});
+  const std::size_t written = Substitution::SubstitutePlaceholders(input, '@', kPlaceholders, output);
+  if (written == Substitution::kTokenTooLong || written == Substitution::kOutputTooSmall) return 0;
+  if (written > output.size()) std::abort();
+  // Without a marker nothing changes.
+  const bool isPlain = std::ranges::find(input, '@') == input.end();
+  if (isPlain && !std::ranges::equal(input, std::string_view(output.data(), written))) std::abort();
+  return 0;
+}

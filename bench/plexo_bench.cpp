@@ -5,6 +5,8 @@
 //   files
 //   plexo-bench check PACKAGE.zip                looks for what keeps the package from working
 //   plexo-bench movie MOVIE.swf                  asks a movie whether it is a Learning Interaction
+//   plexo-bench panel-scos COUNT PACKAGE.zip     works on a flat course of so many copies of the package
+//   plexo-bench panel-modules COUNT PACKAGE.zip  works on a course of so many modules with copies of it
 // Each prints one line of JSON: seconds, and bytes of memory.
 #include <chrono>
 #include <cstdint>
@@ -14,12 +16,14 @@
 #include <string>
 #include <vector>
 
+#include "bench/PanelBench.h"
 #include "check/PlexoPackageChecker.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
 #include "host/files/TzFileUtil.h"
 #include "host/headless/TzHeadlessUI.h"
+#include "host/headless/TzHeadlessWindows.h"
 #include "host/session/TzSession.h"
 #include "host/text/TzStringDictionary.h"
 #include "intake/PlexoAddFileDriver.h"
@@ -102,7 +106,8 @@ int main(int argc, char** argv) {
   if (arguments.size() < 2) return 2;
   TzStringDictionary dictionary;
   TzHeadlessUI ui;
-  TzSession::Install({.dictionary = &dictionary, .userInterface = &ui});
+  TzHeadlessWindows windows;
+  TzSession::Install({.dictionary = &dictionary, .userInterface = &ui, .windows = &windows});
   RegisterDefaultStrings();
   GetCourseModel()->SetCourseIdentifier("Bench");
   int result = 2;
@@ -112,6 +117,12 @@ int main(int argc, char** argv) {
     result = MeasureGenerator(static_cast<std::uint32_t>(std::strtoul(arguments[1].c_str(), nullptr, 10)));
   }
   if (arguments[0] == "movie") result = MeasureMovie(arguments[1]);
+  if (arguments[0].starts_with("panel-") && arguments.size() == 3) {
+    const std::size_t count = std::strtoul(arguments[1].c_str(), nullptr, 10);
+    const TzPath package = TzPath::FromNative(arguments[2]);
+    result = arguments[0] == "panel-scos" ? PanelBench::MeasureFlatCourse(ui, package, count)
+                                          : PanelBench::MeasureModules(ui, package, count);
+  }
   if (arguments[0] == "check") result = MeasureCheck(TzPath::FromNative(arguments[1]));
   TzFileUtil::DeleteAllTempFilesCreated();
   return result;

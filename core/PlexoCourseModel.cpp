@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/PlexoCourseModel.h"
 
-#include <algorithm>
 #include <new>
 #include <span>
 
@@ -86,17 +85,20 @@ PlexoCourseModel::PlexoCourseModel() {
 }
 
 void PlexoCourseModel::AddSCOManifest(const PlexoSCOManifest& manifest) {
-  scoManifests.push_back(manifest);
+  scoManifests.Append(manifest);
   isDirty = true;
 }
 
-void PlexoCourseModel::RemoveSCOManifest(const TzString& folderPath) {
-  const auto found = std::ranges::find(scoManifests, folderPath, &PlexoSCOManifest::folderPath);
-  if (found != scoManifests.end()) scoManifests.erase(found);
-}
+void PlexoCourseModel::RemoveSCOManifest(const TzString& folderPath) { scoManifests.RemoveFirst(folderPath); }
 
 PlexoSCOManifest PlexoCourseModel::GetSCOManifest(std::size_t index) const {
-  return index < scoManifests.size() ? scoManifests[index] : PlexoSCOManifest();
+  const PlexoSCOManifest* manifest = scoManifests.At(index);
+  return manifest != nullptr ? *manifest : PlexoSCOManifest();
+}
+
+void PlexoCourseModel::SetSCOManifests(const std::vector<PlexoSCOManifest>& manifests) {
+  scoManifests.Clear();
+  for (const PlexoSCOManifest& manifest : manifests) scoManifests.Append(manifest);
 }
 
 TzString PlexoCourseModel::GetScorm12SchemaFile(std::size_t index) const {
@@ -120,7 +122,7 @@ std::size_t PlexoCourseModel::GetScorm2004SchemaFolderCount() const {
 }
 
 void PlexoCourseModel::ResetManifestDetails() {
-  scoManifests.clear();
+  scoManifests.Clear();
   const bool emptied = !TzFile(workingFolder).Exists() || TzFileUtil::DeleteDirectory(workingFolder, true);
   if (emptied) TzFileUtil::CreateDirectory(workingFolder, false);
   scormVersion = "2004";

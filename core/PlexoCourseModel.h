@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/PlexoCourseType.h"
-#include "core/PlexoSCOManifest.h"
+#include "core/PlexoSCOManifestList.h"
 #include "host/files/TzPath.h"
 
 /// The scripts that make a PDF document report to the LMS.
@@ -74,14 +74,14 @@ class PlexoCourseModel {
 
   /// Appends a copy and marks the course dirty.
   void AddSCOManifest(const PlexoSCOManifest& manifest);
-  /// Erases the first entry with this folder path, if there is one.
+  /// Erases the first entry with this folder path, if there is one, in about the logarithm of their number.
   void RemoveSCOManifest(const TzString& folderPath);
   /// A default record for an index out of range.
   [[nodiscard]] PlexoSCOManifest GetSCOManifest(std::size_t index) const;
-  [[nodiscard]] std::size_t GetSCOManifestCount() const { return scoManifests.size(); }
+  [[nodiscard]] std::size_t GetSCOManifestCount() const { return scoManifests.Count(); }
   /// The whole list; setting it doesn't touch the dirty mark.
-  [[nodiscard]] std::vector<PlexoSCOManifest> GetSCOManifests() const { return scoManifests; }
-  void SetSCOManifests(const std::vector<PlexoSCOManifest>& manifests) { scoManifests = manifests; }
+  [[nodiscard]] std::vector<PlexoSCOManifest> GetSCOManifests() const { return scoManifests.GetAll(); }
+  void SetSCOManifests(const std::vector<PlexoSCOManifest>& manifests);
 
   /// Names of the published schema files and folders that a package of each version carries; "" for an index
   /// out of range.
@@ -119,7 +119,7 @@ class PlexoCourseModel {
   bool enableCourseVersion = true;
   bool enableCourseDuration = false;
   bool enableCourseSubject = false;
-  std::vector<PlexoSCOManifest> scoManifests;
+  PlexoSCOManifestList scoManifests;
   TzPath lastBrowseFolder;
   TzPath publishFolder;
   TzPath workingFolder;

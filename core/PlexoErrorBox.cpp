@@ -3,8 +3,8 @@
 
 #include "host/session/TzMessageBox.h"
 
-void ShowErrorBox(const ITzStringDictionary& dictionary, const TzString& key) {
-  TzMessageBoxOptions options(dictionary.GetString("kPlexoError"), dictionary.GetString(key));
+void ShowErrorBox(const ITzStringDictionary& dictionary, const TzString& key, TzWindowHandle owner) {
+  TzMessageBoxOptions options(dictionary.GetString("kPlexoError"), dictionary.GetString(key), owner);
   options.SetToUseDictionary(false);
   TzShowOkOnlyMessageBox(options);
 }

@@ -4,6 +4,8 @@
 #include <new>
 #include <utility>
 
+#include "core/PlexoIndexRemoval.h"
+
 bool PlexoLinearCourseModel::Holds(int index) const {
   return index >= 0 && static_cast<std::size_t>(index) < scos.size();
 }
@@ -17,7 +19,15 @@ void PlexoLinearCourseModel::SwapSCOs(int first, int second) {
   std::swap(scos[static_cast<std::size_t>(first)], scos[static_cast<std::size_t>(second)]);
 }
 
+TzString PlexoLinearCourseModel::GetSCOFolder(int index) const {
+  return Holds(index) ? scos[static_cast<std::size_t>(index)].folderPath : TzString();
+}
+
 void PlexoLinearCourseModel::RemoveSCOs(const std::vector<int>& indices) {
+  if (IsAscendingFromZero(indices)) {
+    EraseAscending(scos, indices);
+    return;
+  }
   int step = 0;
   for (const int index : indices) {
     // Every step counts, also one that removes nothing: the shift is by place in the list.

@@ -2,11 +2,12 @@
 #include "core/PlexoModuleCourseModel.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 #include <utility>
 
+#include "core/PlexoIndexRemoval.h"
 #include "host/files/TzFileUtil.h"
 
 namespace {
@@ -30,7 +31,7 @@ void EmptySlot(PlexoSCOModel& slot) {
 }  // namespace
 
 void PlexoModuleCourseModel::AddModule(const TzString& key, const TzString& title) {
-  moduleOrder.push_back(key);
+  places.emplace(key, moduleOrder.insert(moduleOrder.end(), key));
   PlexoModuleModel module;
   module.key = key;
   modules[key] = module;
@@ -38,13 +39,21 @@ void PlexoModuleCourseModel::AddModule(const TzString& key, const TzString& titl
 }
 
 void PlexoModuleCourseModel::RemoveModule(const TzString& key) {
+  const auto [first, last] = places.equal_range(key);
+  for (auto place = first; place != last; ++place) moduleOrder.erase(place->second);
+  places.erase(first, last);
   modules.erase(key);
-  std::erase(moduleOrder, key);
 }
 
 void PlexoModuleCourseModel::SwapModules(std::size_t first, std::size_t second) {
   RequireIndex(std::max(first, second) < moduleOrder.size(), "the modules to swap exist");
-  std::swap(moduleOrder[first], moduleOrder[second]);
+  if (first == second) return;
+  // The nodes change places, not their content: the key's place stays true.
+  const auto front = std::next(moduleOrder.begin(), static_cast<std::ptrdiff_t>(std::min(first, second)));
+  const auto back = std::next(moduleOrder.begin(), static_cast<std::ptrdiff_t>(std::max(first, second)));
+  const auto behindBack = std::next(back);
+  moduleOrder.splice(front, moduleOrder, back);
+  moduleOrder.splice(behindBack, moduleOrder, front);
 }
 
 void PlexoModuleCourseModel::SwapContentSCOs(const TzString& key, std::size_t first, std::size_t second) {
@@ -65,14 +74,9 @@ void PlexoModuleCourseModel::RemoveContentSCOs(const TzString& key, const std::v
   auto& contents = modules[key].contents;
   const auto count = static_cast<int>(contents.size());
   const bool allExist = std::ranges::all_of(indices, [&](int index) { return index >= 0 && index < count; });
-  RequireIndex(allExist && std::ranges::adjacent_find(indices, std::ranges::greater_equal{}) == indices.end(),
-               "the contents to remove exist, in ascending order");
-  int step = 0;
-  for (const int index : indices) {
-    const int shifted = index - step++;
-    DeleteFolderOf(contents[static_cast<std::size_t>(shifted)]);
-    contents.erase(contents.begin() + shifted);
-  }
+  RequireIndex(allExist && IsAscendingFromZero(indices), "the contents to remove exist, in ascending order");
+  for (const int index : indices) DeleteFolderOf(contents[static_cast<std::size_t>(index)]);
+  EraseAscending(contents, indices);
 }
 
 bool PlexoModuleCourseModel::HasValidTotalWeightage() const {
@@ -84,6 +88,7 @@ bool PlexoModuleCourseModel::HasValidTotalWeightage() const {
 }
 
 void PlexoModuleCourseModel::Clear() {
+  places.clear();
   moduleOrder.clear();
   modules.clear();
 }

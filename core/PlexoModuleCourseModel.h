@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <list>
 #include <map>
 #include <vector>
 
@@ -16,9 +17,13 @@ class PlexoModuleCourseModel {
  public:
   using Modules = std::map<TzString, PlexoModuleModel>;
 
+  PlexoModuleCourseModel() = default;
+  PlexoModuleCourseModel(const PlexoModuleCourseModel&) = delete;
+  PlexoModuleCourseModel& operator=(const PlexoModuleCourseModel&) = delete;
+
   /// Appends a module with default values under this key.
   void AddModule(const TzString& key, const TzString& title);
-  /// Removes the module from the map and from the order.
+  /// Removes the module from the map and from the order, in about the logarithm of their number.
   void RemoveModule(const TzString& key);
   /// Exchanges the modules at two positions of the order, given either way round. Both must exist, as must
   /// all that the operations below name by an index: `std::logic_error`, with nothing changed, if one
@@ -45,8 +50,15 @@ class PlexoModuleCourseModel {
   /// The module under this key. An unknown key yields a fresh default module and leaves it in the map, out of
   /// the course's order: callers rely on never failing.
   PlexoModuleModel GetModule(const TzString& key) { return modules[key]; }
+  /// The same without copying; the module stays there until it is removed.
+  const PlexoModuleModel& ReadModule(const TzString& key) { return modules[key]; }
   [[nodiscard]] Modules GetModules() const { return modules; }
-  [[nodiscard]] std::vector<TzString> GetModuleOrder() const { return moduleOrder; }
+  [[nodiscard]] std::size_t CountModules() const { return modules.size(); }
+  [[nodiscard]] std::vector<TzString> GetModuleOrder() const {
+    return {moduleOrder.begin(), moduleOrder.end()};
+  }
+  /// A module that `GetModule` made doesn't count.
+  [[nodiscard]] std::size_t CountOrderedModules() const { return moduleOrder.size(); }
 
   /// True if the weightages of all modules with a key, in the order of their keys, add up to exactly 1.0 in
   /// double precision. There is no tolerance.
@@ -63,8 +75,12 @@ class PlexoModuleCourseModel {
   void SetCourseType(PlexoCourseType type) { courseType = type; }
 
  private:
+  using Order = std::list<TzString>;
+
   Modules modules;
-  std::vector<TzString> moduleOrder;
+  Order moduleOrder;
+  /// Where the keys stand in the order.
+  std::multimap<TzString, Order::iterator> places;
   bool moduleForcedSequence = false;
   PlexoCourseType courseType = PlexoCourseType::LINEAR;
 };

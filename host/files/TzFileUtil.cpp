@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -12,6 +13,7 @@
 
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzScratch.h"
+#include "host/files/TzZipName.h"
 #include "host/session/TzProblem.h"
 
 namespace {
@@ -106,15 +108,34 @@ TzString TzFileUtil::GetBaseFileName(const TzPath& path) {
   return name.Substring(0, FindExtension(name.GetUnits()));
 }
 
+TzString TzFileUtil::GetExtensionAsWritten(const TzPath& path) {
+  const TzString name = path.GetFileName();
+  const std::size_t point = FindExtension(name.GetUnits());
+  return point == std::u16string::npos ? TzString() : name.Substring(point + 1, name.Length());
+}
+
 TzString TzFileUtil::GetExtension(const TzPath& path) {
-  const std::u16string name = path.GetFileName().GetUnits();
-  const std::size_t point = FindExtension(name);
-  if (point == std::u16string::npos) return {};
-  std::u16string extension = name.substr(point + 1);
+  std::u16string extension = GetExtensionAsWritten(path).GetUnits();
   for (char16_t& unit : extension) {
     if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
   }
   return TzString(extension);
+}
+
+bool TzFileUtil::IsValidPath(const TzString& text) {
+  const std::string native = text.GetUTF8String();
+  const auto isControl = [](unsigned char byte) { return byte < 0x20 || byte == 0x7F; };
+  const auto isTooLong = [](const TzString& component) {
+    return component.GetUTF8String().size() > NAME_MAX;
+  };
+  return !native.empty() && native.size() < PATH_MAX && std::ranges::none_of(native, isControl) &&
+         std::ranges::none_of(TzPath(text).GetComponents(), isTooLong);
+}
+
+bool TzFileUtil::IsValidFileName(const TzString& text) {
+  const std::string name = text.GetUTF8String();
+  return IsValidPath(text) && name.find_first_of("<>:\"/\\|?*") == std::string::npos &&
+         !name.ends_with(' ') && !name.ends_with('.') && !TzZipName::IsDevice(name);
 }
 
 std::uint64_t TzFileUtil::GetNoSpaceCount() { return noSpaceCount; }

@@ -30,6 +30,15 @@ class TzFileUtil {
   static TzString GetBaseFileName(const TzPath& path);
   /// The extension without its point and with ASCII capitals folded ("zip" for "A.ZIP"); empty if none.
   static TzString GetExtension(const TzPath& path);
+  /// The same with its capitals ("ZIP" for "A.ZIP").
+  static TzString GetExtensionAsWritten(const TzPath& path);
+
+  /// True if the system takes the text as a path, whatever is there: not empty, without control characters,
+  /// nothing longer than the system's bounds.
+  static bool IsValidPath(const TzString& text);
+  /// True if the text can name a file in a folder of any system that the file may be taken to: a valid path
+  /// without < > : " / \ | ? *, without a blank or point at its end, and not the name of a device.
+  static bool IsValidFileName(const TzString& text);
 
   /// True if the folder is gone afterwards. A folder that isn't empty goes only if `recursive`.
   static bool DeleteDirectory(const TzPath& folder, bool recursive);

@@ -32,23 +32,6 @@ bool IsLetter(char character) {
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-/// Names that some systems give to a device in every folder, with any extension and spaces behind.
-bool IsDevice(std::string_view component) {
-  static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
-                                                               "NUL", "CONIN$", "CONOUT$"};
-  static constexpr std::array<std::string_view, 12> kPorts = {"1", "2", "3", "4",      "5",      "6",
-                                                              "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
-  std::string stem(component.substr(0, component.find('.')));
-  stem.resize(stem.find_last_not_of(' ') + 1);
-  for (char& letter : stem) {
-    if (IsLetter(letter)) letter = static_cast<char>(letter & ~0x20);
-  }
-  const std::string_view tail = std::string_view(stem).substr(std::min<std::size_t>(stem.size(), 3));
-  const bool isPort = stem.starts_with("COM") || stem.starts_with("LPT");
-  return std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end() ||
-         (isPort && std::find(kPorts.begin(), kPorts.end(), tail) != kPorts.end());
-}
-
 const char* FindFault(std::string_view component) {
   if (component == "..") return "the entry's name leads out of the folder";
   if (component.size() > kMostComponentBytes) return "the entry's name is too long";
@@ -58,7 +41,7 @@ const char* FindFault(std::string_view component) {
   if (component.size() > 1 && component[1] == ':' && IsLetter(component[0])) {
     return "the entry's name holds a drive letter";
   }
-  return IsDevice(component) ? "the entry's name is that of a device" : nullptr;
+  return TzZipName::IsDevice(component) ? "the entry's name is that of a device" : nullptr;
 }
 
 bool IsSeparator(char character) { return character == '/' || character == '\\'; }
@@ -79,6 +62,22 @@ std::string TzZipName::FromCodePage437(std::string_view bytes) {
 }
 
 bool TzZipName::IsUtf8(std::string_view bytes) { return utf8::is_valid(bytes.begin(), bytes.end()); }
+
+bool TzZipName::IsDevice(std::string_view component) {
+  static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
+                                                               "NUL", "CONIN$", "CONOUT$"};
+  static constexpr std::array<std::string_view, 12> kPorts = {"1", "2", "3", "4",      "5",      "6",
+                                                              "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
+  std::string stem(component.substr(0, component.find('.')));
+  stem.resize(stem.find_last_not_of(' ') + 1);
+  for (char& letter : stem) {
+    if (IsLetter(letter)) letter = static_cast<char>(letter & ~0x20);
+  }
+  const std::string_view tail = std::string_view(stem).substr(std::min<std::size_t>(stem.size(), 3));
+  const bool isPort = stem.starts_with("COM") || stem.starts_with("LPT");
+  return std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end() ||
+         (isPort && std::find(kPorts.begin(), kPorts.end(), tail) != kPorts.end());
+}
 
 const char* TzZipName::Read(std::string_view written) {
   text.clear();

@@ -89,6 +89,19 @@ void TzHeadlessUI::CheckFinished() const {
   }
 }
 
+void TzHeadlessUI::StartOver() {
+  boxAnswers.clear();
+  chooserAnswers.clear();
+  folderAnswers.clear();
+  dialogScripts.clear();
+  shownBoxes.clear();
+  requests.clear();
+  folderRequests.clear();
+  transcript = {};
+  notedScreen.clear();
+  failure.reset();
+}
+
 int TzHeadlessUI::ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) {
   const TzShownBox box{options.GetTitle(), options.GetText(), kind};
   shownBoxes.push_back(box);

@@ -50,6 +50,10 @@ class TzHeadlessUI : public ITzUserInterface {
   /// Throws if a strict session failed before, or if parts of the script weren't used.
   void CheckFinished() const;
 
+  /// Another person sits down: forgets the script, a failure, what was shown and the transcript. What is on
+  /// the screen stays, with its timers.
+  void StartOver();
+
   /// All boxes shown so far, in order.
   [[nodiscard]] const std::vector<TzShownBox>& GetShownBoxes() const { return shownBoxes; }
   /// All file choosers opened so far, in order.

@@ -60,6 +60,7 @@ TzWindowProc TzHeadlessWindows::GetWindowProc(TzWindowHandle window) {
 }
 
 TzWindowProc TzHeadlessWindows::SetWindowProc(TzWindowHandle window, TzWindowProc procedure) {
+  Note("SetWindowProc");
   TzWindowModel* model = windows.Find(window);
   return model != nullptr ? std::exchange(model->procedure, procedure) : nullptr;
 }
@@ -86,6 +87,7 @@ unsigned TzHeadlessWindows::RegisterWindowMessage(const TzString& name) {
 }
 
 void TzHeadlessWindows::SetProperty(TzWindowHandle window, const TzString& name, void* value) {
+  Note("SetProperty " + name.GetUTF8String());
   if (TzWindowModel* model = windows.Find(window); model != nullptr) model->properties[name] = value;
 }
 
@@ -97,6 +99,7 @@ void* TzHeadlessWindows::GetProperty(TzWindowHandle window, const TzString& name
 }
 
 void TzHeadlessWindows::RemoveProperty(TzWindowHandle window, const TzString& name) {
+  Note("RemoveProperty " + name.GetUTF8String());
   if (TzWindowModel* model = windows.Find(window); model != nullptr) model->properties.erase(name);
 }
 

@@ -71,6 +71,17 @@ TEST(PlexoCourseModel, RemovingAManifestTakesTheFirstOfItsFolderOnly) {
   course.RemoveSCOManifest("folder");
   ASSERT_EQ(course.GetSCOManifestCount(), 2U);
   EXPECT_EQ(course.GetSCOManifest(0).title, "second");
+  // Of one folder the first goes first, and what is added comes last, also between reads by index.
+  PlexoSCOManifest manifest;
+  manifest.folderPath = "folder";
+  manifest.title = "fourth";
+  course.AddSCOManifest(manifest);
+  EXPECT_EQ(course.GetSCOManifest(2).title, "fourth");
+  course.RemoveSCOManifest("folder");
+  course.RemoveSCOManifest("other");
+  ASSERT_EQ(course.GetSCOManifestCount(), 1U);
+  EXPECT_EQ(course.GetSCOManifest(0).title, "fourth");
+  EXPECT_EQ(course.GetSCOManifest(1), PlexoSCOManifest());
 }
 
 TEST(PlexoCourseModel, ADurationBecomesAPeriodWithoutSeconds) {

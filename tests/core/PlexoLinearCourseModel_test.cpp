@@ -14,6 +14,10 @@ TEST(PlexoLinearCourseModel, RemovesByTheIndicesFromBeforeTheRemoval) {
       {{1, 3}, {"0", "2", "4"}},
       {{0, 1, 2, 3, 4}, {}},
       {{-1, 9}, {"0", "1", "2", "3", "4"}},
+      {{0, 3, 9}, {"1", "2", "4"}},
+      // Of a list that doesn't ascend each step takes what stands at its index less its number.
+      {{3, 3}, {"0", "1", "4"}},
+      {{3, 0}, {"0", "1", "2", "4"}},
       // What is out of range is skipped and still shifts what follows.
       {{-1, 1}, {"1", "2", "3", "4"}},
   };

@@ -19,6 +19,12 @@ TEST(PlexoModuleCourseModel, KeepsModulesAndTheirOrderAlike) {
   course.RemoveModule("10");
   EXPECT_EQ(course.GetModuleOrder(), (std::vector<TzString>{"2", "1"}));
   EXPECT_EQ(course.GetModules().size(), 2U);
+  course.AddModule("10", "Ten again");
+  course.SwapModules(1, 2);
+  EXPECT_EQ(course.GetModuleOrder(), (std::vector<TzString>{"2", "10", "1"}));
+  course.SwapModules(1, 1);
+  course.RemoveModule("2");
+  EXPECT_EQ(course.GetModuleOrder(), (std::vector<TzString>{"10", "1"}));
 }
 
 TEST(PlexoModuleCourseModel, AnUnknownModuleIsInsertedOutsideTheOrder) {

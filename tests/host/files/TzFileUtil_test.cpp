@@ -61,6 +61,48 @@ TEST_F(FileUtilTest, SplitsNames) {
     EXPECT_EQ(TzFileUtil::GetBaseFileName(TzPath(row.path)), row.base) << row.path;
     EXPECT_EQ(TzFileUtil::GetExtension(TzPath(row.path)), row.extension) << row.path;
   }
+  EXPECT_EQ(TzFileUtil::GetExtensionAsWritten(TzPath("a/b.v2.Zip")), "Zip");
+}
+
+TEST_F(FileUtilTest, AFileNameHasToTravelToOtherSystemsAndAPathOnlyToThisOne) {
+  const std::string longest(255, 'n');
+  const struct {
+    std::string text;
+    bool isPath;
+    bool isFileName;
+  } rows[] = {
+      {"course.zip", true, true},
+      {"Kurs f\u00FCr Anf\u00E4nger.zip", true, true},
+      {".hidden", true, true},
+      {longest, true, true},
+      {longest + "n", false, false},
+      {"/home/a/" + longest + "n/b", false, false},
+      {"/home/" + std::string(4096, '/'), false, false},
+      {"", false, false},
+      {"a\tb", false, false},
+      {"a\nb", false, false},
+      {std::string("a\0b", 3), false, false},
+      {"/home/What? Why: \"this\"/<a>|b*", true, false},
+      {"a/b", true, false},
+      {"a\\b", true, false},
+      {"..", true, false},
+      {"what?", true, false},
+      {"a*", true, false},
+      {"a:b", true, false},
+      {"a\"b", true, false},
+      {"a<b", true, false},
+      {"a>b", true, false},
+      {"a|b", true, false},
+      {"ends in a blank ", true, false},
+      {"ends in a point.", true, false},
+      {"con.zip", true, false},
+      {"COM1", true, false},
+      {"console.zip", true, true},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(TzFileUtil::IsValidPath(row.text), row.isPath) << row.text;
+    EXPECT_EQ(TzFileUtil::IsValidFileName(row.text), row.isFileName) << row.text;
+  }
 }
 
 TEST_F(FileUtilTest, MakesAndDeletesFoldersWithoutTellingWhatIsOrdinary) {

@@ -9,6 +9,8 @@
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/PackageIntake.h"
 #include "apps/cli/PackageReasons.h"
+#include "apps/course/CourseFile.h"
+#include "apps/course/CourseModules.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
@@ -23,6 +25,32 @@ namespace {
 
 CommandFailure MakeInterrupted(const std::string& subject) {
   return {ExitStatus::Interrupted, subject, "interrupted; no package was written", {}};
+}
+
+ExitStatus GetStatus(CourseFault fault) {
+  switch (fault) {
+    case CourseFault::Refused:
+      return ExitStatus::Refused;
+    case CourseFault::Machine:
+      return ExitStatus::Machine;
+    case CourseFault::Stopped:
+      return ExitStatus::Interrupted;
+    case CourseFault::Wrong:
+      break;
+  }
+  return ExitStatus::Usage;
+}
+
+PlexoCourseType GetCourseType(CourseTemplate courseTemplate) {
+  switch (courseTemplate) {
+    case CourseTemplate::SimpleRemediation:
+      return PlexoCourseType::CONTENT_POST;
+    case CourseTemplate::TestRollup:
+      return PlexoCourseType::PRE_CONTENT_POST;
+    case CourseTemplate::MultipleScos:
+      break;
+  }
+  return PlexoCourseType::LINEAR;
 }
 
 std::string GetLocation(const std::string& path, const CourseFileError& error) {
@@ -44,7 +72,7 @@ constexpr PlaceInPackage kPlacesInPackage[] = {
 };
 
 /// Sets up the course as the manifest dialog does.
-void EnterDetails(const CourseFile& course, PlexoCourseModel& model) {
+void EnterDetails(const CourseDocument& course, PlexoCourseModel& model) {
   model.ResetManifestDetails();
   model.SetScormVersion(course.scormVersion);
   model.SetCourseIdentifier(course.identifier);
@@ -84,15 +112,16 @@ BuildCommand::Failure BuildCommand::CheckOptions() const {
 }
 
 std::vector<CommandFailure> BuildCommand::ReadCourse() {
-  CourseFileResult result = ReadCourseFile(options.courseFile);
+  CourseFileResult result = ReadCourseFile(options.courseFile, &Interrupt::IsAsked);
   if (Interrupt::IsAsked()) return {MakeInterrupted(options.package)};
   std::vector<CommandFailure> failures;
   for (const CourseFileError& error : result.errors) {
-    CommandFailure failure{error.status, GetLocation(options.courseFile, error), error.message, {}};
+    CommandFailure failure{GetStatus(error.fault), GetLocation(options.courseFile, error), error.message, {}};
     if (!error.reason.empty()) failure.reasons.push_back(error.reason);
     failures.push_back(std::move(failure));
   }
   course = std::move(result.course);
+  shares = GetWeightageFractions(course.modules);
   return failures;
 }
 
@@ -133,7 +162,7 @@ BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
   Place place{.moduleIndex = moduleCount++, .moduleKey = TzString::FromNumber(GetNextTreeId())};
   const std::string number = std::to_string(place.moduleIndex + 1);
   model->AddModule(place.moduleKey, module.title.value_or("Module_" + number));
-  model->SetWeightage(place.moduleKey, module.weightage);
+  model->SetWeightage(place.moduleKey, shares[place.moduleIndex]);
   model->SetContentForcedSequence(place.moduleKey, module.forceContentSequence);
 
   Failure failure;
@@ -164,8 +193,8 @@ BuildCommand::Failure BuildCommand::StartCourse() {
   EnterDetails(course, *model);
   model->SetPublishFolder(target.folder);
   model->SetPackageName(target.fileName);
-  model->SetCourseType(course.courseType);
-  GetModuleCourseModel()->SetCourseType(course.courseType);
+  model->SetCourseType(GetCourseType(course.courseTemplate));
+  GetModuleCourseModel()->SetCourseType(GetCourseType(course.courseTemplate));
   GetLinearCourseModel()->SetForcedSequence(course.forceSequence);
   GetModuleCourseModel()->SetModuleForcedSequence(course.forceSequence);
   const bool hasFolder = !model->GetWorkingFolder().IsEmpty() && TzFile(model->GetWorkingFolder()).Exists();

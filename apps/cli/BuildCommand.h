@@ -9,9 +9,9 @@
 
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CommandSession.h"
-#include "apps/cli/CourseFile.h"
 #include "apps/cli/CourseReport.h"
 #include "apps/cli/PackageTarget.h"
+#include "apps/course/CourseDocument.h"
 #include "core/PlexoSCOKind.h"
 
 struct BuildOptions {
@@ -64,7 +64,9 @@ class BuildCommand {
   CommandSession& session;
   CommandOutput& output;
   PackageTarget target;
-  CourseFile course;
+  CourseDocument course;
+  /// Of its modules, as texts of fractions.
+  std::vector<std::string> shares;
   std::vector<PlacedSCO> placed;
   /// The packages that were made of listed files, and those files as the course file writes them.
   std::vector<std::pair<std::string, std::string>> adopted;

@@ -25,7 +25,7 @@ void CourseReport::PrintJson(CommandOutput& output) const {
   Json document = {{"package", package},
                    {"identifier", model->GetCourseIdentifier().GetUTF8String()},
                    {"scorm", model->GetScormVersion().GetUTF8String()},
-                   {"template", course.templateName},
+                   {"template", GetTemplateName(course.courseTemplate)},
                    {"scos", Json::array()}};
   for (const auto& [source, identifier, moduleNumber, role, isAdopted, manifest] : scos) {
     Json sco = {{"title", manifest.title.GetUTF8String()},

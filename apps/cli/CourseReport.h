@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "apps/cli/CommandOutput.h"
-#include "apps/cli/CourseFile.h"
+#include "apps/course/CourseDocument.h"
 #include "core/PlexoSCOManifest.h"
 
 /// A SCO that was added to the course.
@@ -25,7 +25,7 @@ struct PlacedSCO {
 /// Tells of a package that was written: where it is and which SCOs it holds.
 class CourseReport {
  public:
-  CourseReport(const CourseFile& courseFile, std::string packageName, std::vector<PlacedSCO> placedSCOs)
+  CourseReport(const CourseDocument& courseFile, std::string packageName, std::vector<PlacedSCO> placedSCOs)
       : course(courseFile), package(std::move(packageName)), scos(std::move(placedSCOs)) {}
 
   /// The package's path, and a line of title, launch file and number of files for each SCO; in a module
@@ -35,7 +35,7 @@ class CourseReport {
   void PrintJson(CommandOutput& output) const;
 
  private:
-  const CourseFile& course;
+  const CourseDocument& course;
   std::string package;
   std::vector<PlacedSCO> scos;
 };

@@ -60,7 +60,7 @@ PlexoAdoptRequest PackageIntake::MakeRequest(const ListedFile& file, PlexoSCOKin
 
 /// Whether the sequencing holds something back until a SCO is known to have passed or failed.
 bool PackageIntake::WaitsForSuccess() const {
-  const bool isLinear = course.courseType == PlexoCourseType::LINEAR;
+  const bool isLinear = course.courseTemplate == CourseTemplate::MultipleScos;
   return course.scormVersion == "2004" && (!isLinear || course.forceSequence);
 }
 

@@ -8,14 +8,15 @@
 #include "adopt/PlexoAdopter.h"
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CommandSession.h"
-#include "apps/cli/CourseFile.h"
+#include "apps/course/CourseDocument.h"
 #include "core/PlexoSCOKind.h"
 
 /// Makes of each file of a course the packages that the course takes: adopted ones, where it would refuse or
 /// damage the file as it stands, or where the course file asks for it. Says so in a line for each file.
 class PackageIntake {
  public:
-  PackageIntake(const CourseFile& courseFile, CommandSession& commandSession, CommandOutput& commandOutput)
+  PackageIntake(const CourseDocument& courseFile, CommandSession& commandSession,
+                CommandOutput& commandOutput)
       : course(courseFile), session(commandSession), output(commandOutput) {}
 
   struct Result {
@@ -36,7 +37,7 @@ class PackageIntake {
                    const std::vector<PlexoFinding>& findings);
   void TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings);
 
-  const CourseFile& course;
+  const CourseDocument& course;
   CommandSession& session;
   CommandOutput& output;
 };

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "apps/cli/CommandFailure.h"
-#include "apps/cli/CourseFile.h"
 #include "host/files/TzPath.h"
 
 /// Where a package goes. A link to a file stands for that file.

@@ -26,6 +26,9 @@ class ITzUserInterface {
   /// interface, and shows nothing then.
   virtual TzCanvasPtr CreateCanvas(const TzCanvasSpec& spec) = 0;
 
+  /// A dialog ended with this `TzDialogResult`; its cells can still be read. Nothing has to be done.
+  virtual void DialogClosed(TzCanvas& /*dialog*/, int /*result*/) {}
+
   /// Calls `UI_NodeManager::FireTimer` with the key every `delay` seconds, between events, until it is
   /// stopped.
   virtual void StartTimer(TimerKey key, double delay) = 0;

@@ -46,6 +46,10 @@ void TzCanvas::SetCellEntered(
 
 void TzCanvas::Unbind() { bindings.reset(); }
 
+TzDataModel* TzCanvas::GetDataModel() const {
+  return bindings != nullptr ? &bindings->GetDataModel() : nullptr;
+}
+
 void TzCanvas::SetSize(const TzRect& size) {
   const UI_KeepAlive held(*this);
   SetFrame(size);

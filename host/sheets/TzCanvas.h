@@ -49,6 +49,10 @@ class TzCanvas : public kelpui::controls::UI_Node {
   /// Cuts the views off from the cells; they stay as they are.
   void Unbind();
 
+  /// The cells behind the views; null before `ShowSheet` and after `Unbind`. For hosts that read or fill what
+  /// a sheet shows by the names of its cells.
+  [[nodiscard]] TzDataModel* GetDataModel() const;
+
   /// The whole size, of which the user interface gives each view its share. The notification comes after.
   void SetSize(const TzRect& size);
   void SetResized(std::function<void(const TzRect& size)> notification) { resized = std::move(notification); }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/sheets/TzDialog.h"
 
+#include "host/session/ITzUserInterface.h"
+#include "host/session/TzSession.h"
+
 TzDialog::~TzDialog() = default;
 
 bool TzDialog::PreActivate() { return true; }
@@ -13,5 +16,6 @@ int TzDialog::Run(TzCanvas& canvas) {
   PostActivate();
   const int result = canvas.RunModal();
   PreDeactivate();
+  if (ITzUserInterface* ui = GetUserInterface(); ui != nullptr) ui->DialogClosed(canvas, result);
   return result;
 }

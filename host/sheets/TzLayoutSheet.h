@@ -27,6 +27,7 @@ struct TzLayoutNode {
   TzString tooltip;
   /// Behind a number's field.
   TzString label;
+  /// Of a button that has none it is the action.
   TzString identifier;
   /// File name of an image.
   TzString image;

@@ -41,7 +41,8 @@ TzViewBindings::~TzViewBindings() {
 // NOLINTNEXTLINE(misc-no-recursion): a layout nests to a bounded depth
 UI_NodePtr TzViewBindings::Make(const TzLayoutNode& view) {
   UI_NodePtr node = MakeBare(view);
-  node->SetIdentifier(view.identifier);
+  // A button goes by its action, unless the sheet names it, so that a host finds "ok" whatever its caption.
+  node->SetIdentifier(view.identifier.IsEmpty() ? view.action : view.identifier);
   node->SetPresentation(view.presentation);
   node->SetTooltip(view.tooltip);
   if (view.name.cell.IsEmpty()) {

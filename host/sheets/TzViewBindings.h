@@ -20,6 +20,7 @@ class TzViewBindings {
   TzViewBindings& operator=(const TzViewBindings&) = delete;
 
   [[nodiscard]] kelpui::controls::UI_NodePtr Make(const TzLayoutNode& view);
+  [[nodiscard]] TzDataModel& GetDataModel() const { return model; }
   void SetCellEntered(CellEntered notification) { cellEntered = std::move(notification); }
 
  private:

@@ -106,6 +106,15 @@ TEST_F(SheetTest, ShowsWhatTheCellsHold) {
             "button \"Cancel\"\n");
 }
 
+TEST_F(SheetTest, AHostFindsCellsByTheCanvasAndButtonsByTheirActions) {
+  EXPECT_EQ(canvas->GetDataModel(), &sheet.GetDataModel());
+  EXPECT_EQ(canvas->FindChildRecursive("ok")->GetName(), "OK");
+  EXPECT_EQ(canvas->FindChildRecursive("delete"), nullptr) << "the sheet names it otherwise";
+  const TzCanvasPtr held(canvas);
+  sheet.CloseCanvas();
+  EXPECT_EQ(held->GetDataModel(), nullptr);
+}
+
 TEST_F(SheetTest, WhatAPersonEntersReachesTheCellAndThenTheWatchersAndTheHandler) {
   sheet.GetDataModel().MonitorCellValue("title", [this](const TzVariant& value) {
     handler.Note("watcher " + value.GetString().GetUTF8String());
@@ -251,6 +260,29 @@ TEST(TzSheetDialog, StaysOpenAfterARefusedOkAndClosesAfterOneThatReachesTheBase)
   EXPECT_THAT(order,
               ElementsAre("pre-activate", "post-activate", "ok", "still open", "ok", "pre-deactivate"));
   EXPECT_THAT(ui.GetTranscript(), testing::StartsWith("dialog \"Details\"\n"));
+}
+
+TEST(TzSheetDialog, TheUserInterfaceCanReadADialogThatClosed) {
+  class Reader : public TzHeadlessUI {
+   public:
+    void DialogClosed(TzCanvas& dialog, int result) override {
+      const TzVariant title = dialog.GetDataModel()->GetCellValue("title");
+      read.push_back(title.GetString().GetUTF8String() + " " + std::to_string(result));
+    }
+    std::vector<std::string> read;
+  };
+  TestSession session;
+  Reader reader;
+  TzSession::Install({.dictionary = &session.dictionary, .userInterface = &reader});
+  const SheetPair sheets(kCells, kViews);
+  std::vector<std::string> order;
+  TzHeadlessDriver ui(reader);
+  ui.OnNextDialog([&](TzHeadlessDriver& dialog) {
+    dialog.Type("Title:", "Fire");
+    dialog.Press("Cancel");
+  });
+  static_cast<void>(TitleDialog(sheets, order).DoModal());
+  EXPECT_THAT(reader.read, ElementsAre("Fire " + std::to_string(kTzDialogCancel)));
 }
 
 TEST(TzSheetDialog, CancelsByItsButtonAndWithoutAUserInterface) {

@@ -21,6 +21,9 @@ struct WeightageShare {
 /// a plain decimal number with 0 < n <= 100 that doesn't vanish in six decimals.
 std::optional<std::string> MakeWeightageFraction(std::string_view percent);
 
+/// The percentage as a number. None unless it is a plain decimal number from 0 to 100.
+std::optional<double> ReadWeightagePercent(std::string_view percent);
+
 /// The sum in the order of the keys.
 double SumWeightages(std::vector<WeightageShare> shares);
 

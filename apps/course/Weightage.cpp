@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/Weightage.h"
+#include "apps/course/Weightage.h"
 
 #include <algorithm>
 #include <array>
@@ -36,13 +36,18 @@ std::string FormatNumber(double number) {
   return {buffer.data(), end.ptr};
 }
 
-std::optional<std::string> MakeWeightageFraction(std::string_view percent) {
+std::optional<double> ReadWeightagePercent(std::string_view percent) {
   double number = 0.0;
   const char* end = percent.data() + percent.size();
   const auto [stop, error] = std::from_chars(percent.data(), end, number, std::chars_format::fixed);
-  const bool isWeight = error == std::errc() && stop == end && number > 0.0 && number <= kWhole;
-  if (!isWeight) return std::nullopt;
-  const std::string fraction = FormatFraction(number / kWhole);
+  const bool isPercent = error == std::errc() && stop == end && number >= 0.0 && number <= kWhole;
+  return isPercent ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::string> MakeWeightageFraction(std::string_view percent) {
+  const std::optional<double> number = ReadWeightagePercent(percent);
+  if (!number) return std::nullopt;
+  const std::string fraction = FormatFraction(*number / kWhole);
   return ReadFraction(fraction) > 0.0 ? std::optional(fraction) : std::nullopt;
 }
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/CourseFile.h"
+#include "apps/course/CourseReading.h"
 
 #include <algorithm>
 
-#include "apps/cli/CourseModules.h"
-#include "apps/cli/CourseYaml.h"
-#include "apps/cli/ListedFiles.h"
+#include "apps/course/CourseModules.h"
+#include "apps/course/ListedFiles.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
 
@@ -15,15 +14,15 @@ constexpr std::string_view kCourseKeys[] = {"template",       "scorm",   "identi
                                             "description",    "version", "duration",   "subject",
                                             "force-sequence", "intake",  "files",      "modules"};
 
-struct CourseTemplate {
+struct TemplateWord {
   std::string_view name;
-  PlexoCourseType type;
+  CourseTemplate value;
 };
 
-constexpr CourseTemplate kTemplates[] = {
-    {"multiple-scos", PlexoCourseType::LINEAR},
-    {"simple-remediation", PlexoCourseType::CONTENT_POST},
-    {"test-rollup", PlexoCourseType::PRE_CONTENT_POST},
+constexpr TemplateWord kTemplates[] = {
+    {"multiple-scos", CourseTemplate::MultipleScos},
+    {"simple-remediation", CourseTemplate::SimpleRemediation},
+    {"test-rollup", CourseTemplate::TestRollup},
 };
 
 struct IntakeWord {
@@ -42,12 +41,14 @@ std::string GetWords(const char* key) { return GetStringDictionary()->GetString(
 /// Reads the map of a whole course file.
 class CourseReading {
  public:
-  CourseReading(const YAML::Node& document, const std::string& path, CourseFileErrors& errorList)
-      : keys(document, "the course file", kCourseKeys, errorList),
-        files(path, errorList),
+  CourseReading(const YAML::Node& map, const std::string& courseFile, CoursePurpose coursePurpose,
+                const CourseStop& stop, CourseFileErrors& errorList)
+      : keys(map, "the course file", kCourseKeys, errorList),
+        purpose(coursePurpose),
+        files(courseFile, coursePurpose, stop, errorList),
         errors(errorList) {}
 
-  CourseFile Read() {
+  CourseDocument Read() {
     const bool isTemplateKnown = ReadTemplate();
     ReadVersion(isTemplateKnown);
     ReadIdentifier();
@@ -67,14 +68,13 @@ class CourseReading {
     keys.Require("template", "multiple-scos, simple-remediation or test-rollup");
     const auto text = keys.ReadText("template");
     if (!text) return false;
-    const auto* found = std::ranges::find(kTemplates, text->text, &CourseTemplate::name);
+    const auto* found = std::ranges::find(kTemplates, text->text, &TemplateWord::name);
     if (found == std::end(kTemplates)) {
       errors.Add(text->mark, "unknown template '" + text->text +
                                  "'; allowed: multiple-scos, simple-remediation, test-rollup");
       return false;
     }
-    course.templateName = text->text;
-    course.courseType = found->type;
+    course.courseTemplate = found->value;
     return true;
   }
 
@@ -86,9 +86,9 @@ class CourseReading {
       return;
     }
     course.scormVersion = text->text;
-    if (text->text == "1.2" && isTemplateKnown && course.courseType != PlexoCourseType::LINEAR) {
+    if (text->text == "1.2" && isTemplateKnown && course.courseTemplate != CourseTemplate::MultipleScos) {
       errors.Add(text->mark, GetWords("kPlexoErrorFeatureUnsupportedForVersion"),
-                 "a '" + course.templateName + "' course needs scorm 2004");
+                 std::string("a '") + GetTemplateName(course.courseTemplate) + "' course needs scorm 2004");
     }
   }
 
@@ -145,37 +145,41 @@ class CourseReading {
   }
 
   void ReadContents() {
-    const bool isLinear = course.courseType == PlexoCourseType::LINEAR;
+    const bool isLinear = course.courseTemplate == CourseTemplate::MultipleScos;
     const char* foreign = isLinear ? "modules" : "files";
     if (keys.Has(foreign)) {
-      errors.Add(keys.GetKeyMark(foreign),
-                 std::string("'") + foreign + "' doesn't belong to a '" + course.templateName +
-                     "' course; it lists its SCO packages in '" + (isLinear ? "files" : "modules") + "'");
+      errors.Add(keys.GetKeyMark(foreign), std::string("'") + foreign + "' doesn't belong to a '" +
+                                               GetTemplateName(course.courseTemplate) +
+                                               "' course; it lists its SCO packages in '" +
+                                               (isLinear ? "files" : "modules") + "'");
     }
     if (isLinear) {
-      keys.Require("files", "the list of its SCO packages");
+      if (purpose == CoursePurpose::Build) keys.Require("files", "the list of its SCO packages");
       course.files = files.FindAll(keys, "files");
-    } else {
+    } else if (purpose == CoursePurpose::Build) {
       keys.Require("modules", "the list of its modules");
-      const std::vector<YAML::Node> nodes = keys.ReadList("modules");
-      course.modules = ReadCourseModules(nodes, course.courseType, keys.GetKeyMark("modules"), files, errors);
+      const std::vector<YAML::Node> nodes = keys.ReadFilledList("modules");
+      course.modules =
+          ReadCourseModules(nodes, course.courseTemplate, keys.GetKeyMark("modules"), files, errors);
+    } else {
+      course.modules = ReadDraftModules(keys.ReadList("modules"), course.courseTemplate, files, errors);
     }
   }
 
   CourseKeys keys;
+  CoursePurpose purpose;
   ListedFiles files;
   CourseFileErrors& errors;
-  CourseFile course;
+  CourseDocument course;
 };
 
 }  // namespace
 
-CourseFileResult ReadCourseFile(const std::string& path) {
-  CourseFileErrors errors;
-  CourseFileResult result;
-  if (const auto document = LoadCourseYaml(path, errors)) {
-    result.course = CourseReading(*document, path, errors).Read();
-  }
-  result.errors = errors.TakeSorted();
-  return result;
+const char* GetTemplateName(CourseTemplate courseTemplate) {
+  return std::ranges::find(kTemplates, courseTemplate, &TemplateWord::value)->name.data();
+}
+
+CourseDocument ReadCourseMap(const YAML::Node& map, const std::string& courseFile, CoursePurpose purpose,
+                             const CourseStop& stop, CourseFileErrors& errors) {
+  return CourseReading(map, courseFile, purpose, stop, errors).Read();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/CourseYaml.h"
+#include "apps/course/CourseYaml.h"
 
 #include <yaml-cpp/eventhandler.h>
 
@@ -11,8 +11,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "apps/cli/Interrupt.h"
-
 namespace {
 
 /// Looks at a text before its tree is built by recursion and its aliases are followed: it must be one
@@ -23,7 +21,9 @@ class CourseYamlGuard : public YAML::EventHandler {
     YAML::Mark mark;
     std::string message;
   };
-  struct Interrupted {};
+  struct Stopped {};
+
+  explicit CourseYamlGuard(const CourseStop& stop) : isStopped(stop) {}
 
   // A character that can't start a value makes a document that is empty and doesn't move on.
   void OnDocumentStart(const YAML::Mark& mark) override {
@@ -63,7 +63,7 @@ class CourseYamlGuard : public YAML::EventHandler {
   };
 
   void Count(const YAML::Mark& mark, const Extent& more) {
-    if (Interrupt::IsAsked()) throw Interrupted();
+    if (isStopped && isStopped()) throw Stopped();
     total.values += more.values;
     total.bytes += more.bytes;
     if (total.values <= kMostCourseValues && total.bytes <= kMostCourseText) return;
@@ -85,6 +85,7 @@ class CourseYamlGuard : public YAML::EventHandler {
     anchored[anchor] = {total.values - before.values, total.bytes - before.bytes};
   }
 
+  const CourseStop& isStopped;
   bool hasDocument = false;
   YAML::Mark start;
   Extent total;
@@ -108,7 +109,7 @@ std::optional<std::string> ReadCourseText(const std::string& path, CourseFileErr
   std::string text(kLargestCourseFile + 1, '\0');
   if (file) file.read(text.data(), static_cast<std::streamsize>(text.size()));
   if (!file.is_open() || file.bad()) {
-    errors.Add("can't read: " + std::generic_category().message(errno), ExitStatus::Machine);
+    errors.Add("can't read: " + std::generic_category().message(errno), CourseFault::Machine);
     return std::nullopt;
   }
   text.resize(static_cast<std::size_t>(file.gcount()));
@@ -118,26 +119,27 @@ std::optional<std::string> ReadCourseText(const std::string& path, CourseFileErr
 }
 
 /// Throws what the guard throws.
-void GuardAgainst(const std::string& text) {
+void GuardAgainst(const std::string& text, const CourseStop& stop) {
   std::istringstream stream(text);
   YAML::Parser parser(stream);
-  CourseYamlGuard guard;
+  CourseYamlGuard guard(stop);
   while (parser.HandleNextDocument(guard)) {
   }
 }
 
 }  // namespace
 
-std::optional<YAML::Node> LoadCourseYaml(const std::string& path, CourseFileErrors& errors) {
+std::optional<YAML::Node> LoadCourseYaml(const std::string& path, const CourseStop& stop,
+                                         CourseFileErrors& errors) {
   const std::optional<std::string> text = ReadCourseText(path, errors);
   if (!text) return std::nullopt;
   try {
-    GuardAgainst(*text);
+    GuardAgainst(*text, stop);
     return YAML::Load(*text);
   } catch (const CourseYamlGuard::Refusal& refusal) {
     errors.Add(refusal.mark, refusal.message);
-  } catch (const CourseYamlGuard::Interrupted&) {
-    errors.Add("interrupted", ExitStatus::Interrupted);
+  } catch (const CourseYamlGuard::Stopped&) {
+    errors.Add("interrupted", CourseFault::Stopped);
   } catch (const YAML::Exception& exception) {
     errors.Add(exception.mark, exception.msg);
   }

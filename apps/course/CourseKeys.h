@@ -10,25 +10,15 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/cli/CommandFailure.h"
-
-/// Something wrong at a place of a course file.
-struct CourseFileError {
-  /// Counted from 1; 0 for the file as a whole.
-  int line = 0;
-  int column = 0;
-  ExitStatus status = ExitStatus::Usage;
-  std::string message;
-  std::string reason;
-};
+#include "apps/course/CourseFileError.h"
 
 /// Gathers the errors of a course file. Of very many it keeps the first by place, and counts the others.
 class CourseFileErrors {
  public:
   void Add(const YAML::Mark& mark, std::string message, std::string reason = {},
-           ExitStatus status = ExitStatus::Usage);
+           CourseFault fault = CourseFault::Wrong);
   /// An error of the file as a whole.
-  void Add(std::string message, ExitStatus status = ExitStatus::Usage);
+  void Add(std::string message, CourseFault fault = CourseFault::Wrong);
 
   /// By line and column; of very many the first, and how many more there are.
   [[nodiscard]] std::vector<CourseFileError> TakeSorted();
@@ -39,7 +29,7 @@ class CourseFileErrors {
   /// Sorted.
   std::vector<CourseFileError> first;
   std::size_t rest = 0;
-  ExitStatus restStatus = ExitStatus::Usage;
+  CourseFault restFault = CourseFault::Refused;
 };
 
 /// A text with the place where it stands.
@@ -71,8 +61,10 @@ class CourseKeys {
   [[nodiscard]] bool ReadFlag(std::string_view key) const;
   /// The value, whatever it is.
   [[nodiscard]] std::optional<YAML::Node> ReadNode(std::string_view key) const;
-  /// The list's entries, whatever they are; an empty list is an error.
+  /// The list's entries, whatever they are.
   [[nodiscard]] std::vector<YAML::Node> ReadList(std::string_view key) const;
+  /// Likewise; an empty list is an error.
+  [[nodiscard]] std::vector<YAML::Node> ReadFilledList(std::string_view key) const;
   /// Notes an error if the key is absent. `what` says what it is for.
   void Require(std::string_view key, std::string_view what) const;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/Weightage.h"
+#include "apps/course/Weightage.h"
 
 #include <gtest/gtest.h>
 

@@ -7,16 +7,18 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/cli/CourseFile.h"
-#include "apps/cli/CourseKeys.h"
+#include "apps/course/CourseDocument.h"
+#include "apps/course/CourseKeys.h"
+#include "apps/course/CourseReading.h"
 
-/// Looks at the files that a course file lists.
+/// Looks at the files that a course file lists. For a course that is worked on every path will do.
 class ListedFiles {
  public:
-  ListedFiles(const std::string& courseFile, CourseFileErrors& errorList);
+  ListedFiles(const std::string& courseFile, CoursePurpose coursePurpose, CourseStop stop,
+              CourseFileErrors& errorList);
 
   /// Counts a file or a module of the course. False, with an error noted once, if there are too many of them
-  /// together, and if the user interrupts.
+  /// together, and if the reading is stopped.
   [[nodiscard]] bool Admit(const YAML::Mark& mark);
   /// The file that the key gives, by its path or as a map with options. None, with an error noted, unless it
   /// is admitted, is there and of a kind that a course can take; and if the key is absent.
@@ -27,11 +29,14 @@ class ListedFiles {
   void RefuseOptions() { takesOptions = false; }
 
  private:
+  [[nodiscard]] std::vector<YAML::Node> ReadList(const CourseKeys& keys, std::string_view key) const;
   [[nodiscard]] std::optional<ListedFile> Read(const YAML::Node& node, const std::string& what,
                                                const YAML::Mark& place);
   void RefuseAdoption(const CourseKeys& keys);
   [[nodiscard]] std::optional<ListedFile> Look(const CourseText& text);
 
+  CoursePurpose purpose;
+  CourseStop isStopped;
   bool takesOptions = true;
   std::string folder;
   std::size_t count = 0;

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/ListedFiles.h"
+#include "apps/course/ListedFiles.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
-#include "apps/cli/Interrupt.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzZipName.h"
-#include "intake/PlexoAddFileDriver.h"
 
 namespace fs = std::filesystem;
 
@@ -17,7 +16,7 @@ constexpr std::string_view kFileKeys[] = {"file", "item", "completion-passes"};
 
 struct Objection {
   std::string message;
-  ExitStatus status = ExitStatus::Usage;
+  CourseFault fault = CourseFault::Wrong;
 };
 
 std::optional<Objection> ObjectToNode(const TzPath& path) {
@@ -27,7 +26,7 @@ std::optional<Objection> ObjectToNode(const TzPath& path) {
   if (status.type() == fs::file_type::none) {
     const bool isTooLong = error == std::errc::filename_too_long;
     return Objection{"can't be looked at: " + error.message(),
-                     isTooLong ? ExitStatus::Usage : ExitStatus::Machine};
+                     isTooLong ? CourseFault::Wrong : CourseFault::Machine};
   }
   if (fs::is_directory(status))
     return Objection{"is a folder; expected a SCO package (.zip) or a movie (.swf)"};
@@ -36,14 +35,19 @@ std::optional<Objection> ObjectToNode(const TzPath& path) {
   return std::nullopt;
 }
 
+/// As a folder of the course; a course refuses other names without a word.
+bool CanNameFolder(const std::string& baseName) {
+  return !baseName.empty() && baseName != "." && baseName != ".." && baseName.find('\\') == std::string::npos;
+}
+
 std::optional<Objection> ObjectToName(const TzPath& path) {
   const std::string extension = TzFileUtil::GetExtension(path).GetUTF8String();
   if (extension == "pdf")
-    return Objection{"is a PDF document; these can't be added yet", ExitStatus::Refused};
+    return Objection{"is a PDF document; these can't be added yet", CourseFault::Refused};
   if (extension != "zip" && extension != "swf") {
     return Objection{"is no SCO package (.zip) and no movie (.swf)"};
   }
-  if (!PlexoAddFileDriver::CanNameFolder(TzFileUtil::GetBaseFileName(path))) {
+  if (!CanNameFolder(TzFileUtil::GetBaseFileName(path).GetUTF8String())) {
     return Objection{"can't name a folder in the package; rename the file"};
   }
   if (TzZipName().Read(TzFileUtil::GetBaseFileName(path).GetUTF8String()) != nullptr) {
@@ -55,17 +59,33 @@ std::optional<Objection> ObjectToName(const TzPath& path) {
   return std::nullopt;
 }
 
+/// The path with its folder resolved, where it climbs: two ways to write one path are then the same.
+TzPath ResolveClimbs(const TzPath& path) {
+  const fs::path written = path.GetNative();
+  if (std::ranges::find(written, fs::path("..")) == written.end()) return path;
+  std::error_code error;
+  const fs::path parent = fs::weakly_canonical(written.parent_path(), error);
+  return error ? path : TzPath::FromNative((parent / written.filename()).native());
+}
+
+ListedFile KeepForEditing(const std::string& name, const TzPath& path) {
+  const bool isThere = !ObjectToNode(path).has_value();
+  return ListedFile{.name = name, .path = ResolveClimbs(path), .isMissing = !isThere};
+}
+
 }  // namespace
 
-ListedFiles::ListedFiles(const std::string& courseFile, CourseFileErrors& errorList) : errors(errorList) {
+ListedFiles::ListedFiles(const std::string& courseFile, CoursePurpose coursePurpose, CourseStop stop,
+                         CourseFileErrors& errorList)
+    : purpose(coursePurpose), isStopped(std::move(stop)), errors(errorList) {
   std::error_code error;
   folder = fs::absolute(courseFile, error).parent_path().native();
-  if (error) errors.Add("can't tell which folder it is in: " + error.message(), ExitStatus::Machine);
+  if (error) errors.Add("can't tell which folder it is in: " + error.message(), CourseFault::Machine);
 }
 
 bool ListedFiles::Admit(const YAML::Mark& mark) {
   constexpr std::size_t kMost = 100'000;
-  if (Interrupt::IsAsked()) return false;
+  if (isStopped && isStopped()) return false;
   if (++count <= kMost) return true;
   if (count == kMost + 1) {
     errors.Add(mark,
@@ -79,9 +99,13 @@ std::optional<ListedFile> ListedFiles::Find(const CourseKeys& keys, std::string_
   return node ? Read(*node, "'" + std::string(key) + "'", keys.GetKeyMark(key)) : std::nullopt;
 }
 
+std::vector<YAML::Node> ListedFiles::ReadList(const CourseKeys& keys, std::string_view key) const {
+  return purpose == CoursePurpose::Build ? keys.ReadFilledList(key) : keys.ReadList(key);
+}
+
 std::vector<ListedFile> ListedFiles::FindAll(const CourseKeys& keys, std::string_view key) {
   std::vector<ListedFile> found;
-  for (const YAML::Node& node : keys.ReadList(key)) {
+  for (const YAML::Node& node : ReadList(keys, key)) {
     auto file = Read(node, "an entry of '" + std::string(key) + "'", node.Mark());
     if (file) found.push_back(std::move(*file));
   }
@@ -124,9 +148,10 @@ void ListedFiles::RefuseAdoption(const CourseKeys& keys) {
 std::optional<ListedFile> ListedFiles::Look(const CourseText& text) {
   if (!Admit(text.mark)) return std::nullopt;
   const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
+  if (purpose == CoursePurpose::Edit) return KeepForEditing(text.text, path);
   std::optional<Objection> objection = ObjectToNode(path);
   if (!objection) objection = ObjectToName(path);
   if (!objection) return ListedFile{text.text, path};
-  errors.Add(text.mark, "'" + text.text + "' " + objection->message, {}, objection->status);
+  errors.Add(text.mark, "'" + text.text + "' " + objection->message, {}, objection->fault);
   return std::nullopt;
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/CourseFile.h"
+#include "apps/course/CourseFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "apps/course/CourseModules.h"
+#include "apps/course/CourseYaml.h"
 #include "host/files/TzFile.h"
 #include "panel/PlexoStrings.h"
 #include "support/TestSession.h"
@@ -63,7 +65,7 @@ files:
 )");
 
   ASSERT_THAT(result.errors, IsEmpty());
-  EXPECT_EQ(result.course.courseType, PlexoCourseType::LINEAR);
+  EXPECT_EQ(result.course.courseTemplate, CourseTemplate::MultipleScos);
   EXPECT_EQ(result.course.scormVersion, "1.2");
   EXPECT_EQ(result.course.identifier, "My_Course_1");
   EXPECT_EQ(result.course.title, "Fire: ä&<");
@@ -135,12 +137,11 @@ modules:
   ASSERT_EQ(result.course.modules.size(), 2U);
   const CourseModule& first = result.course.modules[0];
   EXPECT_EQ(first.title, "Doors");
-  EXPECT_EQ(first.weightage, "0.333000");
+  EXPECT_THAT(GetWeightageFractions(result.course.modules), ElementsAre("0.333000", "0.667000"));
   EXPECT_TRUE(first.forceContentSequence);
   EXPECT_EQ(first.preTest->name, "a.zip");
   EXPECT_EQ(first.content.size(), 2U);
   EXPECT_EQ(first.postTest->name, "b.ZIP");
-  EXPECT_EQ(result.course.modules[1].weightage, "0.667000");
 }
 
 TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
@@ -182,32 +183,32 @@ TEST_F(CourseFileTest, RefusesListedFilesThatACourseCantTake) {
   const struct {
     std::string files;
     std::string error;
-    ExitStatus status;
+    CourseFault fault;
   } cases[] = {
       {"files: [" + longName + "]", "3:9: '" + longName + "' can't be looked at: File name too long",
-       ExitStatus::Usage},
-      {"files: [CON.zip]", "3:9: 'CON.zip'" + unnameable, ExitStatus::Usage},
-      {"files: ['C:.zip']", "3:9: 'C:.zip'" + unnameable, ExitStatus::Usage},
-      {"files: [\"a\\nb.zip\"]", "3:9: 'a\nb.zip'" + unnameable, ExitStatus::Usage},
-      {"files: [a.zip, intro.zip]", "3:16: 'intro.zip' doesn't exist", ExitStatus::Usage},
-      {"files: [a.zip/x.zip]", "3:9: 'a.zip/x.zip' doesn't exist", ExitStatus::Usage},
+       CourseFault::Wrong},
+      {"files: [CON.zip]", "3:9: 'CON.zip'" + unnameable, CourseFault::Wrong},
+      {"files: ['C:.zip']", "3:9: 'C:.zip'" + unnameable, CourseFault::Wrong},
+      {"files: [\"a\\nb.zip\"]", "3:9: 'a\nb.zip'" + unnameable, CourseFault::Wrong},
+      {"files: [a.zip, intro.zip]", "3:16: 'intro.zip' doesn't exist", CourseFault::Wrong},
+      {"files: [a.zip/x.zip]", "3:9: 'a.zip/x.zip' doesn't exist", CourseFault::Wrong},
       {"files: [sub]", "3:9: 'sub' is a folder; expected a SCO package (.zip) or a movie (.swf)",
-       ExitStatus::Usage},
+       CourseFault::Wrong},
       {"files: [notes.txt]", "3:9: 'notes.txt' is no SCO package (.zip) and no movie (.swf)",
-       ExitStatus::Usage},
+       CourseFault::Wrong},
       {"files: [...zip]", "3:9: '...zip' can't name a folder in the package; rename the file",
-       ExitStatus::Usage},
+       CourseFault::Wrong},
       {"files: [guide.pdf]", "3:9: 'guide.pdf' is a PDF document; these can't be added yet",
-       ExitStatus::Refused},
-      {"files: [{file: film.swf, item: A}]", "3:26: 'item' is for SCO packages only", ExitStatus::Usage},
-      {"files: [[a.zip]]", "3:9: an entry of 'files' must be a text", ExitStatus::Usage},
-      {"files: []", "3:8: 'files' is empty", ExitStatus::Usage},
-      {"files: a.zip", "3:8: 'files' must be a list", ExitStatus::Usage},
+       CourseFault::Refused},
+      {"files: [{file: film.swf, item: A}]", "3:26: 'item' is for SCO packages only", CourseFault::Wrong},
+      {"files: [[a.zip]]", "3:9: an entry of 'files' must be a text", CourseFault::Wrong},
+      {"files: []", "3:8: 'files' is empty", CourseFault::Wrong},
+      {"files: a.zip", "3:8: 'files' must be a list", CourseFault::Wrong},
   };
-  for (const auto& [files, error, status] : cases) {
+  for (const auto& [files, error, fault] : cases) {
     const std::string text = std::string(kStart) + files + "\n";
     EXPECT_THAT(ErrorsOf(text), ElementsAre(error)) << files;
-    EXPECT_EQ(Read(text).errors.at(0).status, status) << files;
+    EXPECT_EQ(Read(text).errors.at(0).fault, fault) << files;
   }
 }
 

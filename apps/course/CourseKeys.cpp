@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/cli/CourseKeys.h"
+#include "apps/course/CourseKeys.h"
 
 #include <algorithm>
 #include <numeric>
@@ -53,14 +53,14 @@ std::string Quote(const std::string& word) {
 }  // namespace
 
 void CourseFileErrors::Add(const YAML::Mark& mark, std::string message, std::string reason,
-                           ExitStatus status) {
+                           CourseFault fault) {
   const bool isLocated = mark.line >= 0;
-  Keep({isLocated ? mark.line + 1 : 0, isLocated ? mark.column + 1 : 0, status, std::move(message),
+  Keep({isLocated ? mark.line + 1 : 0, isLocated ? mark.column + 1 : 0, fault, std::move(message),
         std::move(reason)});
 }
 
-void CourseFileErrors::Add(std::string message, ExitStatus status) {
-  Keep({0, 0, status, std::move(message), {}});
+void CourseFileErrors::Add(std::string message, CourseFault fault) {
+  Keep({0, 0, fault, std::move(message), {}});
 }
 
 void CourseFileErrors::Keep(CourseFileError error) {
@@ -69,7 +69,7 @@ void CourseFileErrors::Keep(CourseFileError error) {
   const auto next = std::ranges::upper_bound(first, place(error), {}, place);
   first.insert(next, std::move(error));
   if (first.size() <= kMostErrors) return;
-  restStatus = std::max(restStatus, first.back().status);
+  restFault = std::max(restFault, first.back().fault);
   first.pop_back();
   ++rest;
 }
@@ -78,7 +78,7 @@ std::vector<CourseFileError> CourseFileErrors::TakeSorted() {
   std::vector<CourseFileError> errors = std::exchange(first, {});
   if (rest > 0)
     errors.push_back(
-        {0, 0, restStatus, "has " + std::to_string(rest) + (rest == 1 ? " more error" : " more errors"), {}});
+        {0, 0, restFault, "has " + std::to_string(rest) + (rest == 1 ? " more error" : " more errors"), {}});
   rest = 0;
   return errors;
 }
@@ -162,8 +162,15 @@ std::vector<YAML::Node> CourseKeys::ReadList(std::string_view key) const {
     errors.Add(value.IsNull() ? entry->second.mark : value.Mark(), what + " must be a list");
     return {};
   }
-  if (value.size() == 0) errors.Add(value.Mark(), what + " is empty");
   return {value.begin(), value.end()};
+}
+
+std::vector<YAML::Node> CourseKeys::ReadFilledList(std::string_view key) const {
+  const auto entry = entries.find(key);
+  const bool isEmptyList =
+      entry != entries.end() && entry->second.value.IsSequence() && entry->second.value.size() == 0;
+  if (isEmptyList) errors.Add(entry->second.value.Mark(), "'" + entry->first + "' is empty");
+  return ReadList(key);
 }
 
 void CourseKeys::Require(std::string_view key, std::string_view what) const {

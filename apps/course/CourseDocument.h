@@ -5,9 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "apps/cli/CourseKeys.h"
-#include "core/PlexoCourseType.h"
 #include "host/files/TzPath.h"
+
+/// What a course is made of.
+enum class CourseTemplate {
+  /// A flat list.
+  MultipleScos,
+  /// Modules of content and post-test.
+  SimpleRemediation,
+  /// Modules of pretest, content and post-test.
+  TestRollup,
+};
+
+/// The word for it in course files: "multiple-scos".
+const char* GetTemplateName(CourseTemplate courseTemplate);
 
 /// A file that a course file lists.
 struct ListedFile {
@@ -19,6 +30,13 @@ struct ListedFile {
   std::string item = {};
   /// What completes has passed.
   bool completionPasses = false;
+  /// There was no such file when the course was read.
+  bool isMissing = false;
+
+  /// The same file, taken in the same way, however it is written and whether or not it is there.
+  bool operator==(const ListedFile& other) const {
+    return path == other.path && item == other.item && completionPasses == other.completionPasses;
+  }
 };
 
 /// Which files are adopted: those that the course would refuse or damage; none; all.
@@ -27,19 +45,19 @@ enum class CourseIntake { Auto, AsIs, Always };
 /// One module of a course file.
 struct CourseModule {
   std::optional<std::string> title;
-  /// Share of the course as the text of a fraction; those of all modules add up to exactly 1.0.
-  std::string weightage;
+  /// Percent of the course, in decimal. Absent in all modules of a course that is shared evenly.
+  std::optional<std::string> weightage;
   bool forceContentSequence = false;
   std::optional<ListedFile> preTest;
   std::vector<ListedFile> content;
   std::optional<ListedFile> postTest;
+
+  bool operator==(const CourseModule&) const = default;
 };
 
-/// What a course file says, checked as far as that goes without opening the files that it lists. A text that
-/// it doesn't give is absent.
-struct CourseFile {
-  std::string templateName;
-  PlexoCourseType courseType = PlexoCourseType::LINEAR;
+/// What a course file says. A text that it doesn't give is absent.
+struct CourseDocument {
+  CourseTemplate courseTemplate = CourseTemplate::MultipleScos;
   /// "1.2" or "2004".
   std::string scormVersion = "2004";
   /// Letters, digits and underscores.
@@ -54,14 +72,6 @@ struct CourseFile {
   CourseIntake intake = CourseIntake::Auto;
   std::vector<ListedFile> files;
   std::vector<CourseModule> modules;
-};
 
-struct CourseFileResult {
-  CourseFile course;
-  /// By line and column. The course is of use only without any.
-  std::vector<CourseFileError> errors;
+  bool operator==(const CourseDocument&) const = default;
 };
-
-/// Reads a course file (YAML 1.2). Paths in it are relative to its own folder. Some messages come from the
-/// session's dictionary, which must be there.
-CourseFileResult ReadCourseFile(const std::string& path);

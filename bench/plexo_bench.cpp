@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The measured halves of `bench/run`, each in a process of its own so that its peak memory is its own:
-//   plexo-bench course PACKAGE.zip FILE.zip...   adds the files and publishes
+//   plexo-bench course PACKAGE.zip FILE...       adds the files, packages or documents, and publishes
 //   plexo-bench generator COUNT                  writes the manifest of COUNT one-page SCOs, without their
 //   files
 //   plexo-bench check PACKAGE.zip                looks for what keeps the package from working
@@ -24,6 +24,8 @@
 #include "host/files/TzFileUtil.h"
 #include "host/headless/TzHeadlessUI.h"
 #include "host/headless/TzHeadlessWindows.h"
+#include "host/pdf/TzPdfKit.h"
+#include "host/session/TzConsole.h"
 #include "host/session/TzSession.h"
 #include "host/text/TzStringDictionary.h"
 #include "intake/PlexoAddFileDriver.h"
@@ -32,6 +34,13 @@
 #include "publish/PlexoPublisher.h"
 
 namespace {
+
+/// Standard output is for the figures.
+class NoConsole : public ITzConsole {
+ public:
+  void WriteOutput(std::string_view /*text*/) override {}
+  void WriteError(std::string_view /*text*/) override {}
+};
 
 double SecondsOf(const std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -107,7 +116,10 @@ int main(int argc, char** argv) {
   TzStringDictionary dictionary;
   TzHeadlessUI ui;
   TzHeadlessWindows windows;
-  TzSession::Install({.dictionary = &dictionary, .userInterface = &ui, .windows = &windows});
+  NoConsole console;
+  TzSession::Install(
+      {.dictionary = &dictionary, .userInterface = &ui, .windows = &windows, .console = &console});
+  TzPdfKit::Start();
   RegisterDefaultStrings();
   GetCourseModel()->SetCourseIdentifier("Bench");
   int result = 2;

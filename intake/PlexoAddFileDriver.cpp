@@ -12,6 +12,7 @@
 #include "host/session/TzFileChooser.h"
 #include "host/session/TzSession.h"
 #include "host/text/ITzStringDictionary.h"
+#include "intake/PlexoPdfWrapping.h"
 #include "intake/PlexoSWFWrapping.h"
 #include "intake/PlexoXMLParser.h"
 
@@ -102,6 +103,7 @@ struct FileType {
 constexpr FileType kFileTypes[] = {
     {"zip", false, AddPackage},
     {"swf", true, PlexoSWFWrapping::AddMovie},
+    {"pdf", true, PlexoPdfWrapping::AddDocument},
 };
 
 /// Null for a file that the course doesn't take.

@@ -3,12 +3,26 @@
 
 #include <new>
 
+#include "host/pdf/TzPdfKit.h"
 #include "host/session/TzSession.h"
 #include "panel/PlexoStrings.h"
 #include "shell/PlexoBrokerClient.h"
 #include "shell/PlexoExports.h"
 
+namespace {
+
+/// Starts the PDF library, once in the life of the process. 0 for success.
+int InitializePdfKit() {
+  static bool isDone = false;
+  if (!isDone) TzPdfKit::Start();
+  isDone = true;
+  return 0;
+}
+
+}  // namespace
+
 int PlexoUIComponent::Start() {
+  InitializePdfKit();
   AttachPlexoBrokerClient(GetTzBrokerAddressProc());
   InitializePlexoUI();
   return 0;
@@ -28,5 +42,4 @@ ITzComponent* GetPlexoUIComponent() {
   return component;
 }
 
-// No PDF library has been started, so there is none to shut down.
-void MyPdfKitTerm() {}
+void MyPdfKitTerm() { TzPdfKit::Stop(); }

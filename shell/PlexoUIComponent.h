@@ -9,10 +9,10 @@ class PlexoUIComponent : public ITzComponent {
  public:
   /// The code by which the host knows this kind of component.
   int GetKind() override { return 49; }
-  /// Attaches the host's broker, if there is one, and starts the user interface. Always 0: a host goes on
-  /// with the components that it could start.
+  /// Starts the PDF library, attaches the host's broker, if there is one, and starts the user interface.
+  /// Always 0: a host goes on with the components that it could start.
   int Start() override;
-  /// Stops the user interface and detaches the broker. Always 0.
+  /// Stops the PDF library and the user interface, and detaches the broker. Always 0.
   int Stop() override;
   int ReservedQuery1() override { return 0; }
   int ReservedQuery2() override { return 0; }

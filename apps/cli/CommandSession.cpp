@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/files/TzFileUtil.h"
+#include "host/pdf/TzPdfKit.h"
 #include "panel/PlexoStrings.h"
 
 CommandSession::CommandSession(ProgressBar::Display display) : progressBar(display) {
@@ -12,11 +13,14 @@ CommandSession::CommandSession(ProgressBar::Display display) : progressBar(displ
   session.userInterface = &userInterface;
   session.progress = &progressBar;
   session.problems = &problems;
+  session.console = &console;
   previous = TzSession::Install(session);
   RegisterDefaultStrings();
+  TzPdfKit::Start();
 }
 
 CommandSession::~CommandSession() {
+  TzPdfKit::Stop();
   TzFileUtil::DeleteAllTempFilesCreated();
   TzSession::Install(previous);
 }

@@ -7,6 +7,7 @@
 
 #include "apps/cli/ProgressBar.h"
 #include "host/headless/TzHeadlessUI.h"
+#include "host/session/TzConsole.h"
 #include "host/session/TzProblem.h"
 #include "host/session/TzSession.h"
 #include "host/text/TzStringDictionary.h"
@@ -22,7 +23,16 @@ class ProblemList : public ITzProblemSink {
   std::vector<TzProblem> problems;
 };
 
+/// Drops the component's lines: standard output holds a command's results and nothing else, and why a file
+/// can't be opened is told with the file's name.
+class SilentConsole : public ITzConsole {
+ public:
+  void WriteOutput(std::string_view /*text*/) override {}
+  void WriteError(std::string_view /*text*/) override {}
+};
+
 /// The session of one command: in force from its making to its end, which also deletes all temporary files.
+/// The PDF library runs as long.
 class CommandSession {
  public:
   explicit CommandSession(ProgressBar::Display display);
@@ -41,6 +51,7 @@ class CommandSession {
   TzStringDictionary dictionary;
   TzHeadlessUI userInterface;
   ProblemList problems;
+  SilentConsole console;
   ProgressBar progressBar;
   TzSession previous;
   std::size_t boxesTaken = 0;

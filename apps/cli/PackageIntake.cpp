@@ -28,8 +28,7 @@ bool IsOfAdoption(const PlexoAdoptResult& result) {
 
 PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind) {
   // What isn't a package is wrapped when it is added.
-  const bool isPackage = TzFileUtil::GetExtension(file.path) == "zip";
-  if (course.intake == CourseIntake::AsIs || !isPackage) return {{file.path}};
+  if (course.intake == CourseIntake::AsIs || !file.IsPackage()) return {{file.path}};
   PlexoAdopter adopter(MakeRequest(file, kind), PlexoAdopter::GetLaunchInstallFolder());
   const PlexoAdoptResult examined = adopter.Examine();
   const bool isAsked = course.intake == CourseIntake::Always || !file.item.empty() || file.completionPasses;

@@ -12,7 +12,8 @@
 #include "core/PlexoSCOKind.h"
 
 /// Makes of each file of a course the packages that the course takes: adopted ones, where it would refuse or
-/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file.
+/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file. What
+/// isn't a package, the course wraps itself.
 class PackageIntake {
  public:
   PackageIntake(const CourseDocument& courseFile, CommandSession& commandSession,

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/files/TzFileUtil.h"
 #include "host/files/TzPath.h"
 
 /// What a course is made of.
@@ -33,6 +34,8 @@ struct ListedFile {
   /// There was no such file when the course was read.
   bool isMissing = false;
 
+  /// False for a file that the course wraps.
+  [[nodiscard]] bool IsPackage() const { return TzFileUtil::GetExtension(path) == "zip"; }
   /// The same file, taken in the same way, however it is written and whether or not it is there.
   bool operator==(const ListedFile& other) const {
     return path == other.path && item == other.item && completionPasses == other.completionPasses;

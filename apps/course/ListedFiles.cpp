@@ -28,10 +28,9 @@ std::optional<Objection> ObjectToNode(const TzPath& path) {
     return Objection{"can't be looked at: " + error.message(),
                      isTooLong ? CourseFault::Wrong : CourseFault::Machine};
   }
-  if (fs::is_directory(status))
-    return Objection{"is a folder; expected a SCO package (.zip) or a movie (.swf)"};
-  if (!fs::is_regular_file(status))
-    return Objection{"isn't a file; expected a SCO package (.zip) or a movie (.swf)"};
+  const std::string expected = "; expected a SCO package (.zip), a PDF document (.pdf) or a SWF movie (.swf)";
+  if (fs::is_directory(status)) return Objection{"is a folder" + expected};
+  if (!fs::is_regular_file(status)) return Objection{"isn't a file" + expected};
   return std::nullopt;
 }
 
@@ -42,10 +41,8 @@ bool CanNameFolder(const std::string& baseName) {
 
 std::optional<Objection> ObjectToName(const TzPath& path) {
   const std::string extension = TzFileUtil::GetExtension(path).GetUTF8String();
-  if (extension == "pdf")
-    return Objection{"is a PDF document; these can't be added yet", CourseFault::Refused};
-  if (extension != "zip" && extension != "swf") {
-    return Objection{"is no SCO package (.zip) and no movie (.swf)"};
+  if (extension != "zip" && extension != "pdf" && extension != "swf") {
+    return Objection{"is no SCO package (.zip), PDF document (.pdf) or SWF movie (.swf)"};
   }
   if (!CanNameFolder(TzFileUtil::GetBaseFileName(path).GetUTF8String())) {
     return Objection{"can't name a folder in the package; rename the file"};
@@ -120,13 +117,9 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   }
   CourseKeys keys(node, "a file", kFileKeys, errors);
   keys.Require("file", "its path");
-  for (const std::string_view option : {"item", "completion-passes"}) {
-    if (takesOptions || !keys.Has(option)) continue;
-    errors.Add(keys.GetKeyMark(option), "'" + std::string(option) + "' can't be had with 'intake: as-is'");
-  }
   const auto text = keys.ReadText("file");
   auto file = text ? Look(*text) : std::nullopt;
-  if (file && TzFileUtil::GetExtension(file->path) != "zip") RefuseAdoption(keys);
+  if (file && !file->IsPackage()) RefuseAdoption(keys);
   const auto item = keys.ReadText("item");
   const bool completionPasses = keys.ReadFlag("completion-passes");
   if (item && item->text.empty())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+class ITzConsole;
 class ITzProblemSink;
 class ITzProgressSink;
 class ITzStringDictionary;
@@ -17,6 +18,7 @@ struct TzSession {
   ITzWindowSystem* windows = nullptr;
   ITzProgressSink* progress = nullptr;
   ITzProblemSink* problems = nullptr;
+  ITzConsole* console = nullptr;
   /// Gives the addresses of the host's interface broker; null where the host has no broker.
   void* (*brokerAddressProc)() = nullptr;
 

@@ -11,12 +11,27 @@
 
 #include "host/files/TzFileUtil.h"
 #include "host/headless/TzHeadlessDriver.h"
+#include "host/pdf/TzPdfKit.h"
 #include "shell/LoadedComponent.h"
 #include "support/TestSession.h"
 
 using testing::ElementsAre;
 
 namespace {
+
+/// Notes whether the PDF library runs when the user interface starts and ends.
+class PdfWatchingWindows : public TzHeadlessWindows {
+ public:
+  void RegisterApplicationClass(const TzString& /*name*/, TzModuleHandle /*module*/) override {
+    runs.push_back(TzPdfKit::IsStarted());
+  }
+  TzErrorCodeEnum EndRoost(int /*flag*/) override {
+    runs.push_back(TzPdfKit::IsStarted());
+    return kTzSuccess;
+  }
+
+  std::vector<bool> runs;
+};
 
 std::set<std::string> ExportedNames() {
   std::set<std::string> names;
@@ -86,6 +101,21 @@ class WitnessOfStop : public TzHeadlessWindows {
 };
 
 }  // namespace
+
+TEST(PlexoComponent, ThePdfLibraryRunsFromBeforeTheUserInterfaceToBeforeItsEndOnceOnly) {
+  TestSession session;
+  PdfWatchingWindows windows;
+  TzSession watching = TzSession::Current();
+  watching.windows = &windows;
+  TzSession::Install(watching);
+  const LoadedComponent component;
+  component.Find<void()>("MyPdfKitTerm")();
+  for (int round = 0; round < 2; ++round) {
+    component->Start();
+    component->Stop();
+  }
+  EXPECT_THAT(windows.runs, ElementsAre(true, false, false, false));
+}
 
 TEST(PlexoComponent, TheLibraryExportsWhatAHostCallsAndNothingElse) {
   EXPECT_THAT(ExportedNames(),

@@ -34,8 +34,11 @@ namespace {
 
 TestSession::TestSession(TzHeadlessUI::Script script)
     : ui(script),
-      previous(TzSession::Install(
-          {.dictionary = &dictionary, .userInterface = &ui, .windows = &windows, .problems = this})) {
+      previous(TzSession::Install({.dictionary = &dictionary,
+                                   .userInterface = &ui,
+                                   .windows = &windows,
+                                   .problems = this,
+                                   .console = this})) {
   PlexoCourseModel* course = GetCourseModel();
   course->ResetManifestDetails();
   course->SetCourseType(PlexoCourseType::LINEAR);

@@ -7,13 +7,14 @@
 
 #include "host/headless/TzHeadlessUI.h"
 #include "host/headless/TzHeadlessWindows.h"
+#include "host/session/TzConsole.h"
 #include "host/session/TzProblem.h"
 #include "host/session/TzSession.h"
 #include "host/text/TzStringDictionary.h"
 
 /// A session with all its parts for the length of a test, and empty course models with it. The dictionary
 /// holds no texts but those that the test enters: a key without a text reads as the key.
-class TestSession : public ITzProblemSink {
+class TestSession : public ITzProblemSink, public ITzConsole {
  public:
   explicit TestSession(TzHeadlessUI::Script script = TzHeadlessUI::Script::Loose);
   ~TestSession() override;
@@ -21,6 +22,8 @@ class TestSession : public ITzProblemSink {
   TestSession& operator=(const TestSession&) = delete;
 
   void Report(const TzProblem& problem) override { problems.push_back(problem); }
+  void WriteOutput(std::string_view text) override { output += text; }
+  void WriteError(std::string_view text) override { errors += text; }
 
   /// The texts of the boxes shown so far.
   [[nodiscard]] std::vector<std::string> BoxTexts() const;
@@ -29,6 +32,9 @@ class TestSession : public ITzProblemSink {
   TzHeadlessUI ui;
   TzHeadlessWindows windows;
   std::vector<TzProblem> problems;
+  /// What was written to the console.
+  std::string output;
+  std::string errors;
 
  private:
   TzSession previous;

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "CliTest.h"
+#include "support/PdfFile.h"
 
 namespace {
 
@@ -50,6 +51,33 @@ TEST_F(BuildCommandTest, MakesAPackageAndTellsWhatIsInIt) {
             "  The intro  index.htm  1 file\n"
             "  The doors  index.htm  1 file\n");
   EXPECT_THAT(Read("out.zip"), HasSubstr("Linear/intro/index.htm"));
+}
+
+TEST_F(BuildCommandTest, WrapsPdfDocuments) {
+  PdfFile(3).Save(Work(), "guide.pdf");
+  for (const std::string version : {"1.2", "2004"}) {
+    WriteCourse("guide.pdf", "scorm: " + version + "\n");
+    const ProgramResult result = Build({"--json", "--force"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    const auto sco = nlohmann::json::parse(result.out)["scos"][0];
+    EXPECT_EQ(sco["href"], "guide.htm");
+    EXPECT_THAT(Read("out.zip"), HasSubstr("Linear/guide/guide.pdf"));
+    EXPECT_THAT(Read("out.zip"), HasSubstr("Linear/guide/SCORM_support/scorm_support.js"));
+  }
+  PdfFile(1).Catalog("/AcroForm << /SigFlags 1 >>").Save(Work(), "signed.pdf");
+  WriteCourse("signed.pdf");
+  const ProgramResult result = Build({"--force"});
+  EXPECT_THAT(result.err, StartsWith("warning: signed.pdf: its signatures don't hold in the course"));
+  EXPECT_EQ(result.status, 0);
+
+  PdfFile(1).Catalog("/Collection << >>").Save(Work(), "portfolio.pdf");
+  Write("text.pdf", "no document");
+  std::filesystem::remove((Work() / "out.zip").GetNative());
+  EXPECT_EQ(Refusal("portfolio.pdf"),
+            "portfolio.pdf: PDF portfolios are not supported.\n"
+            "  add the documents in it one by one\n");
+  EXPECT_THAT(Refusal("text.pdf"), StartsWith("text.pdf: Invalid PDF file\n  unable to find trailer"));
 }
 
 TEST_F(BuildCommandTest, TakesScorm12Packages) {

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// Bounds what a document's packed objects and tables may come to: a thousand times the file, if nobody
+/// counts. The content of other streams is never unpacked. UI thread only, one document at a time.
+class TzPdfUnpacking {
+ public:
+  /// Has the library unpack through this class, which knows the filters that writers of objects use: deflate,
+  /// with or without the predictors of PNG (PDF 32000-1, 7.4.4). What another filter packs can't be read.
+  static void Register();
+  /// Counts from nothing.
+  static void StartDocument();
+  /// Throws `TzPdfFailure` when a document has gone over the bound.
+  static void Check();
+};

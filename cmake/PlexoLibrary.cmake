@@ -23,9 +23,14 @@ function(plexo_own_include_path target folder)
 endfunction()
 
 # A library of the architecture: the target, its folder and its include path share one name, and every source
-# below the folder belongs to it.
+# below the folder belongs to it, but not those of a folder that is a target of its own.
 function(plexo_library name kind)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
+  file(GLOB targetsBelow ${CMAKE_SOURCE_DIR}/${name}/*/CMakeLists.txt)
+  foreach(listFile IN LISTS targetsBelow)
+    get_filename_component(folder ${listFile} DIRECTORY)
+    list(FILTER sources EXCLUDE REGEX "^${folder}/")
+  endforeach()
   add_library(${name} ${kind} ${sources})
   plexo_own_include_path(${name} ${name})
   target_link_libraries(${name} PRIVATE plexo_options)

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/qt/TzQtMirror.h"
+
+#include "host/kelpui/UI_PictureButton.h"
+#include "host/qt/TzQtText.h"
+
+using kelpui::controls::UI_Node;
+using kelpui::controls::UI_PictureButton;
+using kelpui::controls::UI_Presentation;
+
+namespace {
+
+QString GetImageWord(const UI_Node& node) {
+  const auto* button = dynamic_cast<const UI_PictureButton*>(&node);
+  return button != nullptr ? ToQtText(button->GetImage().name).section(QLatin1Char('.'), 0, 0) : QString();
+}
+
+}  // namespace
+
+TzQtMirror::TzQtMirror(UI_Node& mirrored, QWidget* shown) : ownNode(&mirrored), ownWidget(shown) {
+  ApplyTzPresentation(mirrored, *shown);
+}
+
+TzQtMirror::~TzQtMirror() {
+  if (ownWidget == nullptr) return;
+  ownWidget->hide();
+  ownWidget->deleteLater();
+}
+
+void TzQtMirror::Refresh() {
+  ownWidget->setEnabled(ownNode->IsEnabled());
+  ownWidget->setToolTip(ToQtText(ownNode->GetTooltip()));
+}
+
+TzQtRoom TzQtMirror::Measure() const { return {ownWidget->minimumSizeHint(), ownWidget->sizeHint()}; }
+
+void TzQtMirror::SetMnemonic(qsizetype place) {
+  if (mnemonicPlace == place) return;
+  mnemonicPlace = place;
+  Refresh();
+}
+
+void TzQtMirror::SetAccessibleName(QWidget& named) const {
+  for (const QString& word : {ToQtText(ownNode->GetTooltip()), ToQtText(ownNode->GetName()),
+                              ToQtText(ownNode->GetIdentifier()), GetImageWord(*ownNode)}) {
+    if (word.isEmpty()) continue;
+    named.setAccessibleName(word);
+    return;
+  }
+}
+
+void ApplyTzPresentation(const UI_Node& node, QWidget& widget) {
+  const UI_Presentation& look = node.GetPresentation();
+  if (!look.fontSize && !look.bold) return;
+  QFont font = widget.font();
+  if (look.fontSize) font.setPointSize(*look.fontSize);
+  if (look.bold) font.setBold(*look.bold);
+  widget.setFont(font);
+}

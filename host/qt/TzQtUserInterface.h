@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QTimer>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "host/qt/TzQtWindows.h"
+#include "host/session/ITzUserInterface.h"
+
+class TzQtCanvas;
+
+/// The user interface that draws. Needs a running `QApplication`.
+///
+/// Boxes and choosers stand in front of the dialog that is open, else of their owner, else of the main
+/// window, and hold up that window. A box without Cancel that is closed answers as its button that changes
+/// nothing. The words on its buttons are the dictionary's, where it has them.
+class TzQtUserInterface : public ITzUserInterface {
+ public:
+  explicit TzQtUserInterface(TzQtWindows& windowSystem) : windows(windowSystem) {}
+  ~TzQtUserInterface() override;
+  TzQtUserInterface(const TzQtUserInterface&) = delete;
+  TzQtUserInterface& operator=(const TzQtUserInterface&) = delete;
+
+  int ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) override;
+  std::vector<TzPath> ChooseFiles(const TzFileChooserRequest& request) override;
+  TzString ChooseFolder(const TzFolderChooserRequest& request) override;
+  TzCanvasPtr CreateCanvas(const TzCanvasSpec& spec) override;
+  void StartTimer(TimerKey key, double delay) override;
+  void StopTimer(TimerKey key) override;
+
+  /// While held, no timer fires: an operation that lets events through isn't to be entered again by one.
+  void HoldTimers();
+  void ReleaseTimers();
+
+  /// The window that a dialog without an owner of its own belongs to; null without one.
+  [[nodiscard]] QWidget* FindFrontWindow(TzWindowHandle owner) const;
+
+ private:
+  void Fire(TimerKey key);
+
+  TzQtWindows& windows;
+  std::vector<TzQtCanvas*> canvases;
+  std::map<TimerKey, std::unique_ptr<QTimer>> timers;
+  int holds = 0;
+};

@@ -119,7 +119,10 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   keys.Require("file", "its path");
   const auto text = keys.ReadText("file");
   auto file = text ? Look(*text) : std::nullopt;
-  if (file && !file->IsPackage()) RefuseAdoption(keys);
+  const bool isPackage = !file || file->IsPackage();
+  if (!isPackage || !takesOptions) {
+    RefuseAdoption(keys, isPackage ? "can't be had with 'intake: as-is'" : "is for SCO packages only");
+  }
   const auto item = keys.ReadText("item");
   const bool completionPasses = keys.ReadFlag("completion-passes");
   if (item && item->text.empty())
@@ -130,11 +133,10 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   return file;
 }
 
-/// Only packages are adopted.
-void ListedFiles::RefuseAdoption(const CourseKeys& keys) {
+void ListedFiles::RefuseAdoption(const CourseKeys& keys, const std::string& reason) {
   for (const std::string_view option : {"item", "completion-passes"}) {
     if (!keys.Has(option)) continue;
-    errors.Add(keys.GetKeyMark(option), "'" + std::string(option) + "' is for SCO packages only");
+    errors.Add(keys.GetKeyMark(option), "'" + std::string(option) + "' " + reason);
   }
 }
 

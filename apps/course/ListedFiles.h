@@ -32,7 +32,8 @@ class ListedFiles {
   [[nodiscard]] std::vector<YAML::Node> ReadList(const CourseKeys& keys, std::string_view key) const;
   [[nodiscard]] std::optional<ListedFile> Read(const YAML::Node& node, const std::string& what,
                                                const YAML::Mark& place);
-  void RefuseAdoption(const CourseKeys& keys);
+  /// The options of a file that isn't adopted are errors.
+  void RefuseAdoption(const CourseKeys& keys, const std::string& reason);
   [[nodiscard]] std::optional<ListedFile> Look(const CourseText& text);
 
   CoursePurpose purpose;

@@ -15,6 +15,7 @@
 #include "intake/PlexoAddFileDriver.h"
 #include "panel/PlexoStrings.h"
 #include "support/FaultyFileSystem.h"
+#include "support/OwnInstallTree.h"
 #include "support/PdfFile.h"
 #include "support/TestSession.h"
 
@@ -34,11 +35,7 @@ class PlexoPdfWrappingTest : public testing::Test {
   PlexoPdfWrappingTest() {
     RegisterDefaultStrings();
     TzPdfKit::Start();
-    // The scripts stand in the install tree beside the running program.
-    std::error_code ignored;
-    const auto beside =
-        std::filesystem::path(TzFileUtil::GetCurrentExecutablePath().GetNative()).parent_path();
-    std::filesystem::create_directory_symlink(PLEXO_BIN "/Templates", beside / "Templates", ignored);
+    LayOwnInstallTree();
   }
   ~PlexoPdfWrappingTest() override { TzPdfKit::Stop(); }
 

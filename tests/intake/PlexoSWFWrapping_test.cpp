@@ -15,6 +15,7 @@
 #include "intake/PlexoSharedPlayer.h"
 #include "panel/PlexoStrings.h"
 #include "support/FaultyFileSystem.h"
+#include "support/OwnInstallTree.h"
 #include "support/TestMovies.h"
 #include "support/TestSession.h"
 
@@ -31,8 +32,7 @@ class PlexoSWFWrappingTest : public testing::Test {
  protected:
   PlexoSWFWrappingTest() {
     RegisterDefaultStrings();
-    TzFileUtil::DeleteDirectory(Tree() / "SCORM", true);
-    LinkInstalledPlayer();
+    LayOwnInstallTree();
     WriteFile(Tree() / "standard.js", "standard");
     for (const std::string version : {"1_2", "2004"}) {
       const TzPath pages = Tree() / "SCORM" / version;

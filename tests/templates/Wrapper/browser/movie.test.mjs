@@ -13,7 +13,7 @@ import { Chromium } from '../../Launch/browser/chromium.mjs';
 import { comeTo } from './learner.mjs';
 import { Package, skip as packageSkip } from './package.mjs';
 
-const movies = fileURLToPath(new URL('../../../data/movies/', import.meta.url));
+const movies = fileURLToPath(new URL('../../../movies/', import.meta.url));
 const skip = packageSkip || (spawnSync('haxe', ['--version']).status === 0 ? false :
   'haxe (apt-get install haxe) is missing');
 

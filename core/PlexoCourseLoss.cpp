@@ -16,7 +16,7 @@ bool HoldsWork(const PlexoModuleModel& module, PlexoCourseType type) {
 }
 
 bool CourseHoldsWork(PlexoCourseType type) {
-  if (type == PlexoCourseType::LINEAR) return !GetLinearCourseModel()->GetSCOs().empty();
+  if (type == PlexoCourseType::LINEAR) return GetLinearCourseModel()->CountSCOs() > 0;
   const auto modules = GetModuleCourseModel()->GetModules();
   return std::ranges::any_of(modules, [&](const auto& entry) { return HoldsWork(entry.second, type); });
 }

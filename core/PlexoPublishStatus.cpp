@@ -40,8 +40,8 @@ PlexoPublishStatus GetModulesStatus(PlexoCourseType type) {
 PlexoPublishStatus GetPublishStatus() {
   const PlexoCourseType type = GetCourseModel()->GetCourseType();
   if (type != PlexoCourseType::LINEAR) return GetModulesStatus(type);
-  return GetLinearCourseModel()->GetSCOs().empty() ? PlexoPublishStatus::LINEAR_NO_SCOS
-                                                   : PlexoPublishStatus::READY;
+  return GetLinearCourseModel()->CountSCOs() == 0 ? PlexoPublishStatus::LINEAR_NO_SCOS
+                                                  : PlexoPublishStatus::READY;
 }
 
 const char* GetPublishStatusKey(PlexoPublishStatus status) {

@@ -11,8 +11,24 @@
 
 namespace {
 
-const char* GetPlayerName(PlexoWrapperKind kind) {
-  return kind == PlexoWrapperKind::SWF ? "ruffle" : "pdfjs";
+struct Player {
+  const char* name;
+  /// Of the files that it shows.
+  const char* extension;
+};
+
+/// In the order of `PlexoWrapperKind`.
+constexpr Player kPlayers[] = {{"pdfjs", "pdf"}, {"ruffle", "swf"}};
+
+TzPath GetSharedFolder() { return GetCourseModel()->GetWorkingFolder() / "plexo_players"; }
+
+bool IsNeeded(const Player& player) {
+  const PlexoCourseModel& course = *GetCourseModel();
+  for (std::size_t index = 0; index < course.GetSCOManifestCount(); ++index) {
+    const TzPath source(course.GetSCOManifest(index).sourcePath);
+    if (TzFileUtil::GetExtension(source) == player.extension) return true;
+  }
+  return false;
 }
 
 bool CopyTree(const TzPath& source, const TzPath& target) {
@@ -29,8 +45,8 @@ bool CopyTree(const TzPath& source, const TzPath& target) {
 }  // namespace
 
 void PlexoSharedPlayer::CopySharedPlayer(PlexoWrapperKind kind) {
-  const TzString name = GetPlayerName(kind);
-  const TzPath target = GetCourseModel()->GetWorkingFolder() / "plexo_players" / name;
+  const TzString name = kPlayers[static_cast<std::size_t>(kind)].name;
+  const TzPath target = GetSharedFolder() / name;
   if (TzFile(target).Exists()) return;
   const TzPath source = GetPlexoInstallFolder() / "Players" / name;
   if (CopyTree(source, target)) return;
@@ -38,4 +54,14 @@ void PlexoSharedPlayer::CopySharedPlayer(PlexoWrapperKind kind) {
   TzReportProblem(kTzFailure, source.GetNative(),
                   "the player couldn't be copied into the package; install the program again with its "
                   "Templates folder");
+}
+
+void PlexoSharedPlayer::RemoveUnusedPlayers() {
+  const TzPath shared = GetSharedFolder();
+  if (!TzFile(shared).Exists()) return;
+  for (const Player& player : kPlayers) {
+    const TzPath folder = shared / player.name;
+    if (TzFile(folder).Exists() && !IsNeeded(player)) TzFileUtil::DeleteDirectory(folder, true);
+  }
+  TzFileUtil::DeleteDirectory(shared, false);
 }

@@ -11,4 +11,7 @@ class PlexoSharedPlayer {
   /// One that can't be copied is reported as a problem, and nothing of it stays: the page then tells the
   /// learner, or shows the document in another way.
   static void CopySharedPlayer(PlexoWrapperKind kind);
+
+  /// Deletes each player that no SCO of the course needs any more.
+  static void RemoveUnusedPlayers();
 };

@@ -42,5 +42,7 @@ void PlexoCourseTree::MoveSelection(bool up) {
   RemoveRow(row);
   // The row that then stands in front of the target; null at the top, where the row becomes the first.
   InsertRow(row, nullptr, GetRow(target - 1));
+  // The callback of the removal has counted the rows without this one.
+  ClearSelection();
   RowMoved(index, target);
 }

@@ -8,6 +8,7 @@
 #include "host/session/TzFileChooser.h"
 #include "host/session/TzMessageBox.h"
 #include "host/session/TzSession.h"
+#include "intake/PlexoSharedPlayer.h"
 #include "panel/PlexoSheetResources.h"
 #include "panel/PlexoView.h"
 #include "publish/PlexoPublisher.h"
@@ -131,6 +132,8 @@ bool PlexoPublishDialog::OnOkButton(const TzVariant& value, TzSheet* pressedShee
   course->SetPublishFolder(TzPath(folder));
   PlexoPublisher* publisher = PlexoPublisher::GetPublisher();
   if (publisher == nullptr) return false;
+  // The author may have taken out the last movie or document since its player came.
+  PlexoSharedPlayer::RemoveUnusedPlayers();
   if (publisher->PublishPackage() == 0) {
     TzShowOkOnlyMessageBox(MakeWarning(*dictionary, "kPlexoPublishSuccess", GetWindow()));
   }

@@ -77,15 +77,18 @@ TzMessageResult TzWin32MessageTarget::SharedProc(TzWindowHandle window, unsigned
   if (windows == nullptr) return 0;
   TzWin32MessageTarget* target = nullptr;
   TzMessageResult result = 0;
+  // Asked before the message, in which the component may be stopped and the target deleted.
+  bool goesWithWindow = false;
   try {
     target = static_cast<TzWin32MessageTarget*>(windows->GetProperty(window, kTargetProperty));
+    goesWithWindow = target != nullptr && target->autoDelete && message == kTzMessageNcDestroy;
     result = target != nullptr ? target->HandleMessage(window, message, wparam, lparam)
                                : windows->DefWindowProc(window, message, wparam, lparam);
   } catch (...) {
     // The framework that called can't take an exception.
     result = 0;
   }
-  if (message == kTzMessageNcDestroy && target != nullptr && target->autoDelete) delete target;
+  if (goesWithWindow) delete target;
   return result;
 }
 

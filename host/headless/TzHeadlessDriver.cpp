@@ -33,6 +33,10 @@ bool IsCalled(const TzHeadlessScreen::Sight& sight, const std::string& name) {
   return isNamed || sight.node->GetTooltip() == TzString(name);
 }
 
+bool IsNameless(const TzHeadlessScreen::Sight& sight) {
+  return sight.name.empty() && sight.node->GetTooltip().IsEmpty();
+}
+
 }  // namespace
 
 void TzHeadlessDriver::Fail(const std::string& what) const {
@@ -62,10 +66,11 @@ UI_Node& TzHeadlessDriver::Find(const std::string& name, const char* kind,
                                 const std::function<bool(const Node& node)>& isWanted) const {
   const std::string what = std::string(kind) + " " + Quote(name);
   const TzHeadlessScreen screen = Look();
-  for (const bool isBorrowed : {false, true}) {
+  for (const bool isFirstLook : {true, false}) {
     Node* found = nullptr;
     for (const TzHeadlessScreen::Sight& sight : screen.GetSights()) {
-      const bool isMeant = name.empty() || sight.isNameBorrowed == isBorrowed;
+      const bool isMeant =
+          name.empty() ? !isFirstLook || IsNameless(sight) : sight.isNameBorrowed != isFirstLook;
       if (!isMeant || !isWanted(*sight.node) || !IsCalled(sight, name)) continue;
       if (found != nullptr) Fail(what + ": there is more than one");
       found = sight.node;

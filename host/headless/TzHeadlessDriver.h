@@ -20,7 +20,7 @@
 ///
 /// Views are called by what can be read on or beside them (`TzHeadlessScreen`), with or without a colon at
 /// the end, or by their tooltip; a name of its own counts before one that stands beside. An empty name means
-/// the only view of its kind.
+/// the only view of its kind that has none, else the only one of its kind.
 ///
 /// Guarantees: only what a person can reach can be used. A view that isn't there, isn't enabled or isn't the
 /// only one of its name throws a `TzHeadlessFailure` that lists what can be seen. After each act the timers

@@ -174,3 +174,23 @@ TEST_F(PublishDialogTest, ClosesAfterAFailedRunTooAndKeepsTheChangesUnpublished)
   EXPECT_TRUE(course.GetIsDirty());
   EXPECT_EQ(course.GetPackageName(), "folder.zip");
 }
+
+TEST_F(PublishDialogTest, APlayerIsInThePackageOnlyAsLongAsAScoNeedsIt) {
+  PlexoSCOManifest document = StagedCourse::Manifest("guide");
+  document.sourcePath = "/chosen/guide.PDF";
+  StagedCourse::AddLinear(document);
+  for (const char* player : {"pdfjs", "ruffle"}) {
+    WriteFile(course.GetWorkingFolder() / "plexo_players" / player / "player.js", player);
+  }
+  panel.ui.AnswerNextBox(kCreated, kTzButtonOk);
+  Publish("course", folder.Path());
+  EXPECT_THAT(ListTree(course.GetWorkingFolder() / "plexo_players"),
+              testing::ElementsAre("pdfjs/", "pdfjs/player.js"));
+  course.RemoveSCOManifest(course.GetSCOManifest(1).folderPath);
+  GetLinearCourseModel()->RemoveSCOs({1});
+  panel.ui.AnswerNextBox(kOverwrite, kTzButtonYes);
+  panel.ui.AnswerNextBox(kCreated, kTzButtonOk);
+  Publish("course.zip", folder.Path());
+  EXPECT_THAT(ReadArchive(folder.Path() / "course.zip").Names(),
+              testing::Not(Contains(testing::HasSubstr("plexo_players"))));
+}

@@ -17,7 +17,6 @@
 using kelpui::controls::UI_MultiColumnTree;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 namespace {
@@ -218,7 +217,7 @@ TEST_F(PlexoViewTest, WhatTheAuthorEntersReachesTheCourseAndOnlyAWeightageLeaves
 }
 
 TEST_F(PlexoViewTest, TheCoursesTitleIsStoredAsItIsTyped) {
-  panel.Choose(kFlat);
+  panel.Choose(kRollup);
   course.SetIsDirty(false);
   const std::string title = ui.Read("") + " & more";
   ui.Type("", title);
@@ -241,7 +240,11 @@ TEST_F(PlexoViewTest, MovingARowMovesItInTheCourseAndLeavesNothingSelected) {
   EXPECT_THAT(ui.See(), HasSubstr("  row 1 \"a\"\n"));
 
   panel.view.ReturnToTemplateChoice();
-  Start(kRemediation, {"a", "b", "c"});
+  Start(kRemediation, {"a", "b"});
+  ui.SelectRows({0});
+  ui.Press(kDown);
+  EXPECT_TRUE(ui.IsEnabled(kDelete)) << "two modules, as before";
+  ui.Press("+ Module");
   const std::vector<TzString> before = GetModuleCourseModel()->GetModuleOrder();
   AddToRow(1, kAddContent, {"lesson"});
   course.SetIsDirty(false);

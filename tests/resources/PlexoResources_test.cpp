@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "resources/PlexoResources.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,8 +14,6 @@
 #include "panel/PlexoStrings.h"
 #include "support/Golden.h"
 #include "support/TestSession.h"
-
-using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -33,7 +30,6 @@ class LoadedSheets {
   TzPropertySheet cells;
   TzLayoutSheet layout;
   std::set<std::string> actions;
-  std::set<std::string> identifiers;
   std::set<std::string> bound;
 
  private:
@@ -48,7 +44,6 @@ class LoadedSheets {
       if (!cell.IsEmpty()) bound.insert(cell.GetUTF8String());
     }
     if (!view.action.IsEmpty()) actions.insert(view.action.GetUTF8String());
-    if (!view.identifier.IsEmpty()) identifiers.insert(view.identifier.GetUTF8String());
     for (const TzLayoutNode& child : view.children) Collect(child);
   }
 };
@@ -98,36 +93,6 @@ TEST_F(ResourcesTest, EverySheetLoadsWithTheActionsThatItsHandlerKnows) {
   EXPECT_EQ(std::ranges::count_if(GetPlexoResources().resources, isSheet),
             static_cast<std::ptrdiff_t>(sheetCount))
       << "a sheet that this test doesn't load";
-}
-
-TEST_F(ResourcesTest, ThePanelHasThePlacesOfItsThreeTrees) {
-  EXPECT_THAT(
-      LoadedSheets(121, 122).identifiers,
-      UnorderedElementsAre("linear_course_view", "content_post_course_view", "pre_content_post_course_view"));
-}
-
-TEST_F(ResourcesTest, DetailsThatAreSwitchedOffReadAsTheirFallbacks) {
-  const struct {
-    int sheet;
-    const char* enable;
-    std::vector<std::string> details;
-  } cases[] = {
-      {113, "enableCourseVersion", {"courseVersion"}},
-      {113, "enableCourseDuration", {"courseDurationHours", "courseDurationMins", "courseDurationSecs"}},
-      {113, "enableCourseSubject", {"courseSubject"}},
-      {117, "enableSCOMasteryScore", {"scoMasteryScore"}},
-      {117, "enableSCODuration", {"scoDurationHours", "scoDurationMins", "scoDurationSecs"}},
-      {117, "enableSCOTimeLimitAction", {"scoTimeLimitAction"}},
-      {117, "enableSCOLaunchData", {"scoLaunchData"}},
-  };
-  for (const auto& [sheet, enable, details] : cases) {
-    const LoadedSheets sheets(sheet, sheet + 1);
-    std::vector<std::string> switched;
-    for (const TzPropertyCell& cell : sheets.cells.cells) {
-      if (cell.unlink && cell.unlink->switchCell == enable) switched.push_back(cell.name.GetUTF8String());
-    }
-    EXPECT_EQ(switched, details) << enable;
-  }
 }
 
 TEST_F(ResourcesTest, AResourceIsFoundByItsNumberAndTypeAndKeepsItsFileName) {

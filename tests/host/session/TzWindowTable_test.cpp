@@ -71,17 +71,6 @@ TEST_F(WindowTest, AWindowGoesOnlyIfItsProcedureLetsTheClosePass) {
   EXPECT_EQ(system.GetMainWindow(), nullptr);
 }
 
-TEST_F(WindowTest, KeepsProceduresAndPropertiesOfEachWindow) {
-  int target = 0;
-  system.SetProperty(window, "tz_win_messagetarget", &target);
-  EXPECT_EQ(system.GetProperty(window, "tz_win_messagetarget"), &target);
-  EXPECT_EQ(system.GetProperty(window, "other"), nullptr);
-  system.RemoveProperty(window, "tz_win_messagetarget");
-  EXPECT_EQ(system.GetProperty(window, "tz_win_messagetarget"), nullptr);
-  EXPECT_EQ(system.SetWindowProc(window, nullptr), Listen);
-  EXPECT_EQ(system.GetWindowProc(window), nullptr);
-}
-
 TEST_F(WindowTest, RegistersEachMessageNameOnce) {
   const unsigned first = system.RegisterWindowMessage("com.ostrand.roost.document.close");
   EXPECT_GE(first, kTzMessageFirstRegistered);

@@ -49,6 +49,10 @@ void PlexoScriptIndex::ReadScripts(PlexoCheckedPackage& checked, PlexoFindingLis
     }
     if (problem) findings.AddFile(PlexoFindingId::EntryDamaged, entry.name, {entry.name, problem.message});
     PlexoScriptWords words = scan.Finish();
+    // It refuses suspend data that an LMS needn't store.
+    if (words.Has(PlexoScriptWords::Wrapping) && IsWrapperScript(checked, entry))
+      words.Remove(PlexoScriptWords::SuspendData);
+    words.Remove(PlexoScriptWords::Wrapping);
     if (words.Has(PlexoScriptWords::Translated) && IsLaunchSettings(checked, entry)) {
       launchFolders.emplace(PlexoCheckedPackage::GetFolder(entry.name));
       AddFile(entry, words);
@@ -67,6 +71,12 @@ bool PlexoScriptIndex::IsLaunchSettings(const PlexoCheckedPackage& checked, cons
   const std::string folder(PlexoCheckedPackage::GetFolder(entry.name));
   return (folder == "launch" || folder.ends_with("/launch")) && entry.name == folder + "/settings.js" &&
          checked.FindFile(folder + "/launch.html") != nullptr;
+}
+
+bool PlexoScriptIndex::IsWrapperScript(const PlexoCheckedPackage& checked, const TzZipEntry& entry) {
+  const std::string folder(PlexoCheckedPackage::GetFolder(entry.name));
+  return entry.name == folder + "/standard.js" &&
+         checked.FindFile(folder + "/SCORM_support/scorm_support.js") != nullptr;
 }
 
 void PlexoScriptIndex::AddFile(const TzZipEntry& entry, PlexoScriptWords words) {

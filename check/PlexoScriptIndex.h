@@ -32,6 +32,7 @@ class PlexoScriptIndex {
  private:
   void ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings);
   [[nodiscard]] static bool IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry);
+  [[nodiscard]] static bool IsWrapperScript(const PlexoCheckedPackage& checked, const TzZipEntry& entry);
   void AddFile(const TzZipEntry& entry, PlexoScriptWords words);
   void AddDependencies();
 

@@ -24,6 +24,7 @@ constexpr std::array kFunctions = {
     Entry{"plexoLaunch", PlexoScriptWords::Translated},
     Entry{"completionPasses", PlexoScriptWords::CompletionPasses},
     Entry{"masteryScore", PlexoScriptWords::MasteryScore},
+    Entry{"PlexoVisit", PlexoScriptWords::Wrapping},
 };
 
 /// Names of the data model. A name that ends in a point is continued by the script.

@@ -30,6 +30,8 @@ class PlexoScriptWords {
     Translated = 1U << 12U,
     CompletionPasses = 1U << 13U,
     MasteryScore = 1U << 14U,
+    /// The script behind our pages around movies and documents.
+    Wrapping = 1U << 15U,
   };
 
   [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }

@@ -20,6 +20,6 @@ test('every "@" of a page begins a known placeholder, and a file\'s name stands 
     assert.deepEqual([...tokens].sort(), [fileName, ...others].sort(), name);
     const lines = text.split('\n').filter((line) => line.includes(fileName));
     assert.deepEqual(lines.map((line) => line.replace(/ id="[^"]*"/, '')),
-      [`<script type="text/plain">${fileName}</script>`], name);
+      [`<style type="text/plain">${fileName}</style>`], name);
   }
 });

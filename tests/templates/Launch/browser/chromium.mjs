@@ -63,7 +63,7 @@ export class Chromium {
       const { result } = await this.send('Runtime.evaluate', { expression, returnByValue: true }, sessionId);
       return result.value;
     };
-    const until = async (expression, seconds = 20) => {
+    const until = async (expression, seconds = 60) => {
       for (const end = Date.now() + seconds * 1000; Date.now() < end;) {
         const value = await look(expression).catch(() => null);
         if (value) return value;

@@ -33,7 +33,7 @@ const elements = {
 };
 
 test('pages, progress and completion arrive, and the learner comes back to the place', { skip }, async () => {
-  const name = 'Fire & "exits" 100% #1';
+  const name = 'Fire & "exits" 100% <!--<script> #1';
   for (const [edition, folder] of [['1.2', 'Linear/Plan'], ['2004', 'Module_1/Content/Plan']]) {
     const { location, done: [status, done] } = elements[edition];
     const address = pack.add(folder, edition, `${name}.pdf`, pdfFile(3, { sizes: [[595, 842], [842, 595]] }));

@@ -25,9 +25,11 @@ constexpr Word kWords[] = {
     {"kDesktopDelete", "Delete"},
     {"kDesktopAddFile", "Add file..."},
     {"kDesktopAddModule", "Add module"},
+    {"kDesktopViewMenu", "View"},
     {"kDesktopHelpMenu", "Help"},
     {"kDesktopAbout", "About Plexo"},
     {"kDesktopLanguage", "Language"},
+    {"kDesktopLanguageAtNextStart", "The language changes when Plexo starts again."},
     {"kDesktopAppearance", "Appearance"},
     {"kDesktopLight", "Light"},
     {"kDesktopDark", "Dark"},
@@ -43,10 +45,13 @@ constexpr Word kWords[] = {
     {"kDesktopCourseFiles", "Course files"},
     {"kDesktopUnsavedCourse", "Unsaved course"},
     {"kDesktopOpenFailed", "The course file can't be opened"},
+    {"kDesktopPartlyOpened", "The course was opened, but not everything could be taken"},
     {"kDesktopSaveFailed", "The course file can't be saved"},
-    {"kDesktopRestoreQuestion", "Plexo was closed unexpectedly. Restore the course you were working on?"},
+    {"kDesktopRestoreQuestion", "Your last course wasn't saved. Restore it?"},
     {"kDesktopRestore", "Restore"},
     {"kDesktopDiscard", "Discard"},
+    {"kDesktopSummary", "Combine SCORM packages and PDF documents into one SCORM package"},
+    {"kDesktopNoComponent", "Plexo isn't installed completely: its component can't be loaded."},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QGroupBox>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
@@ -235,10 +236,13 @@ void TzQtCanvas::ShowMnemonics() {
     captioned.push_back(mirror);
     captions.push_back(caption);
   }
-  // The bar's buttons, seen from the panel, and the other way round.
+  // The bar's buttons, seen from the panel, and the other way round; the menus, seen from both.
   QSet<QChar> taken;
   for (const QAbstractButton* button : surface->window()->findChildren<QAbstractButton*>()) {
     if (!surface->isAncestorOf(button) && !button->isHidden()) taken.insert(GetTzMnemonic(button->text()));
+  }
+  for (const QMenuBar* menus : surface->window()->findChildren<QMenuBar*>()) {
+    for (const QAction* menu : menus->actions()) taken.insert(GetTzMnemonic(menu->text()));
   }
   const std::vector<qsizetype> places = ChooseTzMnemonics(captions, taken);
   for (std::size_t index = 0; index < captioned.size(); ++index) captioned[index]->SetMnemonic(places[index]);

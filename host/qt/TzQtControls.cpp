@@ -33,7 +33,7 @@ class ButtonMirror : public TzQtMirror {
     TzQtMirror::Refresh();
     shown->setText(MarkTzMnemonic(GetCaption(), GetMnemonic()));
   }
-  [[nodiscard]] QString GetCaption() const override { return ToQtText(GetNode().GetName()); }
+  [[nodiscard]] QString GetCaption() const override { return ToShownText(GetNode().GetName()); }
   [[nodiscard]] TzQtRoom Measure() const override {
     // A style's padding is no need: where the sheet tells the width, the caption alone has to fit.
     constexpr int kLeastPadding = 12;
@@ -66,7 +66,7 @@ class PictureButtonMirror : public TzQtMirror {
     shown->setToolButtonStyle(IsCaptionShown() ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
   }
   [[nodiscard]] QString GetCaption() const override {
-    return IsCaptionShown() ? ToQtText(GetNode().GetName()) : QString();
+    return IsCaptionShown() ? ToShownText(GetNode().GetName()) : QString();
   }
   [[nodiscard]] TzQtRoom Measure() const override { return {shown->iconSize(), shown->sizeHint()}; }
   void Place(const QRect& area) override {
@@ -107,7 +107,7 @@ class CheckboxMirror : public TzQtMirror {
     shown->setChecked(static_cast<const UI_Checkbox&>(GetNode()).GetValue() != 0);
     shown->setAccessibleName(GetSpokenName());
   }
-  [[nodiscard]] QString GetCaption() const override { return ToQtText(GetNode().GetName()); }
+  [[nodiscard]] QString GetCaption() const override { return ToShownText(GetNode().GetName()); }
 
  private:
   CheckboxMirror(UI_Checkbox& box, QCheckBox* widget) : TzQtMirror(box, widget), shown(widget) {
@@ -119,10 +119,10 @@ class CheckboxMirror : public TzQtMirror {
   /// A box without a text of its own is read by the label of what it switches, the field behind it.
   [[nodiscard]] QString GetSpokenName() const {
     const UI_Node& box = GetNode();
-    if (!box.GetName().IsEmpty() || box.GetParent() == nullptr) return ToQtText(box.GetName());
+    if (!box.GetName().IsEmpty() || box.GetParent() == nullptr) return ToShownText(box.GetName());
     bool isBehind = false;
     for (const UI_NodePtr& each : box.GetParent()->GetChildren()) {
-      if (isBehind && !each->GetName().IsEmpty()) return ToQtText(each->GetName());
+      if (isBehind && !each->GetName().IsEmpty()) return ToShownText(each->GetName());
       isBehind = isBehind || each.get() == &box;
     }
     return {};
@@ -137,7 +137,7 @@ class TextMirror : public TzQtMirror {
 
   void Refresh() override {
     TzQtMirror::Refresh();
-    shown->setText(ToQtText(GetNode().GetName()));
+    shown->setText(ToShownText(GetNode().GetName()));
   }
   [[nodiscard]] QWidget* GetFocusWidget() const override { return nullptr; }
 
@@ -179,7 +179,7 @@ class ImageMirror : public TzQtMirror {
 
   void Refresh() override {
     TzQtMirror::Refresh();
-    GetWidget()->setAccessibleName(ToQtText(GetNode().GetName()));
+    GetWidget()->setAccessibleName(ToShownText(GetNode().GetName()));
   }
   [[nodiscard]] TzQtRoom Measure() const override {
     const QSize size = GetWidget()->sizeHint();
@@ -206,7 +206,7 @@ class GroupMirror : public TzQtMirror {
 
   void Refresh() override {
     TzQtMirror::Refresh();
-    shown->setTitle(ToPlainCaption(ToQtText(GetNode().GetName())));
+    shown->setTitle(ToPlainCaption(ToShownText(GetNode().GetName())));
   }
   [[nodiscard]] QWidget* GetFocusWidget() const override { return nullptr; }
 

@@ -48,7 +48,7 @@ class FieldMirror : public TzQtMirror {
   FieldMirror(UI_Node& node, QWidget* parent) : TzQtMirror(node, new QWidget(parent)) {}
 
   void Refresh() override {
-    GetWidget()->setToolTip(ToQtText(GetNode().GetTooltip()));
+    GetWidget()->setToolTip(ToShownText(GetNode().GetTooltip()));
     field->setEnabled(GetNode().IsEnabled());
     label->setText(MarkTzMnemonic(GetCaption(), GetMnemonic()));
     label->setVisible(!GetCaption().isEmpty());
@@ -86,7 +86,7 @@ class FieldMirror : public TzQtMirror {
   }
 
   [[nodiscard]] QWidget* GetFocusWidget() const override { return field; }
-  [[nodiscard]] QString GetCaption() const override { return ToQtText(GetNode().GetName()).trimmed(); }
+  [[nodiscard]] QString GetCaption() const override { return ToShownText(GetNode().GetName()).trimmed(); }
   [[nodiscard]] int GetLabelWidth() const override {
     return GetCaption().isEmpty() ? 0 : label->sizeHint().width();
   }
@@ -232,7 +232,7 @@ class NumberFieldMirror : public FieldMirror {
 
  protected:
   [[nodiscard]] QString GetTextBehind() const override {
-    return ToQtText(static_cast<const UI_NumberEdit&>(GetNode()).GetLabel()).trimmed();
+    return ToShownText(static_cast<const UI_NumberEdit&>(GetNode()).GetLabel()).trimmed();
   }
 
  private:

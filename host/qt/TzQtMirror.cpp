@@ -29,7 +29,7 @@ TzQtMirror::~TzQtMirror() {
 
 void TzQtMirror::Refresh() {
   ownWidget->setEnabled(ownNode->IsEnabled());
-  ownWidget->setToolTip(ToQtText(ownNode->GetTooltip()));
+  ownWidget->setToolTip(ToShownText(ownNode->GetTooltip()));
 }
 
 TzQtRoom TzQtMirror::Measure() const { return {ownWidget->minimumSizeHint(), ownWidget->sizeHint()}; }
@@ -41,7 +41,7 @@ void TzQtMirror::SetMnemonic(qsizetype place) {
 }
 
 void TzQtMirror::SetAccessibleName(QWidget& named) const {
-  for (const QString& word : {ToQtText(ownNode->GetTooltip()), ToQtText(ownNode->GetName()),
+  for (const QString& word : {ToShownText(ownNode->GetTooltip()), ToShownText(ownNode->GetName()),
                               ToQtText(ownNode->GetIdentifier()), GetImageWord(*ownNode)}) {
     if (word.isEmpty()) continue;
     named.setAccessibleName(word);

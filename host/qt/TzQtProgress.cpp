@@ -49,17 +49,14 @@ bool TzQtProgress::Report(std::string_view activity, std::uint64_t done, std::ui
   }
   if (dialog == nullptr) Show();
   sinceUpdate.restart();
-  dialog->setLabelText(MakeSentence(activity));
   const double share = static_cast<double>(done) / static_cast<double>(std::max<std::uint64_t>(total, 1));
-  dialog->setValue(static_cast<int>(std::clamp(share, 0.0, 1.0) * kSteps));
-  TakeEvents();
+  ShowValue(MakeSentence(activity), static_cast<int>(std::clamp(share, 0.0, 1.0) * kSteps));
   return !isCancelled;
 }
 
 void TzQtProgress::Show() {
   constexpr int kWidth = 420;
   dialog = std::make_unique<QProgressDialog>(ui.FindFrontWindow(nullptr));
-  // Once set, a window modal progress dialog takes events by itself at each value.
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->setWindowTitle(QCoreApplication::applicationName());
   dialog->setCancelButtonText(GetCancelWord());
@@ -72,9 +69,12 @@ void TzQtProgress::Show() {
   dialog->show();
 }
 
-void TzQtProgress::TakeEvents() {
+// A modal progress dialog takes events by itself at some values.
+void TzQtProgress::ShowValue(const QString& text, int value) {
   isTakingEvents = true;
   ui.HoldTimers();
+  dialog->setLabelText(text);
+  dialog->setValue(value);
   QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
   ui.ReleaseTimers();
   isTakingEvents = false;

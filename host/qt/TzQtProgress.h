@@ -27,7 +27,8 @@ class TzQtProgress : public ITzProgressSink {
 
  private:
   void Show();
-  void TakeEvents();
+  /// And lets events through.
+  void ShowValue(const QString& text, int value);
   /// At the end of the running event.
   void ScheduleFinish();
   void Finish();

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QLayout>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <algorithm>
 #include <cmath>
@@ -60,7 +61,10 @@ TzQtUserInterface::~TzQtUserInterface() {
 }
 
 QWidget* TzQtUserInterface::FindFrontWindow(TzWindowHandle owner) const {
-  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  QWidget* modal = QApplication::activeModalWidget();
+  // A progress dialog goes as soon as events are taken, and what stands on it with it.
+  if (qobject_cast<QProgressDialog*>(modal) != nullptr) modal = modal->parentWidget();
+  if (modal != nullptr) return modal->window();
   QWidget* owned = windows.FindWidget(owner);
   if (owned == nullptr) owned = windows.GetMainWidget();
   return owned != nullptr && owned->window()->isVisible() ? owned->window() : nullptr;

@@ -56,10 +56,14 @@ CourseJournal::CourseJournal(TzPath journalFolder) : folder(std::move(journalFol
     problem = TzProblem{kTzMachineFailure, folder.GetNative(), "the folder can't be made"};
     return;
   }
-  // A folder that several machines share may hold another program's lock of the same number.
+  // Another program may have the same number: on another machine that shares the folder, or in a sandbox of
+  // its own. What one that crashed has left under the name must stay.
   const std::string process = std::to_string(getpid());
   for (int number = 0; number < kMostNames; ++number) {
-    if (TakeName(number == 0 ? process : process + "-" + std::to_string(number))) return;
+    const std::string name = number == 0 ? process : process + "-" + std::to_string(number);
+    std::error_code ignored;
+    if (fs::exists(MakePath(folder, name, kJournalSuffix), ignored)) continue;
+    if (TakeName(name)) return;
     if (errno != EWOULDBLOCK) break;
   }
   problem = TzProblem{kTzMachineFailure, folder.GetNative(),
@@ -93,11 +97,10 @@ std::optional<CourseJournalEntry> CourseJournal::Find() {
   };
   std::optional<Left> latest;
   for (const std::string& name : ListJournals(folder)) {
-    const bool isOwn = name == ownName;
-    TzFileDescriptor taken = isOwn ? TzFileDescriptor() : TakeLock(MakePath(folder, name, kLockSuffix));
-    if (!isOwn && !taken.IsOpen()) continue;
+    TzFileDescriptor taken = TakeLock(MakePath(folder, name, kLockSuffix));
+    if (!taken.IsOpen()) continue;
     CourseJournalResult read = ReadCourseJournal(MakePath(folder, name, kJournalSuffix));
-    if (!isOwn) Remove(MakePath(folder, name, kLockSuffix));
+    Remove(MakePath(folder, name, kLockSuffix));
     const bool isLatest = read.errors.empty() && (!latest || read.entry.time > latest->entry.time);
     if (isLatest) latest = Left{name, std::move(taken), std::move(read.entry)};
   }

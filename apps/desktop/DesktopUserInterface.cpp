@@ -45,7 +45,15 @@ bool IsOffered(const TzPath& file, const TzFileChooserRequest& request) {
 
 DesktopUserInterface::DesktopUserInterface(TzQtWindows& windowSystem, DesktopSettings& programSettings,
                                            DesktopProblems& problemList)
-    : TzQtUserInterface(windowSystem), settings(programSettings), problems(problemList) {}
+    : TzQtUserInterface(windowSystem), settings(programSettings), problems(problemList) {
+  SetTooltipKeys({{"move_up", "kPlexoUIMoveSelectionUpToolTip"},
+                  {"move_down", "kPlexoUIMoveSelectionDownToolTip"},
+                  {"delete", "kPlexoUIDeleteSelectionToolTip"},
+                  {"course_title", "kTzPlexoEditCrsTitle"},
+                  {"linear_course_view", "kPlexoUITemplate1ShortDesc"},
+                  {"content_post_course_view", "kPlexoUITemplate2ShortDesc"},
+                  {"pre_content_post_course_view", "kPlexoUITemplate3ShortDesc"}});
+}
 
 void DesktopUserInterface::HandToChooser(std::vector<TzPath> files) {
   handed = {};

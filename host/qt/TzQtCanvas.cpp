@@ -77,8 +77,9 @@ class TzQtCanvas::Dialog : public QDialog {
   TzQtCanvas* canvas;
 };
 
-TzQtCanvas::TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone goneNotification)
-    : TzCanvas(canvasSpec), gone(std::move(goneNotification)) {
+TzQtCanvas::TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone goneNotification,
+                       std::shared_ptr<const TzQtTooltipKeys> tooltipKeys)
+    : TzCanvas(canvasSpec), gone(std::move(goneNotification)), mirrors(std::move(tooltipKeys)) {
   if (canvasSpec.place != TzCanvasSpec::Place::Dialog) {
     surface = new Surface(*this, parent);
     return;

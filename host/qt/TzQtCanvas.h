@@ -23,7 +23,8 @@ class TzQtCanvas : public TzCanvas, private ITzQtMeasures {
 
   /// The widget goes into the parent; in a dialog, it gets a window of its own, which belongs to the
   /// parent's.
-  TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone goneNotification);
+  TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone goneNotification,
+             std::shared_ptr<const TzQtTooltipKeys> tooltipKeys = nullptr);
 
   /// The user interface goes.
   void Forget();

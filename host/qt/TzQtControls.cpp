@@ -25,24 +25,62 @@ Qt::FocusPolicy GetFocusPolicy(const UI_Node& node) {
   return node.GetPresentation().wantsFocus ? Qt::StrongFocus : Qt::NoFocus;
 }
 
+/// The caption with line feeds for blanks, so that no line is wider than this as far as its words allow.
+QString BreakLines(const QString& caption, int width, const QFontMetrics& font) {
+  QString broken = caption;
+  qsizetype start = 0;
+  qsizetype blank = -1;
+  for (qsizetype place = 0; place <= broken.size(); ++place) {
+    if (place < broken.size() && broken[place] != QLatin1Char(' ')) continue;
+    if (blank >= 0 && font.horizontalAdvance(broken.mid(start, place - start)) > width) {
+      broken[blank] = QLatin1Char('\n');
+      start = blank + 1;
+    }
+    blank = place;
+  }
+  return broken;
+}
+
+/// A caption that is too long for its button takes more lines where the sheet tells a height that has room
+/// for them.
 class ButtonMirror : public TzQtMirror {
  public:
   ButtonMirror(UI_Button& button, QWidget* parent) : ButtonMirror(button, new QPushButton(parent)) {}
 
   void Refresh() override {
     TzQtMirror::Refresh();
-    shown->setText(MarkTzMnemonic(GetCaption(), GetMnemonic()));
+    shown->setAccessibleName(GetCaption());
+    ShowCaption();
   }
   [[nodiscard]] QString GetCaption() const override { return ToShownText(GetNode().GetName()); }
   [[nodiscard]] TzQtRoom Measure() const override {
     // A style's padding is no need: where the sheet tells the width, the caption alone has to fit.
-    constexpr int kLeastPadding = 12;
+    const QFontMetrics font = shown->fontMetrics();
     const QSize size = shown->sizeHint();
-    const int caption = shown->fontMetrics().horizontalAdvance(GetCaption()) + kLeastPadding;
-    return {{std::min(caption, size.width()), size.height()}, size};
+    const QString lines = IsTall() ? BreakLines(GetCaption(), 0, font) : GetCaption();
+    const int caption = font.size(0, lines).width() + kLeastPadding;
+    // One that may choose its width has more air around a long caption than the style gives it.
+    const int roomy = std::max(caption + kLeastPadding, size.width());
+    return {{std::min(caption, size.width()), size.height()}, {roomy, size.height()}};
+  }
+  void Place(const QRect& area) override {
+    TzQtMirror::Place(area);
+    ShowCaption();
   }
 
  private:
+  static constexpr int kLeastPadding = 12;
+
+  [[nodiscard]] bool IsTall() const {
+    constexpr int kMostLines = 4;
+    return GetNode().GetPresentation().height.value_or(0) >= kMostLines * shown->fontMetrics().lineSpacing();
+  }
+  void ShowCaption() {
+    const int width = shown->width() - kLeastPadding;
+    const QString caption = IsTall() ? BreakLines(GetCaption(), width, shown->fontMetrics()) : GetCaption();
+    shown->setText(MarkTzMnemonic(caption, GetMnemonic()));
+  }
+
   ButtonMirror(UI_Button& button, QPushButton* widget) : TzQtMirror(button, widget), shown(widget) {
     shown->setAutoDefault(false);
     shown->setFocusPolicy(GetFocusPolicy(button));

@@ -48,7 +48,7 @@ class FieldMirror : public TzQtMirror {
   FieldMirror(UI_Node& node, QWidget* parent) : TzQtMirror(node, new QWidget(parent)) {}
 
   void Refresh() override {
-    GetWidget()->setToolTip(ToShownText(GetNode().GetTooltip()));
+    GetWidget()->setToolTip(GetTooltip());
     field->setEnabled(GetNode().IsEnabled());
     label->setText(MarkTzMnemonic(GetCaption(), GetMnemonic()));
     label->setVisible(!GetCaption().isEmpty());

@@ -5,6 +5,8 @@
 #include "host/qt/TzQtText.h"
 
 using kelpui::controls::UI_Node;
+using kelpui::controls::UI_NodeKind;
+using kelpui::controls::UI_NodePtr;
 using kelpui::controls::UI_PictureButton;
 using kelpui::controls::UI_Presentation;
 
@@ -13,6 +15,17 @@ namespace {
 QString GetImageWord(const UI_Node& node) {
   const auto* button = dynamic_cast<const UI_PictureButton*>(&node);
   return button != nullptr ? ToQtText(button->GetImage().name).section(QLatin1Char('.'), 0, 0) : QString();
+}
+
+/// The text that stands beside the node, before it.
+QString GetTextInFront(const UI_Node& node) {
+  QString text;
+  if (node.GetParent() == nullptr) return text;
+  for (const UI_NodePtr& each : node.GetParent()->GetChildren()) {
+    if (each.get() == &node) break;
+    text = each->GetKind() == UI_NodeKind::StaticText ? ToShownText(each->GetName()) : QString();
+  }
+  return text;
 }
 
 }  // namespace
@@ -29,7 +42,11 @@ TzQtMirror::~TzQtMirror() {
 
 void TzQtMirror::Refresh() {
   ownWidget->setEnabled(ownNode->IsEnabled());
-  ownWidget->setToolTip(ToShownText(ownNode->GetTooltip()));
+  ownWidget->setToolTip(GetTooltip());
+}
+
+QString TzQtMirror::GetTooltip() const {
+  return ToShownText(ownNode->GetTooltip().IsEmpty() ? givenTooltip : ownNode->GetTooltip());
 }
 
 TzQtRoom TzQtMirror::Measure() const { return {ownWidget->minimumSizeHint(), ownWidget->sizeHint()}; }
@@ -41,7 +58,7 @@ void TzQtMirror::SetMnemonic(qsizetype place) {
 }
 
 void TzQtMirror::SetAccessibleName(QWidget& named) const {
-  for (const QString& word : {ToShownText(ownNode->GetTooltip()), ToShownText(ownNode->GetName()),
+  for (const QString& word : {GetTooltip(), ToShownText(ownNode->GetName()), GetTextInFront(*ownNode),
                               ToQtText(ownNode->GetIdentifier()), GetImageWord(*ownNode)}) {
     if (word.isEmpty()) continue;
     named.setAccessibleName(word);

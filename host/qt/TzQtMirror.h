@@ -36,6 +36,9 @@ class TzQtMirror {
   /// The place of the mnemonic's letter in the caption, or -1.
   void SetMnemonic(qsizetype place);
 
+  /// For a node that has none of its own.
+  void SetTooltip(TzString text) { givenTooltip = std::move(text); }
+
   /// The width that the text of a label in front wants; 0 without one.
   [[nodiscard]] virtual int GetLabelWidth() const { return 0; }
   /// The text starts behind the indent, which is part of the width.
@@ -44,6 +47,7 @@ class TzQtMirror {
  protected:
   TzQtMirror(kelpui::controls::UI_Node& mirrored, QWidget* shown);
 
+  [[nodiscard]] QString GetTooltip() const;
   [[nodiscard]] qsizetype GetMnemonic() const { return mnemonicPlace; }
   /// What those hear who don't see, where the widget doesn't say it by itself.
   void SetAccessibleName(QWidget& named) const;
@@ -51,6 +55,7 @@ class TzQtMirror {
  private:
   kelpui::controls::UI_NodePtr ownNode;
   QPointer<QWidget> ownWidget;
+  TzString givenTooltip;
   qsizetype mnemonicPlace = -1;
 };
 

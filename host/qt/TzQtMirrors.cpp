@@ -5,9 +5,12 @@
 #include "host/qt/TzQtControls.h"
 #include "host/qt/TzQtFields.h"
 #include "host/qt/TzQtTree.h"
+#include "host/session/TzSession.h"
+#include "host/text/ITzStringDictionary.h"
 
 using kelpui::controls::UI_MultiColumnTree;
 using kelpui::controls::UI_Node;
+using kelpui::controls::UI_NodeKind;
 using kelpui::controls::UI_NodePtr;
 
 TzQtMirror* TzQtMirrors::Find(const Node& node) const {
@@ -23,6 +26,14 @@ std::unique_ptr<TzQtMirror> TzQtMirrors::Make(Node& node, QWidget& parent) {
   return MakeTzControl(node, &parent);
 }
 
+TzString TzQtMirrors::FindTooltip(const Node& node) const {
+  const ITzStringDictionary* words = GetStringDictionary();
+  if (tooltipKeys == nullptr || words == nullptr) return {};
+  const bool isInPlace = node.GetKind() == UI_NodeKind::Tree && node.GetParent() != nullptr;
+  const auto key = tooltipKeys->find((isInPlace ? *node.GetParent() : node).GetIdentifier());
+  return key != tooltipKeys->end() ? words->GetString(key->second) : TzString();
+}
+
 void TzQtMirrors::MakeBelow(Node& node, QWidget& widget) {  // NOLINT(misc-no-recursion)
   for (const UI_NodePtr& child : node.GetChildren()) {
     TzQtMirror* mirror = Find(*child);
@@ -30,6 +41,7 @@ void TzQtMirrors::MakeBelow(Node& node, QWidget& widget) {  // NOLINT(misc-no-re
       if (auto made = Make(*child, widget)) {
         mirror = made.get();
         mirrors[child.get()] = std::move(made);
+        mirror->SetTooltip(FindTooltip(*child));
         mirror->Refresh();
         // A widget that comes into one that is shown stays hidden otherwise.
         mirror->GetWidget()->setVisible(child->IsShown());

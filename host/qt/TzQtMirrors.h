@@ -2,15 +2,23 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <unordered_map>
 
 #include "host/qt/TzQtMirror.h"
 
+/// Keys of the dictionary for controls whose sheets give them no tooltip, by the controls' identifiers.
+using TzQtTooltipKeys = std::map<TzString, TzString>;
+
 /// The mirrors of one canvas by their nodes.
 class TzQtMirrors {
  public:
   using Node = kelpui::controls::UI_Node;
+
+  TzQtMirrors() = default;
+  explicit TzQtMirrors(std::shared_ptr<const TzQtTooltipKeys> keysOfTooltips)
+      : tooltipKeys(std::move(keysOfTooltips)) {}
 
   /// Null if the node has none: boxes of a layout, which nobody sees, and nodes that aren't on the canvas.
   [[nodiscard]] TzQtMirror* Find(const Node& node) const;
@@ -27,7 +35,10 @@ class TzQtMirrors {
 
  private:
   [[nodiscard]] std::unique_ptr<TzQtMirror> Make(Node& node, QWidget& parent);
+  /// Of a list, what is told for the place that it was put into.
+  [[nodiscard]] TzString FindTooltip(const Node& node) const;
 
+  std::shared_ptr<const TzQtTooltipKeys> tooltipKeys;
   std::unordered_map<const Node*, std::unique_ptr<TzQtMirror>> mirrors;
 };
 

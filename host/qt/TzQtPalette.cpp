@@ -81,9 +81,11 @@ TzPalette ReadTzPalette(const QString& word) {
 }
 
 void TzApplyPalette(TzPalette palette) {
+  static const QPalette ownToolTips = QToolTip::palette();
   if (palette == TzPalette::System) {
     // An empty palette stands for the platform's own.
     QApplication::setPalette(QPalette());
+    QToolTip::setPalette(ownToolTips);
     return;
   }
   // A platform's own style may draw in its own colours, whatever the palette says.

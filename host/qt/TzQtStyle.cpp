@@ -26,6 +26,14 @@ TzQtStyle::TzQtStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void TzQtStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
+  if (element == PE_IndicatorBranch && (option->state & State_Selected)) {
+    QStyleOption selected(*option);
+    selected.palette.setColor(QPalette::WindowText, option->palette.color(QPalette::HighlightedText));
+    selected.palette.setColor(QPalette::ButtonText, option->palette.color(QPalette::HighlightedText));
+    selected.palette.setColor(QPalette::Text, option->palette.color(QPalette::HighlightedText));
+    QProxyStyle::drawPrimitive(element, &selected, painter, widget);
+    return;
+  }
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   const bool isField = element == PE_PanelLineEdit && frame != nullptr && frame->lineWidth > 0;

@@ -8,9 +8,10 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
-#include <functional>
 
 #include "host/kelpui/UI_SubView.h"
+#include "host/qt/TzQtText.h"
+#include "host/qt/TzQtTreeView.h"
 
 using kelpui::controls::UI_Change;
 using kelpui::controls::UI_MultiColumnTreeRow;
@@ -42,35 +43,9 @@ QSize GetControlSize(const TzQtMirror& mirror, int lineHeight) {
 
 }  // namespace
 
-/// Tells what Qt tells nobody but those who derive.
-class TzQtTree::View : public QTreeView {
- public:
-  explicit View(QWidget* parent) : QTreeView(parent) {}
+TzQtTree::TzQtTree(Tree& shownTree, QWidget* parent) : TzQtTree(shownTree, new TzQtTreeView(parent)) {}
 
-  std::function<void()> viewportChanged;
-  std::function<void(const QObject& widget)> pressedInCell;
-
-  /// The next expansions are laid out all at once.
-  void HoldLayout() { scheduleDelayedItemsLayout(); }
-  void LayOutNow() { executeDelayedItemsLayout(); }
-
- protected:
-  void resizeEvent(QResizeEvent* event) override {
-    QTreeView::resizeEvent(event);
-    if (viewportChanged) viewportChanged();
-  }
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::MouseButtonPress && watched != viewport() && pressedInCell) {
-      pressedInCell(*watched);
-    }
-    return QTreeView::eventFilter(watched, event);
-  }
-};
-
-TzQtTree::TzQtTree(Tree& shownTree, QWidget* parent) : TzQtTree(shownTree, new View(parent)) {}
-
-TzQtTree::TzQtTree(Tree& shownTree, View* widget)
+TzQtTree::TzQtTree(Tree& shownTree, TzQtTreeView* widget)
     : TzQtMirror(shownTree, widget), tree(shownTree), view(widget), model(shownTree) {
   constexpr int kAroundControls = 8;
   model.SetRowHeight(
@@ -116,6 +91,8 @@ void TzQtTree::Connect() {
 void TzQtTree::Refresh() {
   TzQtMirror::Refresh();
   SetAccessibleName(*view);
+  // What a list is called would stand in the way of whoever points at its rows.
+  view->setToolTip(ToShownText(tree.GetTooltip()));
   view->setSelectionMode(tree.AreMultipleSelectionsSupported() ? QAbstractItemView::ExtendedSelection
                                                                : QAbstractItemView::SingleSelection);
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QTreeView>
+#include <QModelIndex>
 #include <map>
 
 #include "host/kelpui/UI_MultiColumnTree.h"
 #include "host/qt/TzQtMirrors.h"
 #include "host/qt/TzQtTreeModel.h"
+
+class TzQtTreeView;
 
 /// A tree on the screen. Selection, expansion and the place that it is scrolled to are the tree's own: what a
 /// person does goes into it, what the program does is shown at the end of the running event.
@@ -41,8 +43,7 @@ class TzQtTree : public TzQtMirror {
     QModelIndex index;
   };
 
-  class View;
-  TzQtTree(Tree& shownTree, View* widget);
+  TzQtTree(Tree& shownTree, TzQtTreeView* widget);
 
   void Connect();
   /// Updates at the end of the event, however often it is called.
@@ -64,7 +65,7 @@ class TzQtTree : public TzQtMirror {
 
   Tree& tree;
   TzQtMirrors mirrors;
-  View* view;
+  TzQtTreeView* view;
   TzQtTreeModel model;
   std::map<const UI_Node*, Cell> cells;
   std::size_t shownScrollPosition = 0;

@@ -130,7 +130,8 @@ TzCanvasPtr TzQtUserInterface::CreateCanvas(const TzCanvasSpec& spec) {
       parent = FindFrontWindow(spec.parent);
       break;
   }
-  auto* canvas = new TzQtCanvas(spec, parent, [this](TzQtCanvas& gone) { std::erase(canvases, &gone); });
+  auto* canvas = new TzQtCanvas(
+      spec, parent, [this](TzQtCanvas& gone) { std::erase(canvases, &gone); }, tooltipKeys);
   canvases.push_back(canvas);
   if (spec.place == TzCanvasSpec::Place::Dialog || parent == nullptr) return canvas;
   if (spec.place == TzCanvasSpec::Place::AppBar) parent->layout()->addWidget(canvas->GetWidget());

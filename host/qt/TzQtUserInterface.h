@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/qt/TzQtMirrors.h"
 #include "host/qt/TzQtWindows.h"
 #include "host/session/ITzUserInterface.h"
 
@@ -30,6 +31,11 @@ class TzQtUserInterface : public ITzUserInterface {
   void StartTimer(TimerKey key, double delay) override;
   void StopTimer(TimerKey key) override;
 
+  /// For the canvases that are created from then on.
+  void SetTooltipKeys(TzQtTooltipKeys keys) {
+    tooltipKeys = std::make_shared<const TzQtTooltipKeys>(std::move(keys));
+  }
+
   /// While held, no timer fires: an operation that lets events through isn't to be entered again by one.
   void HoldTimers();
   void ReleaseTimers();
@@ -42,6 +48,7 @@ class TzQtUserInterface : public ITzUserInterface {
 
   TzQtWindows& windows;
   std::vector<TzQtCanvas*> canvases;
+  std::shared_ptr<const TzQtTooltipKeys> tooltipKeys;
   std::map<TimerKey, std::unique_ptr<QTimer>> timers;
   int holds = 0;
 };

@@ -25,6 +25,13 @@ std::vector<UI_PopupItem> MakeItems(const TzVariant& list) {
   return items;
 }
 
+/// Unless the sheet names it, a button goes by its action and a field by its cell, so that a host finds "ok"
+/// whatever its caption, and what has no caption.
+const TzString& GetIdentifier(const TzLayoutNode& view) {
+  if (!view.identifier.IsEmpty()) return view.identifier;
+  return view.kind == UI_NodeKind::TextEdit ? view.bind : view.action;
+}
+
 }  // namespace
 
 TzViewBindings::TzViewBindings(TzDataModel& dataModel, TzActionCallback actionCallback,
@@ -41,8 +48,7 @@ TzViewBindings::~TzViewBindings() {
 // NOLINTNEXTLINE(misc-no-recursion): a layout nests to a bounded depth
 UI_NodePtr TzViewBindings::Make(const TzLayoutNode& view) {
   UI_NodePtr node = MakeBare(view);
-  // A button goes by its action, unless the sheet names it, so that a host finds "ok" whatever its caption.
-  node->SetIdentifier(view.identifier.IsEmpty() ? view.action : view.identifier);
+  node->SetIdentifier(GetIdentifier(view));
   node->SetPresentation(view.presentation);
   node->SetTooltip(view.tooltip);
   if (view.name.cell.IsEmpty()) {

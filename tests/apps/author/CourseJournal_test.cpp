@@ -53,6 +53,20 @@ TEST_F(CourseJournalTest, WhatACrashLeftIsFoundUntilItIsCleared) {
   EXPECT_FALSE(CourseJournal(folder.Path()).Find().has_value());
 }
 
+TEST_F(CourseJournalTest, WorkThatIsntTheLatestIsKeptForAnotherTime) {
+  // Of a program that happened to have the number that this one has.
+  const TzPath file = folder.Path() / (std::to_string(getpid()) + ".journal.yaml");
+  ASSERT_FALSE(WriteCourseJournal(file.GetNative(), {Course("earlier"), std::nullopt, 1}));
+  Crash("later");
+  for (const char* title : {"later", "earlier"}) {
+    CourseJournal journal(folder.Path());
+    const auto found = journal.Find();
+    ASSERT_TRUE(found.has_value()) << title;
+    EXPECT_EQ(found->course.title, title);
+    journal.Clear();
+  }
+}
+
 TEST_F(CourseJournalTest, AProgramThatIsRunningKeepsItsWork) {
   CourseJournal running(folder.Path());
   EXPECT_FALSE(running.NoteChange(Course("running"), std::nullopt));

@@ -10,14 +10,19 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QToolButton>
+#include <QTreeView>
 #include <set>
 
 #include "QtSession.h"
+#include "host/kelpui/UI_MultiColumnTree.h"
 #include "host/sheets/TzSheet.h"
 #include "host/sheets/TzSheetDialog.h"
+#include "host/text/TzTranslation.h"
 #include "panel/PlexoStrings.h"
 #include "resources/PlexoResources.h"
 #include "support/SheetPair.h"
+
+using kelpui::controls::UI_MultiColumnTree;
 
 namespace {
 
@@ -187,8 +192,52 @@ TEST_F(CanvasTest, OptionalViewsAndMnemonicsFollowTheScreen) {
   EXPECT_EQ(FindShown<QPushButton>(surface, "Multiple SCOs"), nullptr);
   EXPECT_EQ(FindShown<QPushButton>(surface, "+ Module")->text(), "+ &Module");
   EXPECT_EQ(FindShown<QCheckBox>(surface, "Force Module Sequence")->text(), "&Force Module Sequence");
-  // Buttons that are only pictures have names for those who don't see them.
-  EXPECT_NE(FindShown<QToolButton>(surface, "moveup"), nullptr);
+}
+
+TEST_F(CanvasTest, WhatHasNoCaptionIsNamedByTheProgramForThoseWhoDontSeeIt) {
+  session.ui.SetTooltipKeys({{"move_up", "kPlexoUIMoveSelectionUpToolTip"},
+                             {"course_title", "kTzPlexoEditCrsTitle"},
+                             {"linear_course_view", "kPlexoUITemplate1ShortDesc"}});
+  TzSheet sheet(nullptr, GetPlexoResources(), NoImages(), 121, 122);
+  const QWidget& surface = Show(sheet, 640, 440);
+  sheet.SetCellValue("default_view", false, false);
+  sheet.SetCellValue("course_type_linear", true, true);
+  sheet.GetCanvas()->FindChildRecursive("linear_course_view")->AddChild(new UI_MultiColumnTree(1, 20.0));
+  const auto* up = FindShown<QToolButton>(surface, "Move Selection Up");
+  ASSERT_NE(up, nullptr);
+  EXPECT_EQ(up->toolTip(), "Move Selection Up");
+  EXPECT_NE(FindShown<QLineEdit>(surface, "Edit Course Title"), nullptr);
+  QApplication::processEvents();
+  const auto* list = FindShown<QTreeView>(surface, "Multiple SCOs");
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->toolTip(), "");
+}
+
+TEST_F(CanvasTest, TextsOfSheetsAreShownInTheSessionsLanguageAndTheAuthorsAsTheyAre) {
+  TzTranslation german;
+  german.texts["+ File"] = {"+ Datei", 1};
+  german.words["kPlexoUIContentText"] = {"Inhalt", 2};
+  session.words.SetTranslation(german);
+  TzSheet sheet(nullptr, GetPlexoResources(), NoImages(), 121, 122);
+  const QWidget& surface = Show(sheet, 640, 440);
+  sheet.SetCellValue("default_view", false, false);
+  sheet.SetCellValue("course_title", "Content", false);
+  sheet.SetCellValue("course_type_linear", true, true);
+  EXPECT_NE(FindShown<QPushButton>(surface, "+ Datei"), nullptr);
+  EXPECT_EQ(surface.findChild<QLineEdit*>()->text(), "Content");
+}
+
+TEST_F(CanvasTest, ACaptionThatIsTooLongForAHighButtonTakesMoreLines) {
+  TzTranslation wordy;
+  wordy.texts["Pre-test or Post-test rollup"] = {"A template for whoever tests before or afterwards", 1};
+  session.words.SetTranslation(wordy);
+  TzSheet sheet(nullptr, GetPlexoResources(), NoImages(), 121, 122);
+  const QWidget& surface = Show(sheet, 580, 400);
+  const auto* wide = FindShown<QPushButton>(surface, "A template for whoever tests before or afterwards");
+  ASSERT_NE(wide, nullptr);
+  EXPECT_NEAR(wide->width(), FindShown<QPushButton>(surface, "Multiple SCOs")->width(), 2);
+  EXPECT_LE(wide->fontMetrics().size(Qt::TextShowMnemonic, wide->text()).width(), wide->width());
+  EXPECT_EQ(wide->text().remove('&').replace('\n', ' '), wide->accessibleName());
 }
 
 namespace {

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QToolButton>
+#include <QTreeView>
 
 #include "QtSession.h"
 #include "host/kelpui/UI_PictureButton.h"
@@ -104,6 +105,26 @@ TEST_F(TzQtTreeTest, SelectionsGoBothWays) {
   tree->ClearSelection();
   QApplication::processEvents();
   EXPECT_TRUE(View().selectionModel()->selectedRows().empty());
+}
+
+TEST_F(TzQtTreeTest, ARunOfRowsIsOneRangeWhateverLiesBetweenThem) {
+  hasControls = false;
+  Append(50);
+  for (std::int64_t row = 0; row < 50; ++row) {
+    const UI_RowPtr below(new NamedRow("below"));
+    below->SetSelectable(false);
+    tree->AppendRow(below, tree->GetRow(row));
+  }
+  QApplication::processEvents();
+  const auto countRanges = [this] { return View().selectionModel()->selection().size(); };
+  QTest::keyClick(&View(), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(Selected().size(), 50);
+  EXPECT_EQ(countRanges(), 1) << "Qt takes the square of the ranges";
+
+  Click(1);
+  QTest::keyClick(&View(), Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(Selected().size(), 49);
+  EXPECT_EQ(countRanges(), 1);
 }
 
 TEST_F(TzQtTreeTest, OnlyRowsInViewHaveWidgets) {

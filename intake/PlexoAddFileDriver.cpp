@@ -37,11 +37,12 @@ std::vector<TzPath> ChooseFiles(PlexoCourseModel& course, const ITzStringDiction
   return files;
 }
 
-/// Deletes what a refused file left.
-void DeleteFolderOf(const TzString& baseName, PlexoSCOKind kind, const TzString& moduleName) {
-  if (!PlexoAddFileDriver::CanNameFolder(baseName)) return;
-  const TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
-  if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
+/// The folder that a file makes as it is added, and leaves if it is refused. Empty for one that makes none:
+/// its name can't be a folder's, or the folder stands and is another file's.
+TzPath FindNewFolder(const TzString& baseName, PlexoSCOKind kind, const TzString& moduleName) {
+  if (!PlexoAddFileDriver::CanNameFolder(baseName)) return {};
+  TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
+  return TzFile(folder).Exists() ? TzPath() : folder;
 }
 
 /// Runs every chosen file through the driver and hands each success to `place`.
@@ -52,8 +53,9 @@ std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOK
   // One record serves the whole run: a file that was added already places what it holds by then.
   PlexoSCOModel sco;
   for (const TzPath& file : files) {
+    const TzPath newFolder = FindNewFolder(TzFileUtil::GetBaseFileName(file), kind, moduleName);
     if (PlexoAddFileDriver::AddFileToCourse(file, sco, kind, moduleName) != 0) {
-      DeleteFolderOf(TzFileUtil::GetBaseFileName(file), kind, moduleName);
+      if (!newFolder.IsEmpty() && TzFile(newFolder).Exists()) TzFileUtil::DeleteDirectory(newFolder, true);
       break;
     }
     place(sco);

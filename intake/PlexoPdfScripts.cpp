@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kMostStringBytes = 256;
 /// A page has a few actions. A chain that goes on and on leads back to itself, or is meant to keep us busy.
-constexpr int kMostActions = 1'000;
+constexpr int kMostActions = 100;
 
 TzPdfObject NewScriptText(TzPdfDocument& document, std::string_view script) {
   if (script.size() <= kMostStringBytes) return TzPdfObject::NewString(script);

@@ -89,15 +89,20 @@ std::int32_t PlexoPdfWrapping::CheckPdfFile(const TzPath& path) {
   if (path.IsEmpty()) return -1;
   const auto document = OpenPdfDocument(path);
   if (document == nullptr) return -2;
-  if (!document->GrantsChange()) {
-    Report(path, "its permissions don't allow to change it and to add form fields");
-    return -3;
+  try {
+    if (!document->GrantsChange()) {
+      Report(path, "its permissions don't allow to change it and to add form fields");
+      return -3;
+    }
+    if (document->IsCollection()) {
+      Report(path, "add the documents in it one by one");
+      return -4;
+    }
+    return 0;
+  } catch (const TzPdfFailure& failure) {
+    Report(path, failure.what());
+    return -2;
   }
-  if (document->IsCollection()) {
-    Report(path, "add the documents in it one by one");
-    return -4;
-  }
-  return 0;
 }
 
 std::int32_t PlexoPdfWrapping::InsertTrackingScripts(const TzPath& path, const char* documentScript,

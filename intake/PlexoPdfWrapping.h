@@ -16,8 +16,8 @@ class PlexoPdfWrapping {
   [[nodiscard]] static int AddDocument(const TzPath& path, const TzPath& scoFolder, PlexoSCOModel& sco,
                                        const ITzStringDictionary& dictionary);
 
-  /// 0 for a document that can be tracked. -1: empty path; -2: it can't be opened; -3: its permissions don't
-  /// allow the change; -4: a portfolio.
+  /// 0 for a document that can be tracked. -1: empty path; -2: it can't be opened or read; -3: its
+  /// permissions don't allow the change; -4: a portfolio.
   [[nodiscard]] static std::int32_t CheckPdfFile(const TzPath& path);
 
   /// Puts the scripts and the form fields that they need into the document, and saves it in its place. A null

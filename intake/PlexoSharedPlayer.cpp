@@ -52,8 +52,9 @@ void PlexoSharedPlayer::CopySharedPlayer(PlexoWrapperKind kind) {
   if (CopyTree(source, target)) return;
   TzFileUtil::DeleteDirectory(target, true);
   TzReportProblem(kTzFailure, source.GetNative(),
-                  "the player couldn't be copied into the package; install the program again with its "
-                  "Templates folder");
+                  TzFile(source).Exists()
+                      ? "the player couldn't be copied into the package"
+                      : "the player isn't there; install the program again with its Templates folder");
 }
 
 void PlexoSharedPlayer::RemoveUnusedPlayers() {

@@ -2,6 +2,7 @@
 #include "intake/PlexoTemplateSubstitution.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,19 +51,20 @@ int PlexoTemplateSubstitution::SubstituteTemplate(const TzFile& source, const Tz
   if (reader == nullptr) return 1;
   std::vector<char> chunk(chunkSize);
   std::vector<char> buffer(bufferSize);
-  for (;;) {
-    const std::ptrdiff_t count = reader->Read(std::as_writable_bytes(std::span(chunk)));
-    if (count <= 0) break;
+  std::ptrdiff_t count = 0;
+  bool isWhole = true;
+  while (isWhole && (count = reader->Read(std::as_writable_bytes(std::span(chunk)))) > 0) {
     const std::size_t size = SubstitutePlaceholders(std::span(chunk).first(static_cast<std::size_t>(count)),
                                                     kMarker, placeholders, buffer);
     if (size == kTokenTooLong || size == kOutputTooSmall) {
       ReportFault(source, size);
       return 1;
     }
-    // A page that is cut short is found out by whoever opens it; the disk has reported why.
-    if (writer->Write(std::as_bytes(std::span(buffer).first(size))) != kTzSuccess) break;
+    isWhole = writer->Write(std::as_bytes(std::span(buffer).first(size))) == kTzSuccess;
   }
-  static_cast<void>(writer->Close());
+  if (count < 0 || !isWhole || writer->Close() != kTzSuccess) {
+    TzReportSystemProblem(errno, target.GetPath().GetNative(), "can't write all of the page");
+  }
   return 0;
 }
 

@@ -27,9 +27,10 @@ class PlexoTemplateSubstitution {
   static constexpr std::size_t kTokenTooLong = SIZE_MAX;
   static constexpr std::size_t kOutputTooSmall = SIZE_MAX - 1;
 
-  /// Copies a template, its placeholders replaced, through a chunk and a buffer of these sizes. 0, also after
-  /// a write that fell short; 1 if one of the files can't be opened, or, with a problem reported, if the
-  /// template has a placeholder that is too long or values that don't fit into the buffer.
+  /// Copies a template, its placeholders replaced, through a chunk and a buffer of these sizes. 0, also,
+  /// with a problem reported, if the page couldn't be written to its end; 1 if one of the files can't be
+  /// opened, or, with a problem reported, if the template has a placeholder that is too long or values that
+  /// don't fit into the buffer.
   [[nodiscard]] static int SubstituteTemplate(const TzFile& source, const TzFile& target,
                                               const Placeholders& placeholders,
                                               std::size_t chunkSize = kChunkSize,

@@ -2,7 +2,9 @@
 #include "host/files/TzFileSystem.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "host/files/TzArchiveHold.h"
@@ -47,7 +49,9 @@ TzErrorCodeEnum TzFileSystem::AddEntries(const TzPath& /*folder*/,
 std::optional<TzHeldEntry> TzFileSystem::GetHeldEntry(const TzPath& /*file*/) { return std::nullopt; }
 
 TzPath TzFileSystem::GetRealFile(const TzPath& file) {
-  return GetKind(file) == TzNodeKind::File ? file : TzPath();
+  // A chosen file may be a link to one.
+  std::error_code error;
+  return std::filesystem::is_regular_file(file.GetNative(), error) ? file : TzPath();
 }
 
 TzErrorCodeEnum TzFileSystem::Failed() {

@@ -205,11 +205,12 @@ bool TzMovieBrowser::Spawn(const std::string& page, std::uint16_t proxyPort) {
   return false;
 }
 
-bool TzMovieBrowser::IsRunning() {
+bool TzMovieBrowser::IsRunning() const {
   if (process < 0) return false;
-  if (waitpid(process, nullptr, WNOHANG) != process) return true;
-  process = -1;
-  return false;
+  // Who has ended keeps the number until `End`: the group bears it too, and may be there still.
+  siginfo_t ended{};
+  return waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+         ended.si_pid == 0;
 }
 
 void TzMovieBrowser::End() {

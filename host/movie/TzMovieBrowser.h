@@ -25,7 +25,7 @@ class TzMovieBrowser {
   /// False, with a problem reported that says what to install, if there is none or it can't be started.
   [[nodiscard]] bool Start(const std::string& address, std::uint16_t proxyPort);
   /// False once it ended by itself.
-  [[nodiscard]] bool IsRunning();
+  [[nodiscard]] bool IsRunning() const;
   /// The program's path, for messages.
   [[nodiscard]] const std::string& GetProgram() const { return program; }
 

@@ -123,7 +123,7 @@ TzPdfDocument::TzPdfDocument(const TzPath& file) {
   const TzPath realFile = TzFileSystem::Current().GetRealFile(file);
   if (realFile.IsEmpty()) throw TzPdfFailure("it can't be read");
   GuardPdf([&] {
-    TzPdfUnpacking::StartDocument();
+    TzPdfUnpacking::StartDocument(TzFileSystem::Current().GetSize(file));
     document = std::make_unique<QPDF>();
     document->setSuppressWarnings(true);
     document->processInputSource(std::make_shared<PdfInput>(realFile.GetNative().c_str(), *document));
@@ -143,7 +143,13 @@ bool TzPdfDocument::GrantsChange() const {
   });
 }
 
-bool TzPdfDocument::IsCollection() const { return GetCatalog().Get("Collection").IsDictionary(); }
+bool TzPdfDocument::IsCollection() const {
+  return GuardPdf([&] {
+    const bool isCollection = GetCatalog().Get("Collection").IsDictionary();
+    CheckDamage(*document);
+    return isCollection;
+  });
+}
 
 std::size_t TzPdfDocument::CountPages() {
   CollectPages();
@@ -197,12 +203,17 @@ void TzPdfDocument::CollectPages() {
   };
   std::set<int> seen;
   std::vector<Branch> branches;
+  const auto isNew = [&](const TzPdfObject& object) {
+    return object.GetNumber() == 0 || seen.insert(object.GetNumber()).second;
+  };
   const auto visit = [&](const TzPdfObject& node) {
     if (!node.IsDictionary()) return;
-    if (!node.Get("Kids").IsArray()) {
+    const TzPdfObject kids = node.Get("Kids");
+    if (!kids.IsArray()) {
       pages.push_back(node);
-    } else if (node.GetNumber() == 0 || seen.insert(node.GetNumber()).second) {
-      branches.push_back({node.Get("Kids")});
+    } else if (isNew(node) && isNew(kids)) {
+      // Nodes needn't have numbers: a list of kids that has one may hold a node that leads back to the list.
+      branches.push_back({kids});
     }
   };
   pages.clear();
@@ -217,5 +228,6 @@ void TzPdfDocument::CollectPages() {
       visit(branch.kids.At(branch.next++));
     }
   }
+  GuardPdf([&] { CheckDamage(*document); });
   hasCollectedPages = true;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/pdf/TzPdfUnpacking.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -17,9 +18,17 @@ namespace {
 
 /// Millions of objects are less.
 constexpr std::uint64_t kMostBytes = std::uint64_t{256} << 20U;
+/// What any document may have, and what it may have on top: objects hardly pack to less than a tenth.
+constexpr std::uint64_t kFreeBytes = std::uint64_t{8} << 20U;
+constexpr std::uint64_t kMostTimes = 24;
+/// Of streams that are being unpacked, one within the other, all together. Each takes memory before it has
+/// read anything.
+constexpr int kMostFilters = 100;
 constexpr int kMostRowBytes = 1 << 20;
 
+std::uint64_t allowedBytes = 0;
 std::uint64_t unpackedBytes = 0;
+int filterCount = 0;
 
 /// Counts what passes.
 class CountedBytes final : public Pipeline {
@@ -92,7 +101,13 @@ class PngRows final : public Pipeline {
 
 class BoundedDeflate final : public QPDFStreamFilter {
  public:
+  BoundedDeflate() { ++filterCount; }
+  ~BoundedDeflate() override { --filterCount; }
+  BoundedDeflate(const BoundedDeflate&) = delete;
+  BoundedDeflate& operator=(const BoundedDeflate&) = delete;
+
   bool setDecodeParms(QPDFObjectHandle parameters) override {
+    if (filterCount > kMostFilters) return false;
     if (parameters.isNull()) return true;
     if (!parameters.isDictionary()) return false;
     const auto read = [&](const char* key, int absent) {
@@ -148,8 +163,11 @@ void TzPdfUnpacking::Register() {
   }
 }
 
-void TzPdfUnpacking::StartDocument() { unpackedBytes = 0; }
+void TzPdfUnpacking::StartDocument(std::uint64_t fileSize) {
+  allowedBytes = std::min(kMostBytes, kFreeBytes + kMostTimes * std::min(fileSize, kMostBytes));
+  unpackedBytes = 0;
+}
 
 void TzPdfUnpacking::Check() {
-  if (unpackedBytes > kMostBytes) throw TzPdfFailure("its packed objects are too large");
+  if (unpackedBytes > allowedBytes) throw TzPdfFailure("its packed objects are too large");
 }

@@ -4,8 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 
+#include "support/FaultyFileSystem.h"
 #include "support/TestSession.h"
 
 using testing::HasSubstr;
@@ -69,10 +71,10 @@ TEST(PlexoTemplateSubstitution, APlaceholderOnAChunksBorderIsLostInTwoPieces) {
 TEST(PlexoTemplateSubstitution, FaultyTemplatesEndIt) {
   TestSession session;
   const TestFolder folder;
+  const TzFile page(folder.Path() / "page.htm");
   const auto copy = [&](const std::string& text, std::size_t bufferSize) {
-    return Substitution::SubstituteTemplate(TzFile(folder.Write("template.htm", text)),
-                                            TzFile(folder.Path() / "page.htm"), kPlaceholders, 3072,
-                                            bufferSize);
+    return Substitution::SubstituteTemplate(TzFile(folder.Write("template.htm", text)), page, kPlaceholders,
+                                            3072, bufferSize);
   };
   EXPECT_EQ(copy("@" + std::string(253, 'x'), 3072), 0);
   EXPECT_THAT(session.problems, IsEmpty());
@@ -84,11 +86,17 @@ TEST(PlexoTemplateSubstitution, FaultyTemplatesEndIt) {
   EXPECT_THAT(session.problems[0].GetText(), HasSubstr("a placeholder of 255 bytes or more"));
   EXPECT_THAT(session.problems[1].GetText(), HasSubstr("more than there is room for"));
 
+  const TzFile source(folder.Write("template.htm", "a page"));
+  {
+    const FaultyFileSystem full(FaultyFileSystem::Operation::Write, 1, ENOSPC);
+    EXPECT_EQ(Substitution::SubstituteTemplate(source, page, kPlaceholders), 0);
+  }
+  ASSERT_EQ(session.problems.size(), 4U);
+  EXPECT_EQ(session.problems[3].code, kTzMachineFailure);
+
   const TzFile missing(folder.Path() / "missing.htm");
-  EXPECT_EQ(Substitution::SubstituteTemplate(missing, TzFile(folder.Path() / "page.htm"), {}), 1);
-  EXPECT_EQ(Substitution::SubstituteTemplate(TzFile(folder.Path() / "template.htm"),
-                                             TzFile(folder.Path() / "no/such/page.htm"), {}),
-            1);
+  EXPECT_EQ(Substitution::SubstituteTemplate(missing, page, {}), 1);
+  EXPECT_EQ(Substitution::SubstituteTemplate(source, TzFile(folder.Path() / "no/such/page.htm"), {}), 1);
 }
 
 TEST(PlexoTemplateSubstitution, TheShippedPagesKeepTheirPlaceholdersAwayFromTheBordersOfChunks) {

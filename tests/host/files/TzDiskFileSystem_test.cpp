@@ -55,11 +55,18 @@ TEST_F(DiskFileSystemTest, TellsOfAFullDiskUntilTheEnd) {
 
 TEST_F(DiskFileSystemTest, OpensAndCopiesOnlyFiles) {
   const TzPath pipe = folder.Path() / "pipe";
+  folder.Write("file", "content");
   ASSERT_EQ(mkfifo(pipe.GetNative().c_str(), 0600), 0);
   EXPECT_EQ(disk.OpenRead(pipe), nullptr);
   EXPECT_EQ(errno, EINVAL);
   EXPECT_EQ(disk.Copy(pipe, folder.Path() / "copy", TzCopyMode::FailIfExists), kTzFailure);
   EXPECT_TRUE(disk.GetRealFile(pipe).IsEmpty());
+  const TzPath link = folder.Path() / "link";
+  for (const char* target : {"pipe", "absent", "file"}) {
+    fs::remove(link.GetNative());
+    fs::create_symlink(target, link.GetNative());
+    EXPECT_EQ(disk.GetRealFile(link).IsEmpty(), target != std::string("file")) << target;
+  }
   EXPECT_EQ(disk.GetSize(pipe), 0U);
 }
 

@@ -94,6 +94,20 @@ TEST_F(TzMovieBrowserTest, KnowsThatItEnded) {
   EXPECT_TRUE(ComesTrue([&] { return !browser.IsRunning(); }));
 }
 
+TEST_F(TzMovieBrowserTest, EndsWhatIsLeftWhenTheFirstOfItsProcessesIsKilled) {
+  Install("chromium", "exec /bin/sleep 60");
+  pid_t process = -1;
+  {
+    TzMovieBrowser browser;
+    ASSERT_TRUE(browser.Start(kAddress, 4711));
+    process = WaitForId();
+    kill(getpgid(process), SIGKILL);
+    EXPECT_TRUE(ComesTrue([&] { return !browser.IsRunning(); }));
+    EXPECT_FALSE(IsGone(process));
+  }
+  EXPECT_TRUE(ComesTrue([&] { return IsGone(process); }));
+}
+
 TEST_F(TzMovieBrowserTest, GoesWithAProcessThatIsKilled) {
   Install("chromium", "exec /bin/sleep 60");
   const pid_t owner = fork();

@@ -98,7 +98,7 @@ constexpr const char* kAdoptNotes =
 /// The words of the command line, and what they said.
 class Arguments {
  public:
-  Arguments() : app("Makes SCORM packages of SCO packages.", "plexo") {
+  Arguments() : app("Makes SCORM packages of SCO packages, PDF documents and SWF movies.", "plexo") {
     app.set_version_flag("--version", "plexo " PLEXO_VERSION, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.formatter(std::make_shared<UsageFormatter>("plexo COMMAND ARGUMENTS"));

@@ -69,6 +69,7 @@ void CourseDesk::OpenFile(const QString& file) {
     return;
   }
   if (!Play(read.course)) return;
+  isSaved = false;
   SetFile(path);
   // What the panel made of it is what the file says, but for what was refused.
   saved = hadRefusals ? std::nullopt : CourseReader(session.GetAuthor()).Read();
@@ -79,6 +80,7 @@ void CourseDesk::Restore(const CourseJournalEntry& entry) {
   if (!Play(entry.course)) return;
   courseFile = entry.courseFile;
   saved.reset();
+  isSaved = false;
   Look();
 }
 
@@ -131,6 +133,7 @@ bool CourseDesk::SaveTo(const QString& file) {
   }
   SetFile(file);
   saved = course;
+  isSaved = true;
   Look();
   return true;
 }
@@ -150,6 +153,7 @@ void CourseDesk::NoteEnd() {
   courseFile.reset();
   saved.reset();
   isModified = false;
+  isSaved = false;
   ShowTitle();
 }
 

@@ -32,6 +32,8 @@ class CourseDesk {
   std::optional<CourseDocument> Look();
   /// As it was looked at last.
   [[nodiscard]] bool IsModified() const { return isModified; }
+  /// By the author, since it came into the panel.
+  [[nodiscard]] bool IsSaved() const { return isSaved; }
   /// As text in UTF-8; none for a course that was never saved.
   [[nodiscard]] const std::optional<std::string>& GetFile() const { return courseFile; }
 
@@ -54,5 +56,6 @@ class CourseDesk {
   /// What the file says; none if the panel doesn't hold what is in it.
   std::optional<CourseDocument> saved;
   bool isModified = false;
+  bool isSaved = false;
   bool hadRefusals = false;
 };

@@ -63,7 +63,8 @@ void CourseKeeper::Note() {
   timer.setInterval(std::max(kDelay, static_cast<int>(reading.elapsed()) * kShare));
   if (course && desk.IsModified()) {
     WarnOf(journal.NoteChange(*course, desk.GetFile()));
-  } else {
+    notedFile = desk.GetFile();
+  } else if (course && desk.GetFile() && (desk.IsSaved() || desk.GetFile() == notedFile)) {
     journal.Clear();
   }
 }

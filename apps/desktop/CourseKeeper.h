@@ -3,6 +3,8 @@
 
 #include <QObject>
 #include <QTimer>
+#include <optional>
+#include <string>
 
 #include "apps/author/CourseJournal.h"
 #include "apps/desktop/CourseDesk.h"
@@ -11,7 +13,8 @@
 /// offers at the start what another run left.
 ///
 /// A second after an act at the earliest, and the less often the longer the reading of the course takes.
-/// Nothing is noted while the component is busy, nor of a course that its file holds.
+/// Nothing is noted while the component is busy, nor of a course that its file holds. Work that gave way to
+/// another course without being saved stays in the journal until there is work on that one.
 class CourseKeeper : public QObject {
  public:
   CourseKeeper(CourseDesk& courseDesk, const DesktopSession& programSession, const TzPath& journalFolder);
@@ -32,5 +35,7 @@ class CourseKeeper : public QObject {
   CourseDesk& desk;
   const DesktopSession& session;
   CourseJournal journal;
+  /// Of the course that was noted last.
+  std::optional<std::string> notedFile;
   QTimer timer;
 };

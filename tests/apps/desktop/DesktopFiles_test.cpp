@@ -89,6 +89,35 @@ TEST_F(DesktopFilesTest, WorkThatWasLeftIsOfferedAtTheNextStartButNotWhileItsPro
   const DesktopDriver driver(home);
 }
 
+TEST_F(DesktopFilesTest, WorkThatWasGivenUpUnsavedIsOfferedUntilThereIsOther) {
+  const TzPath other =
+      home.Folder().Write("x.plexo.yaml", "template: multiple-scos\nidentifier: X\nfiles: [b.zip]\n");
+  {
+    DesktopDriver driver(home);
+    BeginFlat(driver, {File("a")});
+    DesktopDriver::Settle(kASecondAndMore);
+    driver.PressInNextWindow("No");
+    driver.Press("New");
+    DesktopDriver::Settle(kASecondAndMore);
+    driver.Window().close();
+  }
+  {
+    DesktopDriver driver(home, Open(other),
+                         {[](QWidget& window) { DesktopDriver::Press(window, "Cancel"); }});
+    driver.Select(0);
+    DesktopDriver::Settle(kASecondAndMore);
+    EXPECT_EQ(driver.Rows(), QStringList{"b"});
+  }
+  {
+    DesktopDriver driver(home, {}, {[](QWidget& window) { DesktopDriver::Press(window, "Restore"); }});
+    EXPECT_EQ(driver.Rows(), QStringList{"a"});
+    driver.ChooseInNextWindow({home.Path() / "kept"});
+    driver.Key(Qt::Key_S, Qt::ControlModifier);
+    DesktopDriver::Settle(kASecondAndMore);
+  }
+  const DesktopDriver driver(home);
+}
+
 TEST_F(DesktopFilesTest, FoldersAndCoursesAreRemembered) {
   home.Folder().Write("courses/x.plexo.yaml", "template: multiple-scos\nidentifier: X\nfiles: [../a.zip]\n");
   {

@@ -60,7 +60,9 @@ export class Chromium {
     const { targetId } = await this.send('Target.createTarget', { url });
     const { sessionId } = await this.send('Target.attachToTarget', { targetId, flatten: true });
     const look = async (expression) => {
-      const { result } = await this.send('Runtime.evaluate', { expression, returnByValue: true }, sessionId);
+      const { result, exceptionDetails: fault } =
+        await this.send('Runtime.evaluate', { expression, returnByValue: true }, sessionId);
+      if (fault) throw new Error(`${expression}: ${fault.exception?.description ?? fault.text}`);
       return result.value;
     };
     const until = async (expression, seconds = 60) => {

@@ -71,6 +71,7 @@ test('of a long document only what is near is on the screen, and its scripts nev
   for (let times = 0; times < 5; times += 1) await press('PageDown');
   await press('Home');
   await at(1);
+  await until(`Boolean(${shown('.page a')})`);
   await look(`${shown('.page a')}.click()`);
   await at(2000);
   await until(`Boolean(${shown('[aria-label="Page 2000"] canvas')})`);

@@ -95,7 +95,7 @@ TEST(PlexoManifestGolden, EverythingThatAScoBrings) {
     PlexoSCOManifest sco = StagedCourse::Manifest("int ro");
     sco.title = "Doors & exits \u00fc";
     sco.href = "pages\\index.htm";
-    sco.files = {"pages\\index.htm", "media/a b.png", "pages\\index.htm"};
+    sco.files = {"pages\\index.htm", "media/a b.png", "pages\\index.htm", "/media/c.png", "\\media\\d.png"};
     sco.metadataLocation = "meta.xml";
     sco.hasDataFromLMS = true;
     sco.dataFromLMS = "level=3";
@@ -118,7 +118,10 @@ TEST(PlexoManifestGolden, DetailsThatAreSwitchedOffAreLeftOutOf2004AndNotOf12) {
     course->SetCourseVersion("2.1");
     course->SetCourseDuration("01:30:45");
     course->SetCourseSubject("Safety");
-    StagedCourse::AddLinearSCOs(1);
+    PlexoSCOManifest sco = StagedCourse::Manifest("sco1");
+    sco.href = "";
+    sco.dataFromLMS = "level=3";
+    StagedCourse::AddLinear(sco);
     ExpectGolden(kGoldenFolder, std::string("details-off-") + version + ".xml", WriteAndRead());
   }
 }

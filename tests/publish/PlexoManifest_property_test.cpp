@@ -89,6 +89,9 @@ void ExpectFilesInPackage(const pugi::xml_document& manifest, const std::set<std
     EXPECT_THAT(href, Not(HasSubstr("\\")));
     EXPECT_THAT(names, Contains(href));
   }
+  // No two SCOs of the courses share a launch file.
+  const auto launched = Values(manifest, "//resource/@href");
+  EXPECT_EQ(SetOf(launched).size(), launched.size());
 }
 
 void ExpectEveryReadObjectiveToBeWritten(const pugi::xml_document& manifest) {
@@ -110,6 +113,16 @@ void ExpectRulesToNameObjectivesOfTheirActivity(const pugi::xml_document& manife
     const std::string objective = found.node().attribute("referencedObjective").value();
     EXPECT_FALSE(sequencing.select_nodes((".//*[@objectiveID='" + objective + "']").c_str()).empty())
         << objective;
+  }
+}
+
+void ExpectObjectivesOfAnActivityToDiffer(const pugi::xml_document& manifest) {
+  for (const pugi::xpath_node& found : manifest.select_nodes("//*[name()='imsss:objectives']")) {
+    std::set<std::string> identifiers;
+    for (const pugi::xml_node objective : found.node().children()) {
+      const std::string identifier = objective.attribute("objectiveID").value();
+      EXPECT_TRUE(identifiers.insert(identifier).second) << identifier;
+    }
   }
 }
 
@@ -153,6 +166,7 @@ TEST(PlexoManifestProperty, HoldsForRandomCoursesOfAllTemplates) {
     ExpectFilesInPackage(manifest, SetOf(ReadArchive(target.Path() / "course.zip").Names()));
     ExpectEveryReadObjectiveToBeWritten(manifest);
     ExpectRulesToNameObjectivesOfTheirActivity(manifest);
+    ExpectObjectivesOfAnActivityToDiffer(manifest);
     ExpectSchemaOrder(manifest);
     ExpectPreTestsToSeeEveryContent(manifest);
     if (HasFailure()) return;

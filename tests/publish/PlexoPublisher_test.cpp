@@ -72,10 +72,14 @@ TEST_F(PlexoPublisherTest, PublishingAgainGivesTheSamePackage) {
   PlexoSCOManifest sco = StagedCourse::Manifest("intro");
   sco.metadataLocation = "meta.xml";
   StagedCourse::AddLinear(sco, {"meta.xml", "readme.txt"});
-  ASSERT_EQ(Publish(), 0);
-  const std::string first = ReadFile(target.Path() / "course.zip");
-  ASSERT_EQ(Publish(), 0);
-  EXPECT_EQ(ReadFile(target.Path() / "course.zip"), first);
+  for (const char* version : {"1.2", "2004"}) {
+    GetCourseModel()->SetScormVersion(version);
+    ASSERT_EQ(Publish(), 0);
+    const std::string first = ReadFile(target.Path() / "course.zip");
+    ASSERT_EQ(Publish(), 0);
+    EXPECT_EQ(ReadFile(target.Path() / "course.zip"), first) << version;
+  }
+  EXPECT_THAT(session.BoxTexts(), IsEmpty());
 }
 
 TEST_F(PlexoPublisherTest, AMissingSchemaOf12StopsTheCopyAtItsNameAndNotThePackage) {
@@ -98,10 +102,12 @@ TEST_F(PlexoPublisherTest, AReadOnlySchemaOfAnEarlierPublishIsReplaced) {
   EXPECT_FALSE(TzFile(copy).GetAttribute(TzFileAttribute::ReadOnly));
 }
 
-TEST_F(PlexoPublisherTest, AStrayFileDoesNotStandInTheWayOfASchemaFolder) {
-  StagedCourse::AddLinear(StagedCourse::Manifest("intro"), {"common"});
+TEST_F(PlexoPublisherTest, AStrayFileDoesNotStandInTheWayOfASchemaDocumentOrFolder) {
+  StagedCourse::AddLinear(StagedCourse::Manifest("intro"), {"common", "lom.xsd"});
+  WriteFile(Working() / "Linear/intro/lom.xsd", "the SCO's own");
   EXPECT_EQ(Publish(), 0);
   EXPECT_THAT(Packed(), Contains("common/anyElement.xsd"));
+  EXPECT_EQ(ReadFile(Working() / "lom.xsd"), "lom.xsd");
 }
 
 TEST_F(PlexoPublisherTest, AFailedPackingShowsABoxAndKeepsTheCourseDirty) {
@@ -117,13 +123,16 @@ TEST_F(PlexoPublisherTest, ADiskThatFillsUnderTheManifestKeepsTheEarlierPackageA
   ASSERT_EQ(Publish(), 0);
   const std::string earlier = ReadFile(target.Path() / "course.zip");
   StagedCourse::AddLinear(StagedCourse::Manifest("later"));
-  {
-    const FaultyFileSystem disk(FaultyFileSystem::Operation::Write, 1, ENOSPC);
-    EXPECT_EQ(Publish(), 1);
+  for (const auto failing : {FaultyFileSystem::Operation::OpenWrite, FaultyFileSystem::Operation::Write}) {
+    session.problems.clear();
+    {
+      const FaultyFileSystem disk(failing, 1, ENOSPC);
+      EXPECT_EQ(Publish(), 1);
+    }
+    ASSERT_EQ(session.problems.size(), 1U);
+    EXPECT_EQ(session.problems[0].code, kTzMachineFailure);
+    EXPECT_THAT(session.problems[0].GetText(), testing::EndsWith("can't write: No space left on device"));
   }
-  ASSERT_EQ(session.problems.size(), 1U);
-  EXPECT_EQ(session.problems[0].code, kTzMachineFailure);
-  EXPECT_THAT(session.problems[0].GetText(), testing::EndsWith("can't write: No space left on device"));
   EXPECT_EQ(ReadFile(target.Path() / "course.zip"), earlier);
   EXPECT_THAT(ListTree(target.Path()), ElementsAre("course.zip"));
 }
@@ -133,10 +142,14 @@ TEST_F(PlexoPublisherTest, ADiskThatFillsWhileFilesAreSortedOrSchemasCopiedKeeps
   ASSERT_EQ(Publish(), 0);
   const std::string earlier = ReadFile(target.Path() / "course.zip");
   for (const int failing : {1, 2, 4}) {
-    StagedCourse::AddLinear(StagedCourse::Manifest("later" + std::to_string(failing)), {"stray.txt"});
+    const std::string name = "later" + std::to_string(failing);
+    StagedCourse::AddLinear(StagedCourse::Manifest(name), {"stray.txt"});
     const FaultyFileSystem disk(FaultyFileSystem::Operation::Copy, failing, ENOSPC);
     EXPECT_EQ(Publish(), kTzMachineFailure) << failing;
     EXPECT_EQ(ReadFile(target.Path() / "course.zip"), earlier) << failing;
+    // Of the first two runs, the last copy of a stray file is the one that fails: it must not be lost.
+    const bool staysInScoFolder = TzFile(Working() / "Linear" / name / "stray.txt").Exists();
+    EXPECT_EQ(staysInScoFolder, failing != 4) << failing;
   }
   EXPECT_THAT(session.BoxTexts(), testing::Each("kPlexoErrorZipping"));
   EXPECT_TRUE(GetCourseModel()->GetIsDirty());
@@ -156,8 +169,12 @@ TEST_F(PlexoPublisherTest, AnExcludedFolderAtTheTopStaysOutOfThePackage) {
 TEST_F(PlexoPublisherTest, WithoutADictionaryNothingIsPublished) {
   StagedCourse::AddLinearSCOs(1);
   TzSession::Install({});
-  EXPECT_EQ(Publish(), 1);
+  for (const auto type : {PlexoCourseType::LINEAR, PlexoCourseType::CONTENT_POST}) {
+    GetCourseModel()->SetCourseType(type);
+    EXPECT_EQ(Publish(), 1);
+  }
   EXPECT_THAT(ListTree(target.Path()), IsEmpty());
+  EXPECT_THAT(ListTree(Working()), Not(Contains("imsmanifest.xml")));
 }
 
 TEST_F(PlexoPublisherTest, FilesThatAManifestDoesNotListMoveToTheTopAndTheLaterReplacesTheEarlier) {
@@ -190,6 +207,8 @@ TEST_F(PlexoPublisherTest, MetadataOfAScoIsCopiedUnderAFlatNameAndNeverFromOutsi
       {climb, ""},
       {"../other.xml", ""},
       {"missing.xml", ""},
+      {".", ""},
+      {"data", ""},
       {"data/missing.xml", ""},
       {std::string(250, 'm'), ""},
   };
@@ -198,8 +217,8 @@ TEST_F(PlexoPublisherTest, MetadataOfAScoIsCopiedUnderAFlatNameAndNeverFromOutsi
     GetLinearCourseModel()->Clear();
     PlexoSCOManifest sco = StagedCourse::Manifest("intro");
     sco.metadataLocation = location;
-    sco.files = {"index.htm", "meta.xml", "data/meta.xml"};
-    StagedCourse::AddLinear(sco);
+    sco.files = {"index.htm", "data/meta.xml"};
+    StagedCourse::AddLinear(sco, {"meta.xml"});
     WriteFile(Working() / "Linear/other.xml", "other");
     const std::size_t before = ListTree(Working()).size();
     ASSERT_EQ(PlexoPublisher::GetPublisher()->WriteManifest(), 0);
@@ -219,4 +238,15 @@ TEST_F(PlexoPublisherTest, AnEmptyCourseStillHasItsFrame) {
   const std::string manifest = ReadFile(Working() / "imsmanifest.xml");
   EXPECT_THAT(manifest, testing::HasSubstr("<title>Course Title</title>"));
   EXPECT_THAT(manifest, testing::HasSubstr("<resources />"));
+}
+
+TEST_F(PlexoPublisherTest, ALongTextIsWrittenWholeWhereverItsCharactersFall) {
+  std::string title;
+  while (title.size() < 200000) title += "\U0001F525";
+  for (const char* before : {"", "-"}) {
+    GetCourseModel()->SetCourseTitle(before + title);
+    ASSERT_EQ(PlexoPublisher::GetPublisher()->WriteManifest(), 0);
+    const std::string manifest = ReadFile(Working() / "imsmanifest.xml");
+    EXPECT_TRUE(manifest.find("<title>" + (before + title) + "</title>") != std::string::npos) << before;
+  }
 }

@@ -138,6 +138,8 @@ modules:
   const CourseModule& first = result.course.modules[0];
   EXPECT_EQ(first.title, "Doors");
   EXPECT_THAT(GetWeightageFractions(result.course.modules), ElementsAre("0.333000", "0.667000"));
+  EXPECT_THAT(GetWeightageFractions(std::vector<CourseModule>(3)),
+              ElementsAre("0.333333", "0.333333", "0.333334"));
   EXPECT_TRUE(first.forceContentSequence);
   EXPECT_EQ(first.preTest->name, "a.zip");
   EXPECT_EQ(first.content.size(), 2U);
@@ -303,6 +305,11 @@ TEST_F(CourseFileTest, RefusesWeightagesThatArentExactlyTheWhole) {
       ElementsAre("3:1: the weightages must add up to exactly 100%; as fractions they come to 1.25 [no "
                   "weightage for module 2 would make it exact; without any weightage all modules share "
                   "evenly]"));
+  EXPECT_THAT(
+      ErrorsOf(course(std::vector<std::string>(10, "10"))),
+      ElementsAre("3:1: the weightages must add up to exactly 100%; as fractions they come to "
+                  "0.9999999999999999 [no weightage for module 9 would make it exact; without any weightage "
+                  "all modules share evenly]"));
   for (const char* weightage : {"0", "-1", "100.1", "1e1", "50%", "nan", "inf", "0.00001", "\"\"", "0x10"}) {
     EXPECT_THAT(ErrorsOf(course({"50", weightage})), ElementsAre("5:53: " + number)) << weightage;
   }

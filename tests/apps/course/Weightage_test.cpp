@@ -51,4 +51,19 @@ TEST(Weightage, ASumThatOnlyLooksExactIsNot) {
   EXPECT_EQ(FindExactLastPercent(shares), std::nullopt);
 }
 
+TEST(Weightage, ThePercentageThatWouldMakeTheSumExactIsThatOfTheModuleAddedLast) {
+  std::vector<WeightageShare> ten = MakeShares(10);
+  for (WeightageShare& share : ten) share.fraction = "0.062500";
+  ten[9].fraction = "0.250000";
+  const struct {
+    std::vector<WeightageShare> shares;
+    const char* percent;
+  } cases[] = {
+      {{{"1", "0.900000"}, {"2", "0.5"}}, "10"},
+      {{{"1", "0.999999"}, {"2", "0.5"}}, "0.0001"},
+      {ten, "25"},
+  };
+  for (const auto& [shares, percent] : cases) EXPECT_EQ(FindExactLastPercent(shares), percent);
+}
+
 }  // namespace

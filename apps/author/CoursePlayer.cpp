@@ -67,8 +67,6 @@ CoursePlayResult CoursePlayer::Play(const CourseDocument& courseDocument) {
   boxes.clear();
   done = 0;
   total = 1 + CountSteps(courseDocument);
-  if (ui.GetScreen().GetTemplate()) ui.GetScreen().Press("new");
-  if (ui.GetScreen().GetTemplate()) return {Outcome::Stayed, {}};
   const Scripted scripted(ui, *this);
   const Outcome outcome = PlayScripted();
   return {outcome, std::move(refusals)};
@@ -76,7 +74,7 @@ CoursePlayResult CoursePlayer::Play(const CourseDocument& courseDocument) {
 
 CoursePlayer::Outcome CoursePlayer::PlayScripted() {
   try {
-    if (!Begin()) return Outcome::Refused;
+    if (!Leave() || !Begin()) return Outcome::Refused;
     if (course->courseTemplate == CourseTemplate::MultipleScos) {
       PlayFiles();
     } else {
@@ -85,10 +83,18 @@ CoursePlayer::Outcome CoursePlayer::PlayScripted() {
     ui.GetDetails().ForceSequence(course->forceSequence);
     return Outcome::Opened;
   } catch (const Cancelled&) {
-    // Asked whether to publish what there is, the script says no.
     ui.GetScreen().Press("new");
     return Outcome::Cancelled;
   }
+}
+
+// Asked whether to publish what there is, the script says no.
+bool CoursePlayer::Leave() {
+  const CourseScreen& screen = ui.GetScreen();
+  if (screen.GetTemplate()) screen.Press("new");
+  if (!screen.GetTemplate()) return true;
+  Refuse("the panel", "the course in it can't be left");
+  return false;
 }
 
 bool CoursePlayer::Begin() {

@@ -21,9 +21,7 @@ struct CoursePlayResult {
   enum class Outcome {
     /// The course is in the panel, but for what was refused.
     Opened,
-    /// The person stayed with the course that was there.
-    Stayed,
-    /// The panel didn't begin the course, and shows the template choice.
+    /// The panel didn't begin the course.
     Refused,
     /// Stopped on the way; the panel shows the template choice.
     Cancelled,
@@ -32,9 +30,9 @@ struct CoursePlayResult {
   std::vector<CoursePlayRefusal> refusals;
 };
 
-/// Opens a course by doing in the panel what a person would: leaves the course that is there, which may ask
-/// the person, then chooses the template, answers the manifest dialog, adds the files and fills in the rows.
-/// None of that but the result shows. UI thread, between two events.
+/// Opens a course by doing in the panel what a person would: gives up the course that is there, chooses the
+/// template, answers the manifest dialog, adds the files and fills in the rows. None of that but the result
+/// shows, and nobody is asked whether the other course may go. UI thread, between two events.
 class CoursePlayer : private AuthorScript {
  public:
   /// `activity` names what is being added. False stops.
@@ -57,6 +55,7 @@ class CoursePlayer : private AuthorScript {
   void RunDialog(TzCanvas& dialog) override;
 
   Outcome PlayScripted();
+  [[nodiscard]] bool Leave();
   [[nodiscard]] bool Begin();
   void PlayFiles();
   void PlayModules();

@@ -60,27 +60,48 @@ void CourseDesk::Open() {
 
 void CourseDesk::OpenFile(const QString& file) {
   const QString path = QFileInfo(file).absoluteFilePath();
-  const CourseFileResult read = ReadCourseDraft(QFile::encodeName(path).toStdString());
-  if (!read.errors.empty()) {
-    QStringList lines{Isolate(QDir::toNativeSeparators(path))};
-    for (const CourseFileError& error : read.errors) lines << ToLine(error);
-    settings.RemoveRecentCourse(path);
-    ShowList("kDesktopOpenFailed", lines);
-    return;
-  }
-  if (!Play(read.course)) return;
-  isSaved = false;
+  if (!Read(path) || !MayLeave()) return;
+  // What was saved just now may be this very file.
+  const auto course = Read(path);
+  if (!course || !Play(*course)) return;
   SetFile(path);
   // What the panel made of it is what the file says, but for what was refused.
   saved = hadRefusals ? std::nullopt : CourseReader(session.GetAuthor()).Read();
   Look();
 }
 
+std::optional<CourseDocument> CourseDesk::Read(const QString& path) {
+  CourseFileResult read = ReadCourseDraft(QFile::encodeName(path).toStdString());
+  if (read.errors.empty()) return std::move(read.course);
+  QStringList lines{Isolate(QDir::toNativeSeparators(path))};
+  for (const CourseFileError& error : read.errors) lines << ToLine(error);
+  settings.RemoveRecentCourse(path);
+  ShowList("kDesktopOpenFailed", lines);
+  return std::nullopt;
+}
+
+bool CourseDesk::MayLeave() {
+  if (!Look() || !isModified) return true;
+  QMessageBox box(QMessageBox::Warning, QGuiApplication::applicationDisplayName(),
+                  session.GetWord("kDesktopSaveQuestion"), QMessageBox::NoButton, &window);
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(session.GetWord("kDesktopUnsavedIsLost"));
+  QPushButton* save = box.addButton(session.GetWord("kTzMBButton_Save"), QMessageBox::AcceptRole);
+  const auto* giveUp = box.addButton(session.GetWord("kTzMBButton_DontSave"), QMessageBox::DestructiveRole);
+  box.setDefaultButton(save);
+  box.setEscapeButton(box.addButton(session.GetWord("kTzMBButton_Cancel"), QMessageBox::RejectRole));
+  box.exec();
+  if (box.clickedButton() == save) return Save();
+  if (box.clickedButton() != giveUp) return false;
+  isSettled = true;
+  return true;
+}
+
 void CourseDesk::Restore(const CourseJournalEntry& entry) {
   if (!Play(entry.course)) return;
   courseFile = entry.courseFile;
   saved.reset();
-  isSaved = false;
+  isSettled = false;
   Look();
 }
 
@@ -123,7 +144,7 @@ bool CourseDesk::SaveTo(const QString& file) {
   if (!course) return false;
   const auto problem = WriteCourseFile(QFile::encodeName(file).toStdString(), *course);
   if (problem) {
-    QMessageBox box(QMessageBox::Warning, session.GetWord("kDesktopSaveCourse"),
+    QMessageBox box(QMessageBox::Critical, session.GetWord("kDesktopSaveCourse"),
                     session.GetWord("kDesktopSaveFailed"), QMessageBox::Ok, &window);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(QString::fromStdString(problem->GetText()));
@@ -133,7 +154,7 @@ bool CourseDesk::SaveTo(const QString& file) {
   }
   SetFile(file);
   saved = course;
-  isSaved = true;
+  isSettled = true;
   Look();
   return true;
 }
@@ -153,7 +174,7 @@ void CourseDesk::NoteEnd() {
   courseFile.reset();
   saved.reset();
   isModified = false;
-  isSaved = false;
+  isSettled = false;
   ShowTitle();
 }
 

@@ -20,6 +20,7 @@ class CourseDesk {
 
   /// Asks which.
   void Open();
+  /// Asks first whether to save the course that is in the panel, if there is something to save.
   void OpenFile(const QString& file);
   /// To its file; asks for one where it has none. False if it wasn't saved.
   bool Save();
@@ -32,8 +33,8 @@ class CourseDesk {
   std::optional<CourseDocument> Look();
   /// As it was looked at last.
   [[nodiscard]] bool IsModified() const { return isModified; }
-  /// By the author, since it came into the panel.
-  [[nodiscard]] bool IsSaved() const { return isSaved; }
+  /// What was in the panel up to the last look is saved, or was given up by the author's own word.
+  [[nodiscard]] bool IsSettled() const { return isSettled && !isModified; }
   /// As text in UTF-8; none for a course that was never saved.
   [[nodiscard]] const std::optional<std::string>& GetFile() const { return courseFile; }
 
@@ -41,6 +42,10 @@ class CourseDesk {
   void NoteEnd();
 
  private:
+  /// None, after a box that tells why, if it can't be read.
+  [[nodiscard]] std::optional<CourseDocument> Read(const QString& path);
+  /// False if the author stays with the course in the panel.
+  [[nodiscard]] bool MayLeave();
   /// False if the course isn't in the panel.
   bool Play(const CourseDocument& course);
   bool SaveTo(const QString& file);
@@ -56,6 +61,6 @@ class CourseDesk {
   /// What the file says; none if the panel doesn't hold what is in it.
   std::optional<CourseDocument> saved;
   bool isModified = false;
-  bool isSaved = false;
+  bool isSettled = false;
   bool hadRefusals = false;
 };

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QTreeView>
 #include <QUrl>
+#include <algorithm>
+#include <utility>
 
 #include "apps/author/TreeGlance.h"
 #include "apps/desktop/PanelGlance.h"
@@ -28,6 +30,13 @@ std::vector<TzPath> ListFiles(const QMimeData& data) {
     files.push_back(TzPath::FromNative(QFile::encodeName(url.toLocalFile()).toStdString()));
   }
   return files;
+}
+
+bool IsCourseFile(const std::vector<TzPath>& files) {
+  if (files.size() != 1) return false;
+  const QString name = ToQtText(files.front().GetFileName()).toLower();
+  const QStringList suffixes{".plexo", ".yaml", ".yml"};
+  return std::ranges::any_of(suffixes, [&](const QString& suffix) { return name.endsWith(suffix); });
 }
 
 struct Place {
@@ -51,8 +60,9 @@ std::optional<Place> FindPlace(const CourseSources::Row& row) {
 
 }  // namespace
 
-CourseDrops::CourseDrops(DesktopWindow& programWindow, DesktopSession& programSession)
-    : window(programWindow), session(programSession) {
+CourseDrops::CourseDrops(DesktopWindow& programWindow, DesktopSession& programSession,
+                         OpenCourse openCourseFile)
+    : window(programWindow), session(programSession), openCourse(std::move(openCourseFile)) {
   // Text fields would take the names of files for text.
   QCoreApplication::instance()->installEventFilter(this);
 }
@@ -71,7 +81,10 @@ bool CourseDrops::Drag(QDropEvent& event, const QWidget& widget) {
   if (event.mimeData() == nullptr || !event.mimeData()->hasUrls()) return false;
   const std::vector<TzPath> files = ListFiles(*event.mimeData());
   std::optional<Target> target;
-  if (!session.IsBusy()) target = FindTarget(widget.mapToGlobal(event.position().toPoint()));
+  if (!session.IsBusy()) {
+    target =
+        IsCourseFile(files) ? GetCourseTarget() : FindTarget(widget.mapToGlobal(event.position().toPoint()));
+  }
   if (target && (files.empty() || (files.size() > 1 && !target->takesMany))) target.reset();
   const bool isDrop = event.type() == QEvent::Drop;
   Mark(isDrop ? std::nullopt : target);
@@ -82,6 +95,11 @@ bool CourseDrops::Drag(QDropEvent& event, const QWidget& widget) {
   // Whoever drags waits for this event's end, and the component may ask the author.
   QTimer::singleShot(0, this, [this, target = *target, files] { Drop(target, files); });
   return true;
+}
+
+CourseDrops::Target CourseDrops::GetCourseTarget() const {
+  QWidget* content = window.centralWidget();
+  return {.area = content->rect(), .shownOn = content, .opensCourse = true};
 }
 
 std::optional<CourseDrops::Target> CourseDrops::FindTarget(const QPoint& screenPlace) const {
@@ -121,6 +139,7 @@ void CourseDrops::Mark(const std::optional<Target>& target) {
 }
 
 void CourseDrops::Drop(const Target& target, const std::vector<TzPath>& files) {
+  if (target.opensCourse) return openCourse(QFile::decodeName(files.front().GetNative().c_str()));
   DesktopUserInterface& ui = session.GetUserInterface();
   ui.HandToChooser(files);
   if (target.header == nullptr) {

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QRect>
 #include <QRubberBand>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -16,9 +17,12 @@ class QDropEvent;
 /// Takes files that are dragged from a file manager onto the list of a flat course, or onto the rows of a
 /// module's pretest, content or post-test: as if the add button there had been pressed and the files chosen.
 /// Where they would go is marked while they are dragged; elsewhere they aren't taken. A test takes one file.
+/// A course file is opened, wherever in the window it is dropped.
 class CourseDrops : public QObject {
  public:
-  CourseDrops(DesktopWindow& programWindow, DesktopSession& programSession);
+  using OpenCourse = std::function<void(const QString& file)>;
+
+  CourseDrops(DesktopWindow& programWindow, DesktopSession& programSession, OpenCourse openCourseFile);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,8 +36,11 @@ class CourseDrops : public QObject {
     QRect area;
     QWidget* shownOn = nullptr;
     bool takesMany = true;
+    bool opensCourse = false;
   };
 
+  /// The whole window.
+  [[nodiscard]] Target GetCourseTarget() const;
   [[nodiscard]] std::optional<Target> FindTarget(const QPoint& screenPlace) const;
   [[nodiscard]] std::optional<Target> FindListTarget(const QPoint& screenPlace) const;
   [[nodiscard]] std::optional<Target> FindRowTarget(const QPoint& screenPlace) const;
@@ -45,5 +52,6 @@ class CourseDrops : public QObject {
 
   DesktopWindow& window;
   DesktopSession& session;
+  OpenCourse openCourse;
   QPointer<QRubberBand> mark;
 };

@@ -64,7 +64,7 @@ void CourseKeeper::Note() {
   if (course && desk.IsModified()) {
     WarnOf(journal.NoteChange(*course, desk.GetFile()));
     notedFile = desk.GetFile();
-  } else if (course && desk.GetFile() && (desk.IsSaved() || desk.GetFile() == notedFile)) {
+  } else if (course && desk.GetFile() && (desk.IsSettled() || desk.GetFile() == notedFile)) {
     journal.Clear();
   }
 }

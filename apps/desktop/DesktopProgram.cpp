@@ -43,7 +43,8 @@ bool DesktopProgram::Start() {
   menus->MakeLanguages(language.List());
   menus->MarkMnemonics();
   keeper = std::make_unique<CourseKeeper>(desk, session, places.journals);
-  drops = std::make_unique<CourseDrops>(window, session);
+  drops =
+      std::make_unique<CourseDrops>(window, session, [this](const QString& file) { desk.OpenFile(file); });
   // The panel tells nobody that its buttons changed: it is looked at between events.
   const QAbstractEventDispatcher* events = QAbstractEventDispatcher::instance();
   QObject::connect(events, &QAbstractEventDispatcher::awake, &connections, [this] { Follow(); });
@@ -86,6 +87,7 @@ void DesktopProgram::ChoosePalette(const QString& word) {
 
 // The sheets have taken their words when they were read.
 void DesktopProgram::ChooseLanguage(const QString& identifier) {
+  if (identifier == settings.GetLanguage()) return;
   settings.SetLanguage(identifier);
   ShowBox(QMessageBox::Information, session.GetWord("kDesktopLanguage"),
           session.GetWord("kDesktopLanguageAtNextStart"), {});

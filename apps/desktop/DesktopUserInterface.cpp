@@ -4,7 +4,6 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 #include <QUrl>
@@ -53,6 +52,7 @@ DesktopUserInterface::DesktopUserInterface(TzQtWindows& windowSystem, DesktopSet
                   {"linear_course_view", "kPlexoUITemplate1ShortDesc"},
                   {"content_post_course_view", "kPlexoUITemplate2ShortDesc"},
                   {"pre_content_post_course_view", "kPlexoUITemplate3ShortDesc"}});
+  SetIconKeys({{"kPlexoError", QMessageBox::Critical}, {"kPlexoWarning", QMessageBox::Warning}});
 }
 
 void DesktopUserInterface::HandToChooser(std::vector<TzPath> files) {

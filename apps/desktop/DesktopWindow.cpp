@@ -3,6 +3,8 @@
 
 #include <QCloseEvent>
 #include <QIcon>
+#include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
 DesktopWindow::DesktopWindow() : hint(new QLabel) {
@@ -18,7 +20,8 @@ DesktopWindow::DesktopWindow() : hint(new QLabel) {
   hint->setWordWrap(true);
   hint->setMargin(kHintMargin);
   hint->hide();
-  resize(kFirstSize);
+  const QSize title(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
+  resize(kFirstSize.boundedTo(screen()->availableSize() - title));
   setAcceptDrops(true);
   setContextMenuPolicy(Qt::NoContextMenu);
   setWindowIcon(QIcon::fromTheme(QStringLiteral("plexo")));

@@ -47,6 +47,8 @@ constexpr Word kWords[] = {
     {"kDesktopOpenFailed", "The course file can't be opened"},
     {"kDesktopPartlyOpened", "The course was opened, but not everything could be taken"},
     {"kDesktopSaveFailed", "The course file can't be saved"},
+    {"kDesktopSaveQuestion", "Save this course before another one is opened?"},
+    {"kDesktopUnsavedIsLost", "If you don't save it, your changes are lost."},
     {"kDesktopRestoreQuestion", "Your last course wasn't saved. Restore it?"},
     {"kDesktopRestore", "Restore"},
     {"kDesktopDiscard", "Discard"},

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
+#include <functional>
 #include <iostream>
+#include <utility>
 
 #include "apps/desktop/DesktopProgram.h"
 
@@ -17,10 +20,34 @@ QStringList ListWords(int count, char** words) {
   return list;
 }
 
+/// Calls when the window shows for the first time: before that it has no place for boxes to stand on.
+class FirstSight : public QObject {
+ public:
+  FirstSight(QWindow& shownWindow, std::function<void()> notification) : seen(std::move(notification)) {
+    if (shownWindow.isExposed()) {
+      QTimer::singleShot(0, this, seen);
+    } else {
+      shownWindow.installEventFilter(this);
+    }
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Expose) {
+      watched->removeEventFilter(this);
+      QTimer::singleShot(0, this, seen);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  std::function<void()> seen;
+};
+
 int RunProgram(const DesktopArguments& arguments) {
   DesktopProgram program(DesktopPlaces::Installed(), arguments);
   if (!program.Start()) return kFailed;
-  QTimer::singleShot(0, &program.GetWindow(), [&program] { program.Welcome(); });
+  const FirstSight sight(*program.GetWindow().windowHandle(), [&program] { program.Welcome(); });
   return QApplication::exec();
 }
 

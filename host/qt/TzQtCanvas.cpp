@@ -11,6 +11,7 @@
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSet>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -62,8 +63,28 @@ class TzQtCanvas::Surface : public QWidget {
 /// The window of a dialog's canvas: whatever would close it is the canvas's to decide.
 class TzQtCanvas::Dialog : public QDialog {
  public:
-  Dialog(TzQtCanvas& shownCanvas, QWidget* parent) : QDialog(parent), canvas(&shownCanvas) {
+  Dialog(TzQtCanvas& shownCanvas, QWidget* parent)
+      : QDialog(parent), canvas(&shownCanvas), area(new QScrollArea(this)) {
     setWindowTitle(ToQtText(canvas->GetSpec().title));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(area);
+  }
+
+  void SetContent(QWidget* content) { area->setWidget(content); }
+
+  /// As large as that, or as the screen allows.
+  void TakeRoom(const TzQtRoom& room, const QSize& screen) {
+    // There is a title above it, and where one direction scrolls the other has the bar beside it.
+    const QSize most = screen - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    const QSize beside(room.minimum.height() > most.height() ? bar : 0,
+                       room.minimum.width() > most.width() ? bar : 0);
+    setMinimumSize((room.minimum + beside).boundedTo(most));
+    resize((room.preferred + beside).boundedTo(most));
   }
 
   void Forget() { canvas = nullptr; }
@@ -75,6 +96,7 @@ class TzQtCanvas::Dialog : public QDialog {
 
  private:
   TzQtCanvas* canvas;
+  QScrollArea* area;
 };
 
 TzQtCanvas::TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone goneNotification,
@@ -86,9 +108,7 @@ TzQtCanvas::TzQtCanvas(const TzCanvasSpec& canvasSpec, QWidget* parent, Gone gon
   }
   dialog = new Dialog(*this, parent);
   surface = new Surface(*this, dialog);
-  auto* layout = new QVBoxLayout(dialog);
-  layout->setContentsMargins({});
-  layout->addWidget(surface);
+  dialog->SetContent(surface);
 }
 
 TzQtCanvas::~TzQtCanvas() {
@@ -307,11 +327,11 @@ void TzQtCanvas::RunEventLoop() {
     return;
   }
   const TzQtRoom room = Measure();
-  const QWidget* owner = dialog->parentWidget() != nullptr ? dialog->parentWidget()->window() : nullptr;
+  const QPointer<QWidget> owner =
+      dialog->parentWidget() != nullptr ? dialog->parentWidget()->window() : nullptr;
   dialog->setWindowModality(owner != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
   const QRect screen = dialog->screen()->availableGeometry();
-  dialog->setMinimumSize(room.minimum.boundedTo(screen.size()));
-  dialog->resize(room.preferred.boundedTo(screen.size()));
+  dialog->TakeRoom(room, screen.size());
   if (owner != nullptr) {
     QRect place(QPoint(), dialog->size());
     place.moveCenter(owner->geometry().center());
@@ -329,6 +349,8 @@ void TzQtCanvas::RunEventLoop() {
   // A window that went under its dialog is no answer.
   if (IsModalRunning()) EndModal(kTzDialogCancel);
   if (dialog != nullptr) dialog->hide();
+  // A window manager that was about to give the focus back to the dialog, after a box, leaves it nowhere.
+  if (owner != nullptr && owner->isVisible()) owner->activateWindow();
 }
 
 TzQtRoom TzQtCanvas::MeasureNode(const UI_Node& node) const {

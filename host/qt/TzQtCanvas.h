@@ -15,7 +15,8 @@
 /// goes on as one that shows nothing.
 ///
 /// In a dialog, Enter presses the first button of the dialog's own that doesn't cancel, Escape and closing
-/// press the one that does; where there is none, they end the dialog as cancelled.
+/// press the one that does; where there is none, they end the dialog as cancelled. A dialog that is larger
+/// than the screen is as large as that, and scrolls.
 class TzQtCanvas : public TzCanvas, private ITzQtMeasures {
  public:
   /// Called when the canvas goes.

@@ -3,8 +3,10 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QStyle>
 #include <QToolTip>
 
+#include "host/qt/TzQtColorPreference.h"
 #include "host/qt/TzQtStyle.h"
 
 namespace {
@@ -72,6 +74,27 @@ QPalette MakePalette(const RoleColor (&colors)[count]) {
   return palette;
 }
 
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+/// With outlines that can be seen: dark palettes of platforms have those of light ones, darker than the
+/// window.
+QPalette WithOutlines(QPalette palette) {
+  const QColor window = palette.color(QPalette::Window);
+  const QColor text = palette.color(QPalette::WindowText);
+  palette.setColor(QPalette::Mid, QColor((window.red() + text.red()) / 2, (window.green() + text.green()) / 2,
+                                         (window.blue() + text.blue()) / 2));
+  return palette;
+}
+
+void Apply(const QPalette& palette) {
+  // A platform's own style may draw in its own colours, whatever the palette says.
+  QApplication::setStyle(new TzQtStyle);
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
+}
+
 }  // namespace
 
 TzPalette ReadTzPalette(const QString& word) {
@@ -82,15 +105,19 @@ TzPalette ReadTzPalette(const QString& word) {
 
 void TzApplyPalette(TzPalette palette) {
   static const QPalette ownToolTips = QToolTip::palette();
-  if (palette == TzPalette::System) {
-    // An empty palette stands for the platform's own.
-    QApplication::setPalette(QPalette());
-    QToolTip::setPalette(ownToolTips);
+  static const QString ownStyle = QApplication::style()->name();
+  if (palette != TzPalette::System) {
+    Apply(palette == TzPalette::Dark ? MakePalette(kDark) : MakePalette(kLight));
     return;
   }
-  // A platform's own style may draw in its own colours, whatever the palette says.
-  QApplication::setStyle(new TzQtStyle);
-  const QPalette colors = palette == TzPalette::Dark ? MakePalette(kDark) : MakePalette(kLight);
-  QApplication::setPalette(colors);
-  QToolTip::setPalette(colors);
+  if (QApplication::style()->name() != ownStyle) QApplication::setStyle(ownStyle);
+  // An empty palette stands for the platform's own.
+  QApplication::setPalette(QPalette());
+  QToolTip::setPalette(ownToolTips);
+  const QPalette own = QApplication::palette();
+  if (IsDark(own)) {
+    if (ownStyle == QLatin1String("fusion")) Apply(WithOutlines(own));
+  } else if (TzDesktopPrefersDark()) {
+    Apply(MakePalette(kDark));
+  }
 }

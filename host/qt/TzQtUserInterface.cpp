@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLayout>
-#include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <algorithm>
@@ -70,10 +69,19 @@ QWidget* TzQtUserInterface::FindFrontWindow(TzWindowHandle owner) const {
   return owned != nullptr && owned->window()->isVisible() ? owned->window() : nullptr;
 }
 
+QMessageBox::Icon TzQtUserInterface::GetIcon(const TzMessageBoxOptions& options,
+                                             TzMessageBoxKind kind) const {
+  const ITzStringDictionary* words = GetStringDictionary();
+  const TzString title = options.GetTitle();
+  for (const auto& [key, icon] : iconKeys) {
+    if (words != nullptr && words->HasString(key) && words->GetString(key) == title) return icon;
+  }
+  return kind == TzMessageBoxKind::Ok ? QMessageBox::Information : QMessageBox::Question;
+}
+
 int TzQtUserInterface::ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) {
-  const bool isQuestion = kind != TzMessageBoxKind::Ok;
   QMessageBox box(FindFrontWindow(options.GetOwner()));
-  box.setIcon(isQuestion ? QMessageBox::Question : QMessageBox::Information);
+  box.setIcon(GetIcon(options, kind));
   box.setWindowTitle(ToQtText(options.GetTitle()));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQtText(options.GetText()));

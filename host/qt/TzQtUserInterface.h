@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QMessageBox>
 #include <QTimer>
 #include <map>
 #include <memory>
@@ -11,6 +12,9 @@
 #include "host/session/ITzUserInterface.h"
 
 class TzQtCanvas;
+
+/// The icons of message boxes, by the dictionary's keys of their titles.
+using TzQtIconKeys = std::map<TzString, QMessageBox::Icon>;
 
 /// The user interface that draws. Needs a running `QApplication`.
 ///
@@ -36,6 +40,9 @@ class TzQtUserInterface : public ITzUserInterface {
     tooltipKeys = std::make_shared<const TzQtTooltipKeys>(std::move(keys));
   }
 
+  /// Boxes whose title is the text of no such key show a question or a notice.
+  void SetIconKeys(TzQtIconKeys keys) { iconKeys = std::move(keys); }
+
   /// While held, no timer fires: an operation that lets events through isn't to be entered again by one.
   void HoldTimers();
   void ReleaseTimers();
@@ -44,11 +51,13 @@ class TzQtUserInterface : public ITzUserInterface {
   [[nodiscard]] QWidget* FindFrontWindow(TzWindowHandle owner) const;
 
  private:
+  [[nodiscard]] QMessageBox::Icon GetIcon(const TzMessageBoxOptions& options, TzMessageBoxKind kind) const;
   void Fire(TimerKey key);
 
   TzQtWindows& windows;
   std::vector<TzQtCanvas*> canvases;
   std::shared_ptr<const TzQtTooltipKeys> tooltipKeys;
+  TzQtIconKeys iconKeys;
   std::map<TimerKey, std::unique_ptr<QTimer>> timers;
   int holds = 0;
 };

@@ -93,14 +93,9 @@ TEST_F(CoursePlayerTest, ACourseThatCantBeginLeavesTheTemplateChoice) {
   EXPECT_TRUE(ui.Sees("Multiple SCOs"));
 }
 
-TEST_F(CoursePlayerTest, ThePersonMayStayWithTheCourseThatIsThere) {
+TEST_F(CoursePlayerTest, TheCourseThatIsThereGoesWithoutAQuestion) {
   Choose("Multiple SCOs");
   AddFiles({"a"});
-  const CourseDocument before = Read();
-  ui.AnswerNextBox(kTzButtonCancel);
-  EXPECT_EQ(Play(Flat({"b"})).outcome, Outcome::Stayed);
-  EXPECT_EQ(Read(), before);
-  ui.AnswerNextBox(kTzButtonNo);
   EXPECT_EQ(Play(Flat({"b"})).outcome, Outcome::Opened);
   EXPECT_EQ(Read(), Flat({"b"}));
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Course files, the journal, and what is remembered between runs.
+#include <QAction>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include "DesktopTest.h"
@@ -10,6 +12,8 @@
 using DesktopFilesTest = DesktopTest;
 
 namespace {
+
+constexpr const char* kOther = "template: multiple-scos\nidentifier: X\nfiles: [b.zip]\n";
 
 /// Long enough for the journal.
 constexpr int kASecondAndMore = 1300;
@@ -90,8 +94,7 @@ TEST_F(DesktopFilesTest, WorkThatWasLeftIsOfferedAtTheNextStartButNotWhileItsPro
 }
 
 TEST_F(DesktopFilesTest, WorkThatWasGivenUpUnsavedIsOfferedUntilThereIsOther) {
-  const TzPath other =
-      home.Folder().Write("x.plexo.yaml", "template: multiple-scos\nidentifier: X\nfiles: [b.zip]\n");
+  const TzPath other = home.Folder().Write("x.plexo.yaml", kOther);
   {
     DesktopDriver driver(home);
     BeginFlat(driver, {File("a")});
@@ -116,6 +119,76 @@ TEST_F(DesktopFilesTest, WorkThatWasGivenUpUnsavedIsOfferedUntilThereIsOther) {
     DesktopDriver::Settle(kASecondAndMore);
   }
   const DesktopDriver driver(home);
+}
+
+TEST_F(DesktopFilesTest, WhoStaysWithTheCourseKeepsItHoweverAnotherIsOpened) {
+  const TzPath other = home.Folder().Write("x.plexo.yaml", kOther);
+  DesktopSettings(ToQtPath(home.Path() / "settings.ini")).AddRecentCourse(ToQtPath(other));
+  DesktopDriver driver(home);
+  BeginFlat(driver, {File("a")});
+  const std::function<void()> ways[] = {
+      [&] {
+        driver.ChooseInNextWindow({other});
+        driver.PressInNextWindow("Cancel");
+        driver.Key(Qt::Key_O, Qt::ControlModifier);
+      },
+      [&] {
+        driver.PressInNextWindow("Cancel");
+        DesktopDriver::Drop(driver.Window(), {20, 20}, {other});
+      },
+      [&] {
+        driver.OnNextWindow([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+        for (auto* action : driver.Window().findChildren<QAction*>()) {
+          if (action->menu() != nullptr) emit action->menu()->aboutToShow();
+        }
+        for (auto* action : driver.Window().findChildren<QAction*>()) {
+          if (action->toolTip() == ToQtPath(other)) action->trigger();
+        }
+      },
+      [&] {
+        // Whoever doesn't say where to save it hasn't saved it.
+        driver.PressInNextWindow("Save");
+        driver.OnNextWindow([](QWidget& chooser) { chooser.close(); });
+        DesktopDriver::Drop(driver.Window(), {20, 20}, {other});
+      },
+  };
+  for (const auto& open : ways) {
+    open();
+    EXPECT_EQ(driver.Rows(), QStringList{"a"});
+    EXPECT_EQ(driver.Window().windowTitle(), "Unsaved course[*]");
+    EXPECT_TRUE(driver.Window().isWindowModified());
+  }
+  EXPECT_EQ(driver.Boxes(), std::vector<std::string>(4, "Save this course before another one is opened?"));
+}
+
+TEST_F(DesktopFilesTest, ACourseThatWasSavedOrGivenUpForAnotherIsNotOfferedAgain) {
+  const TzPath other = home.Folder().Write("x.plexo.yaml", kOther);
+  for (const char* answer : {"Save", "Don't Save"}) {
+    DesktopDriver driver(home);
+    BeginFlat(driver, {File("a")});
+    DesktopDriver::Settle(kASecondAndMore);
+    driver.PressInNextWindow(answer);
+    const bool isSaved = answer == std::string("Save");
+    if (isSaved) driver.ChooseInNextWindow({home.Path() / "kept"});
+    DesktopDriver::Drop(driver.Window(), {20, 20}, {other});
+    EXPECT_EQ(driver.Rows(), QStringList{"b"});
+    DesktopDriver::Settle(kASecondAndMore);
+  }
+  DesktopDriver driver(home, Open(home.Path() / "kept.plexo.yaml"));
+  EXPECT_EQ(driver.Rows(), QStringList{"a"});
+}
+
+TEST_F(DesktopFilesTest, ACourseIsOpenedAsItWasSavedJustNowAndOneThatIsSavedNeedsNoQuestion) {
+  const TzPath other = home.Folder().Write("x.plexo.yaml", kOther);
+  DesktopDriver driver(home, Open(other));
+  driver.ChooseInNextWindow({File("c")});
+  driver.Press("+ File");
+  driver.PressInNextWindow("Save");
+  for (const char* occasion : {"asked", "not asked"}) {
+    DesktopDriver::Drop(driver.Window(), {20, 20}, {other});
+    EXPECT_EQ(driver.Rows(), (QStringList{"b", "c"})) << occasion;
+    EXPECT_FALSE(driver.Window().isWindowModified()) << occasion;
+  }
 }
 
 TEST_F(DesktopFilesTest, FoldersAndCoursesAreRemembered) {

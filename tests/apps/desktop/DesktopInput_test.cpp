@@ -4,6 +4,7 @@
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QTest>
 #include <QUrl>
@@ -200,7 +201,10 @@ TEST_F(DesktopInputTest, ARefusalTellsTheReason) {
   DesktopDriver driver(home);
   const TzPath broken = home.Folder().Write("broken.zip", "no archive");
   driver.Begin("Multiple SCOs");
-  driver.PressInNextWindow("OK");
+  driver.OnNextWindow([](QWidget& box) {
+    EXPECT_EQ(static_cast<QMessageBox&>(box).icon(), QMessageBox::Critical);
+    DesktopDriver::Press(box, "OK");
+  });
   EXPECT_TRUE(DesktopDriver::Drop(driver.Window(), driver.Window().rect().center(), {broken}));
   ASSERT_EQ(driver.Boxes().size(), 1);
   EXPECT_NE(driver.Boxes().front().find("broken.zip"), std::string::npos) << driver.Boxes().front();

@@ -115,6 +115,8 @@ void TakeCourses(Photographer& photographer, const DesktopHome& home) {
   photographer.Leave("question");
   photographer.TakeNext("refused", true);
   photographer.Open(desk.Write("missing.plexo.yaml", kMissing), "partly");
+  photographer.TakeNext("unsaved", false);
+  photographer.Open(desk.Path() / "rollup.plexo.yaml", "partly");
   photographer.Leave("question");
   photographer.Open(desk.Write("flat.plexo.yaml", kFlat), "flat");
   photographer.Driver().OnNextWindow([&](QWidget& dialog) {

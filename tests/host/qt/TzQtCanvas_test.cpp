@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QToolButton>
 #include <QTreeView>
 #include <set>
@@ -292,6 +293,25 @@ TEST_F(CanvasTest, ADialogWithoutACancelButtonCanBeClosed) {
   TzSheetDialog dialog({}, pair.Info(), NoImages(), 1, 2, "Title", nullptr, TzSheetDialog::kPlain, false);
   OnNextWindow([](QWidget& window) { window.close(); });
   EXPECT_EQ(dialog.DoModal(), kTzDialogCancel);
+}
+
+TEST_F(CanvasTest, ADialogLargerThanTheScreenScrollsToWhatHasTheFocus) {
+  std::string layout = "layout: l\ntree:\n  view: {name: \"v\"}\n  children:\n";
+  for (int field = 0; field < 60; ++field) layout += "    - edit_text: {name: \"Field\", bind: '@a'}\n";
+  layout += "    - button: {name: \"OK\", action: '@ok', button_theme: '@tzdialog'}\n";
+  const SheetPair pair("sheet: s\ninterface:\n  - {cell: a, default: \"\"}\n", layout);
+  AskingDialog dialog({}, pair.Info(), NoImages(), 1, 2, "Title", nullptr, TzSheetDialog::kPlain, false);
+  OnNextWindow([](QWidget& window) {
+    EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    auto* ok = FindShown<QPushButton>(window, "OK");
+    EXPECT_TRUE(ok->visibleRegion().isEmpty());
+    QTest::keyClick(window.focusWidget(), Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_TRUE(ok->hasFocus());
+    EXPECT_EQ(ok->visibleRegion().boundingRect(), ok->rect());
+    QTest::mouseClick(ok, Qt::LeftButton);
+  });
+  EXPECT_EQ(dialog.DoModal(), kTzDialogOk);
 }
 
 TEST_F(CanvasTest, ACanvasOutlivesItsWindowAndItsUserInterface) {

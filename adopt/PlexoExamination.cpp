@@ -44,7 +44,7 @@ TzErrorCodeEnum PlexoExamination::Refuse(PlexoFindingId id, const std::vector<st
 }
 
 TzErrorCodeEnum PlexoExamination::Take(const TzZipFailure& problem) {
-  failureText = problem.message;
+  failureText = problem.GetReason();
   return problem.code;
 }
 

@@ -41,7 +41,7 @@ class PackageCheck {
  private:
   void Fail(const TzZipFailure& failure) {
     code = failure.code;
-    machineFailure = failure.message;
+    machineFailure = failure.GetReason();
   }
 
   void CheckPackage() {

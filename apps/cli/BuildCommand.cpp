@@ -2,9 +2,7 @@
 #include "apps/cli/BuildCommand.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <new>
-#include <system_error>
 
 #include "apps/cli/Interrupt.h"
 #include "apps/cli/PackageIntake.h"
@@ -91,13 +89,18 @@ void EnterDetails(const CourseDocument& course, PlexoCourseModel& model) {
 
 BuildCommand::BuildCommand(const BuildOptions& buildOptions, CommandSession& commandSession,
                            CommandOutput& commandOutput)
-    : options(buildOptions), session(commandSession), output(commandOutput), target(options.package) {}
+    : options(buildOptions),
+      session(commandSession),
+      output(commandOutput),
+      target(options.package),
+      workingFolder(options.workingFolder) {}
 
 ExitStatus BuildCommand::Run() {
   Failure failure = CheckOptions();
   if (failure) return output.Fail({*failure});
   if (const auto failures = ReadCourse(); !failures.empty()) return output.Fail(failures);
   failure = CheckCourse();
+  if (!failure) WarnOfIdentifier();
   if (!failure) failure = MakePackage();
   if (failure) return output.Fail({*failure});
   PrintReport();
@@ -105,10 +108,8 @@ ExitStatus BuildCommand::Run() {
 }
 
 BuildCommand::Failure BuildCommand::CheckOptions() const {
-  if (!options.workingFolder.empty()) {
-    if (auto failure = CheckWorkingFolder(options.workingFolder)) return failure;
-  }
-  return target.Check(options.existing);
+  Failure failure = workingFolder.Check();
+  return failure ? failure : target.Check(options.existing);
 }
 
 std::vector<CommandFailure> BuildCommand::ReadCourse() {
@@ -137,6 +138,14 @@ BuildCommand::Failure BuildCommand::CheckCourse() const {
         ExitStatus::Usage, options.package, "is a file of the course; give the package another name", {}};
   }
   return std::nullopt;
+}
+
+// The manifest dialog takes such identifiers, so the course does; XML's names can't start like that.
+void BuildCommand::WarnOfIdentifier() const {
+  const char first = course.identifier.front();
+  if (first < '0' || first > '9') return;
+  output.Warn(options.courseFile + ": the identifier '" + course.identifier +
+              "' starts with a digit, which the manifest's schema forbids; put a letter in front");
 }
 
 BuildCommand::Failure BuildCommand::MakePackage() {
@@ -179,14 +188,9 @@ BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
 }
 
 BuildCommand::Failure BuildCommand::StartCourse() {
-  if (!options.workingFolder.empty()) {
-    std::error_code error;
-    const auto path = std::filesystem::absolute(options.workingFolder, error);
-    if (error) {
-      return CommandFailure{
-          ExitStatus::Machine, options.workingFolder, "the current folder can't be found", {}};
-    }
-    TzFileUtil::KeepNextTempDirAt(TzPath::FromNative(path.native()));
+  if (!workingFolder.Start()) {
+    return CommandFailure{
+        ExitStatus::Machine, workingFolder.GetName(), "the current folder can't be found", {}};
   }
   PlexoCourseModel* model = GetCourseModel();
   if (model == nullptr) throw std::bad_alloc();
@@ -198,8 +202,12 @@ BuildCommand::Failure BuildCommand::StartCourse() {
   GetLinearCourseModel()->SetForcedSequence(course.forceSequence);
   GetModuleCourseModel()->SetModuleForcedSequence(course.forceSequence);
   const bool hasFolder = !model->GetWorkingFolder().IsEmpty() && TzFile(model->GetWorkingFolder()).Exists();
-  if (hasFolder) return std::nullopt;
-  CommandFailure failure{ExitStatus::Machine, options.workingFolder, "the working folder can't be made", {}};
+  if (hasFolder) {
+    workingFolder.Own();
+    return std::nullopt;
+  }
+  CommandFailure failure{
+      ExitStatus::Machine, workingFolder.GetName(), "the working folder can't be made", {}};
   if (failure.subject.empty()) failure.subject = options.package;
   for (const TzProblem& problem : session.TakeProblems()) failure.reasons.push_back(problem.GetText());
   return failure;
@@ -268,6 +276,7 @@ void BuildCommand::NotePlaced(const ListedFile& file, const Place& place, bool i
 
 BuildCommand::Failure BuildCommand::Publish() {
   const int result = PlexoPublisher::GetPublisher()->PublishPackage();
+  if (result == 0) workingFolder.Keep();
   const std::vector<std::string> boxes = session.TakeBoxTexts();
   const std::vector<TzProblem> problems = session.TakeProblems();
   if (result == kTzCancelled) return MakeInterrupted(options.package);

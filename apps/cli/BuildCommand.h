@@ -11,6 +11,7 @@
 #include "apps/cli/CommandSession.h"
 #include "apps/cli/CourseReport.h"
 #include "apps/cli/PackageTarget.h"
+#include "apps/cli/WorkingFolder.h"
 #include "apps/course/CourseDocument.h"
 #include "core/PlexoSCOKind.h"
 
@@ -47,6 +48,7 @@ class BuildCommand {
   [[nodiscard]] Failure CheckOptions() const;
   [[nodiscard]] std::vector<CommandFailure> ReadCourse();
   [[nodiscard]] Failure CheckCourse() const;
+  void WarnOfIdentifier() const;
   [[nodiscard]] Failure StartCourse();
   [[nodiscard]] Failure AddFiles();
   [[nodiscard]] Failure AddModule(const CourseModule& module);
@@ -64,6 +66,7 @@ class BuildCommand {
   CommandSession& session;
   CommandOutput& output;
   PackageTarget target;
+  WorkingFolder workingFolder;
   CourseDocument course;
   /// Of its modules, as texts of fractions.
   std::vector<std::string> shares;

@@ -34,6 +34,7 @@ constexpr const char* kBuildNotes =
     "  duration: \"01:30:00\"\n"
     "  subject: Safety\n"
     "  force-sequence: true        # the lessons in this order only\n"
+    "  intake: auto                # adopt packages that don't fit; or as-is: none, always: all\n"
     "  files: [intro.zip, doors.zip]\n"
     "\n"
     "The templates simple-remediation and test-rollup, of SCORM 2004 only, have modules for files:\n"
@@ -53,7 +54,7 @@ constexpr const char* kBuildNotes =
 
 constexpr const char* kInspectStatuses =
     "Exit status:\n"
-    "  0  the manifest can be read\n"
+    "  0  a course can take the manifest\n"
     "  1  the package or its manifest was refused\n"
     "  2  the command line is wrong, or there is no such file\n"
     "  3  the machine failed: disk full, no permission\n";
@@ -76,7 +77,7 @@ constexpr const char* kCheckStatuses =
     "  0  no errors; with --strict, no warnings either\n"
     "  1  the package couldn't be read: no permission, disk fault\n"
     "  2  the command line is wrong, or there is no such file\n"
-    "  3  errors were found; with --strict, or warnings\n";
+    "  3  errors were found; with --strict, also warnings\n";
 
 constexpr const char* kAdoptNotes =
     "The adopted package has its content in a folder of its own, one item, and every file listed. What was\n"
@@ -103,7 +104,8 @@ class Arguments {
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.formatter(std::make_shared<UsageFormatter>("plexo COMMAND ARGUMENTS"));
     app.require_subcommand(1);
-    app.footer(std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses);
+    app.footer(std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses +
+               "For 'plexo check', 3 says that it found errors.\n");
     DefineBuild();
     DefineAdopt();
     DefineInspect();
@@ -115,7 +117,7 @@ class Arguments {
   /// Why they couldn't be parsed.
   [[nodiscard]] std::string GetMistake(const CLI::ParseError& error,
                                        std::span<const char* const> arguments) const {
-    if (!app.get_subcommands().empty()) return error.what();
+    if (!app.get_subcommands().empty()) return DescribeMistake(error);
     const std::string commands = "adopt, build, check, inspect";
     if (arguments.size() < 2) return "a command is missing; allowed: " + commands;
     const std::string first = std::string("'") + arguments[1] + "'";
@@ -162,6 +164,32 @@ class Arguments {
   }
 
  private:
+  /// Each behind a comma, with those of the command's groups.
+  static std::string ListOptions(const CLI::App& command) {
+    std::string list;
+    for (const CLI::Option* option : command.get_options()) {
+      if (!option->get_positional() && option != command.get_help_ptr()) list += ", " + option->get_name();
+    }
+    for (const CLI::App* group : command.get_subcommands(nullptr)) list += ListOptions(*group);
+    return list;
+  }
+
+  /// CLI11's words, but for two mistakes that it tells as a programmer sees them.
+  [[nodiscard]] std::string DescribeMistake(const CLI::ParseError& error) const {
+    std::string words = error.what();
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+      const std::string option = words.substr(0, words.find(':'));
+      return option + (words.ends_with(" missing") ? " needs a value" : " is given more than once");
+    }
+    const CLI::App* command = app.get_subcommands().front();
+    const std::vector<std::string> unexpected = command->remaining();
+    if (unexpected.empty()) return words;
+    const std::string first = "'" + unexpected.front() + "'";
+    if (!first.starts_with("'-"))
+      return "unexpected argument " + first + "; a path that holds blanks needs quotes";
+    return "unknown option " + first + "; allowed: --help" + ListOptions(*command);
+  }
+
   void DefineBuild() {
     build = app.add_subcommand("build", "Make a package of a course file");
     build->formatter(std::make_shared<UsageFormatter>("plexo build COURSE.yaml -o PACKAGE.zip [OPTIONS]"));

@@ -46,7 +46,9 @@ ExitStatus InspectCommand::Run() {
   } else {
     PrintText(reading);
   }
-  if (reading.hasFailed) return ExplainFailure(reading, manifestFile, courseVersion);
+  // A manifest that never told its version is no failure of the reader, and refused by the course.
+  const bool isOfCourse = reading.manifest.scormVersion.GetUTF8String() == courseVersion;
+  if (reading.hasFailed || !isOfCourse) return ExplainFailure(reading, manifestFile, courseVersion);
   for (const TzProblem& problem : problems) output.Warn(options.package + ": its " + problem.GetText());
   return HasMachineFailure(problems) ? ExitStatus::Machine : ExitStatus::Done;
 }
@@ -141,8 +143,8 @@ void InspectCommand::PrintJson(const Reading& reading) {
 
 ExitStatus InspectCommand::ExplainFailure(const Reading& reading, const TzPath& manifestFile,
                                           const std::string& courseVersion) {
-  const char* key = reading.failure == PlexoParseFailure::VERSION ? "kPlexoErrorIncompatibleSCORMVersion"
-                                                                  : "kPlexoErrorParseManifest";
+  const bool isUnread = reading.hasFailed && reading.failure != PlexoParseFailure::VERSION;
+  const char* key = isUnread ? "kPlexoErrorParseManifest" : "kPlexoErrorIncompatibleSCORMVersion";
   PackageReasons reasons(session, TzPath::FromNative(options.package));
   output.Explain({ExitStatus::Refused, options.package, session.GetWords(key),
                   reasons.ExplainManifest(manifestFile, courseVersion)});

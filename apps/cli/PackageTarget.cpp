@@ -65,10 +65,13 @@ std::optional<CommandFailure> PackageTarget::CheckName() const {
 std::optional<CommandFailure> PackageTarget::CheckFolder() const {
   if (folder.IsEmpty()) return Fail(ExitStatus::Machine, "the current folder can't be found");
   std::error_code error;
-  if (fs::is_directory(folder.GetNative(), error)) return std::nullopt;
-  const bool isThere = fs::exists(folder.GetNative(), error);
+  const fs::file_status status = fs::status(folder.GetNative(), error);
+  if (fs::is_directory(status)) return std::nullopt;
   const std::string which = "the folder '" + GetFolderName(name) + "' ";
-  return Fail(ExitStatus::Usage, which + (isThere ? "isn't a folder" : "doesn't exist"));
+  if (status.type() == fs::file_type::none) {
+    return Fail(ExitStatus::Machine, which + "can't be looked at: " + error.message());
+  }
+  return Fail(ExitStatus::Usage, which + (fs::exists(status) ? "isn't a folder" : "doesn't exist"));
 }
 
 std::optional<CommandFailure> PackageTarget::CheckExisting(Existing existing) const {
@@ -88,18 +91,4 @@ std::optional<CommandFailure> PackageTarget::CheckExisting(Existing existing) co
 bool PackageTarget::IsSameFileAs(const TzPath& file) const {
   std::error_code error;
   return fs::equivalent(folder.GetNative() + "/" + fileName.GetUTF8String(), file.GetNative(), error);
-}
-
-std::optional<CommandFailure> CheckWorkingFolder(const std::string& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::not_found) return std::nullopt;
-  const auto fail = [&](ExitStatus exitStatus, const std::string& message) {
-    return CommandFailure{exitStatus, path, message, {}};
-  };
-  if (!fs::is_directory(status)) return fail(ExitStatus::Usage, "isn't a folder");
-  const bool isEmpty = fs::is_empty(path, error);
-  if (error) return fail(ExitStatus::Machine, "can't read: " + error.message());
-  if (isEmpty) return std::nullopt;
-  return fail(ExitStatus::Usage, "isn't empty; the working folder must be new or empty");
 }

@@ -34,6 +34,3 @@ class PackageTarget {
 
   bool isNameText = true;
 };
-
-/// Why the course's working folder can't be made here: it must be absent or empty.
-std::optional<CommandFailure> CheckWorkingFolder(const std::string& path);

@@ -40,6 +40,13 @@ std::string ListWords(std::span<const std::string_view> words) {
   return text;
 }
 
+/// In UTF-8.
+bool IsCharacterStart(char byte) {
+  constexpr unsigned kContinuationMask = 0xC0;
+  constexpr unsigned kContinuation = 0x80;
+  return (static_cast<unsigned char>(byte) & kContinuationMask) != kContinuation;
+}
+
 bool IsUTF8(const std::string& text) { return TzString(text).GetUTF8String() == text; }
 
 /// The start of a word of the user's, for a message.
@@ -74,7 +81,19 @@ void CourseFileErrors::Keep(CourseFileError error) {
   ++rest;
 }
 
+void CourseFileErrors::CountCharacters() {
+  std::size_t start = 0;
+  int line = 1;
+  for (CourseFileError& error : first) {
+    for (; line < error.line; ++line) start = std::min(text.find('\n', start), text.size() - 1) + 1;
+    if (error.line == 0) continue;
+    const std::string before = text.substr(start, static_cast<std::size_t>(error.column) - 1);
+    error.column = 1 + static_cast<int>(std::ranges::count_if(before, IsCharacterStart));
+  }
+}
+
 std::vector<CourseFileError> CourseFileErrors::TakeSorted() {
+  CountCharacters();
   std::vector<CourseFileError> errors = std::exchange(first, {});
   if (rest > 0)
     errors.push_back(
@@ -85,8 +104,8 @@ std::vector<CourseFileError> CourseFileErrors::TakeSorted() {
 
 CourseKeys::CourseKeys(const YAML::Node& map, std::string_view what,
                        std::span<const std::string_view> allowed, CourseFileErrors& errorList)
-    : name(what), mark(map.Mark()), errors(errorList) {
-  if (!map.IsMap()) {
+    : name(what), mark(map.Mark()), isMap(map.IsMap()), errors(errorList) {
+  if (!isMap) {
     errors.Add(mark, std::string(what) + " must be made of keys and values; allowed: " + ListWords(allowed));
     return;
   }
@@ -174,6 +193,6 @@ std::vector<YAML::Node> CourseKeys::ReadFilledList(std::string_view key) const {
 }
 
 void CourseKeys::Require(std::string_view key, std::string_view what) const {
-  if (Has(key)) return;
+  if (!isMap || Has(key)) return;
   errors.Add(mark, std::string(name) + " needs '" + std::string(key) + "': " + std::string(what));
 }

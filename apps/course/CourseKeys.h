@@ -20,12 +20,18 @@ class CourseFileErrors {
   /// An error of the file as a whole.
   void Add(std::string message, CourseFault fault = CourseFault::Wrong);
 
-  /// By line and column; of very many the first, and how many more there are.
+  /// The text, in UTF-8, that the marks are of.
+  void SetText(std::string markedText) { text = std::move(markedText); }
+
+  /// By line and column; of very many the first, and how many more there are. Columns count characters.
   [[nodiscard]] std::vector<CourseFileError> TakeSorted();
 
  private:
   void Keep(CourseFileError error);
+  /// Of the first errors, whose columns count bytes, as marks do.
+  void CountCharacters();
 
+  std::string text;
   /// Sorted.
   std::vector<CourseFileError> first;
   std::size_t rest = 0;
@@ -65,7 +71,7 @@ class CourseKeys {
   [[nodiscard]] std::vector<YAML::Node> ReadList(std::string_view key) const;
   /// Likewise; an empty list is an error.
   [[nodiscard]] std::vector<YAML::Node> ReadFilledList(std::string_view key) const;
-  /// Notes an error if the key is absent. `what` says what it is for.
+  /// Notes an error if the key is absent of a map. `what` says what it is for.
   void Require(std::string_view key, std::string_view what) const;
 
  private:
@@ -79,5 +85,6 @@ class CourseKeys {
   std::map<std::string, Entry, std::less<>> entries;
   std::string_view name;
   YAML::Mark mark;
+  bool isMap;
   CourseFileErrors& errors;
 };

@@ -11,6 +11,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "apps/course/CourseEncoding.h"
+#include "apps/course/CourseYamlFault.h"
+
 namespace {
 
 /// Looks at a text before its tree is built by recursion and its aliases are followed: it must be one
@@ -24,6 +27,9 @@ class CourseYamlGuard : public YAML::EventHandler {
   struct Stopped {};
 
   explicit CourseYamlGuard(const CourseStop& stop) : isStopped(stop) {}
+
+  /// Where the last value starts that the text had so far, or the last key.
+  [[nodiscard]] const YAML::Mark& GetLastMark() const { return last; }
 
   // A character that can't start a value makes a document that is empty and doesn't move on.
   void OnDocumentStart(const YAML::Mark& mark) override {
@@ -64,6 +70,7 @@ class CourseYamlGuard : public YAML::EventHandler {
 
   void Count(const YAML::Mark& mark, const Extent& more) {
     if (isStopped && isStopped()) throw Stopped();
+    last = mark;
     total.values += more.values;
     total.bytes += more.bytes;
     if (total.values <= kMostCourseValues && total.bytes <= kMostCourseText) return;
@@ -88,6 +95,7 @@ class CourseYamlGuard : public YAML::EventHandler {
   const CourseStop& isStopped;
   bool hasDocument = false;
   YAML::Mark start;
+  YAML::Mark last;
   Extent total;
   std::vector<Collection> open;
   std::unordered_map<YAML::anchor_t, Extent> anchored;
@@ -118,11 +126,32 @@ std::optional<std::string> ReadCourseText(const std::string& path, CourseFileErr
   return std::nullopt;
 }
 
-/// Throws what the guard throws.
-void GuardAgainst(const std::string& text, const CourseStop& stop) {
+/// False, with an error noted, if there are control characters but line ends and tabs: YAML allows none, no
+/// manifest can hold them, and the parser would take them in silence, or as other characters.
+bool CheckCharacters(const std::string& text, CourseFileErrors& errors) {
+  constexpr char kDelete = '\x7F';
+  YAML::Mark mark;
+  for (const char byte : text) {
+    const bool isControl = (byte >= 0 && byte < ' ') || byte == kDelete;
+    if (isControl && byte != '\t' && byte != '\n' && byte != '\r') {
+      errors.Add(mark, "a control character can't stand in a course file; delete it");
+      return false;
+    }
+    ++mark.column;
+    if (byte != '\n') continue;
+    ++mark.line;
+    mark.column = 0;
+  }
+  return true;
+}
+
+/// Throws what the guard throws. Where the file ends with a line, its end closes quotes for the parser. A
+/// comment behind that line lets it notice: within quotes it is more of their text, without an end.
+void GuardAgainst(std::string text, CourseYamlGuard& guard) {
+  const std::size_t last = text.find_last_not_of(" \t");
+  if (last != std::string::npos && text[last] == '\n') text.replace(last + 1, std::string::npos, "#");
   std::istringstream stream(text);
   YAML::Parser parser(stream);
-  CourseYamlGuard guard(stop);
   while (parser.HandleNextDocument(guard)) {
   }
 }
@@ -131,17 +160,23 @@ void GuardAgainst(const std::string& text, const CourseStop& stop) {
 
 std::optional<YAML::Node> LoadCourseYaml(const std::string& path, const CourseStop& stop,
                                          CourseFileErrors& errors) {
-  const std::optional<std::string> text = ReadCourseText(path, errors);
-  if (!text) return std::nullopt;
+  std::optional<std::string> bytes = ReadCourseText(path, errors);
+  if (!bytes) return std::nullopt;
+  const std::string text = DecodeCourseText(std::move(*bytes));
+  errors.SetText(text);
+  if (!CheckCharacters(text, errors)) return std::nullopt;
+  CourseYamlGuard guard(stop);
   try {
-    GuardAgainst(*text, stop);
-    return YAML::Load(*text);
+    GuardAgainst(text, guard);
+    return YAML::Load(text);
   } catch (const CourseYamlGuard::Refusal& refusal) {
     errors.Add(refusal.mark, refusal.message);
   } catch (const CourseYamlGuard::Stopped&) {
     errors.Add("interrupted", CourseFault::Stopped);
   } catch (const YAML::Exception& exception) {
-    errors.Add(exception.mark, exception.msg);
+    // The text in open quotes goes on to the file's end, which is no place to look for them.
+    const bool isOpen = exception.msg == YAML::ErrorMsg::EOF_IN_SCALAR;
+    errors.Add(isOpen ? guard.GetLastMark() : exception.mark, DescribeYamlFault(exception.msg));
   }
   return std::nullopt;
 }

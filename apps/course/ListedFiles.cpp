@@ -142,6 +142,10 @@ void ListedFiles::RefuseAdoption(const CourseKeys& keys, const std::string& reas
 
 std::optional<ListedFile> ListedFiles::Look(const CourseText& text) {
   if (!Admit(text.mark)) return std::nullopt;
+  if (text.text.empty()) {
+    errors.Add(text.mark, "a file's path is empty");
+    return std::nullopt;
+  }
   const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
   if (purpose == CoursePurpose::Edit) return KeepForEditing(text.text, path);
   std::optional<Objection> objection = ObjectToNode(path);

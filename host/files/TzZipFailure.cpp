@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/files/TzZipFailure.h"
 
+#include <system_error>
+
 #include "host/session/TzProblem.h"
 
 TzZipFailure TzZipFailure::BadContent(std::string_view entry, std::string_view message) {
@@ -9,6 +11,10 @@ TzZipFailure TzZipFailure::BadContent(std::string_view entry, std::string_view m
 
 TzZipFailure TzZipFailure::System(int errorNumber, std::string_view entry, std::string_view action) {
   return {kTzMachineFailure, std::string(entry), std::string(action), errorNumber};
+}
+
+std::string TzZipFailure::GetReason() const {
+  return errorNumber == 0 ? message : message + ": " + std::generic_category().message(errorNumber);
 }
 
 TzErrorCodeEnum TzZipFailure::Report(const TzPath& archive) const {

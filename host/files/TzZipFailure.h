@@ -24,6 +24,8 @@ struct TzZipFailure {
   static TzZipFailure System(int errorNumber, std::string_view entry, std::string_view action);
   static TzZipFailure Cancelled() { return {kTzCancelled, {}, {}, 0}; }
 
+  /// What is wrong, with the system's words if it has any.
+  [[nodiscard]] std::string GetReason() const;
   /// Reports the failure, if it is one and not a stop that was asked for, and returns its code.
   TzErrorCodeEnum Report(const TzPath& archive) const;
 };

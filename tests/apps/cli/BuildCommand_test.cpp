@@ -11,6 +11,7 @@
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 class BuildCommandTest : public CliTest {
@@ -128,19 +129,10 @@ TEST_F(BuildCommandTest, NeverReplacesAFileOfTheCourse) {
   EXPECT_EQ(Read("intro.zip"), before);
 }
 
-TEST_F(BuildCommandTest, PutsTheCourseTogetherInAGivenFolder) {
-  EXPECT_EQ(Build({"--working-folder", "kept/here"}).status, 0);
-  EXPECT_TRUE(Exists("kept/here/Linear/intro/index.htm"));
-  EXPECT_TRUE(Exists("kept/here/imsmanifest.xml"));
-
-  const ProgramResult again = Build({"--force", "--working-folder", "kept"});
-  EXPECT_EQ(again.status, 2);
-  EXPECT_EQ(again.err, "kept: isn't empty; the working folder must be new or empty\n");
-}
-
 TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
   Write("file", "");
   Write("folder.zip/file", "");
+  std::filesystem::create_symlink("nowhere", (Work() / "link").GetNative());
   const struct {
     std::vector<std::string> arguments;
     std::string err;
@@ -150,6 +142,16 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml", "-o", ".zip"}, ".zip: the package's name must end in .zip\n"},
       {{"build", "course.yaml", "-o", ""},
        "plexo build: --output: can't be empty\n  'plexo build --help' tells more\n"},
+      {{"build", "a", "b", "-o", "x.zip"},
+       "plexo build: unexpected argument 'b'; a path that holds blanks needs quotes\n"
+       "  'plexo build --help' tells more\n"},
+      {{"check", "x.zip", "--strct"},
+       "plexo check: unknown option '--strct'; allowed: --help, --strict, --json, --list\n"
+       "  'plexo check --help' tells more\n"},
+      {{"inspect", "x.zip", "--scorm"},
+       "plexo inspect: --scorm needs a value\n  'plexo inspect --help' tells more\n"},
+      {{"build", "c", "-o", "x.zip", "-o", "y.zip"},
+       "plexo build: --output is given more than once\n  'plexo build --help' tells more\n"},
       {{"check", ""}, "plexo check: PACKAGE.zip: can't be empty\n  'plexo check --help' tells more\n"},
       {{"build", "course.yaml", "-o", std::string(252, 'x') + ".zip"},
        std::string(252, 'x') + ".zip: the package's name is longer than 255 bytes\n"},
@@ -161,6 +163,7 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml", "-o", "folder.zip", "--force"}, "folder.zip: is a folder\n"},
       {{"build", "none.yaml", "-o", "x.zip"}, "none.yaml: doesn't exist\n"},
       {{"build", "course.yaml", "-o", "x.zip", "--working-folder", "file"}, "file: isn't a folder\n"},
+      {{"build", "course.yaml", "-o", "x.zip", "--working-folder", "link"}, "link: is a link to no folder\n"},
       {{"inspect", "x.zip", "--scorm", "1.3"}, "--scorm: '1.3' must be 1.2 or 2004\n"},
       {{"inspect", "none.zip"}, "none.zip: doesn't exist\n"},
       {{},
@@ -273,6 +276,26 @@ TEST_F(BuildCommandTest, BuildsModulesUnderTheirKeys) {
   EXPECT_EQ(scos[6]["role"], "post-test");
 }
 
+TEST_F(BuildCommandTest, PublishesTheDetailsAndTheOrderThatTheCourseFileGives) {
+  const auto manifest = [this](const std::string& more) {
+    WriteCourse("intro.zip, doors.zip", more);
+    EXPECT_EQ(Build({"--force", "--working-folder", "kept"}).status, 0);
+    std::string text = Read("kept/imsmanifest.xml");
+    std::filesystem::remove_all((Work() / "kept").GetNative());
+    return text;
+  };
+  const std::string given = manifest(
+      "force-sequence: true\ntitle: T1\ndescription: D1\nversion: 3.7\nduration: \"01:02:03\"\nsubject: "
+      "S1\n");
+  for (const char* text : {"<title>T1<", ">D1<", "<version>", ">3.7<", ">PT1H2M", ">S1<",
+                           "choice=\"false\" forwardOnly=\"true\"", "<imsss:preConditionRule>"}) {
+    EXPECT_THAT(given, HasSubstr(text));
+  }
+  const std::string absent = manifest("");
+  for (const char* text : {"<version>", "<imsss:preConditionRule>"})
+    EXPECT_THAT(absent, Not(HasSubstr(text)));
+}
+
 TEST_F(BuildCommandTest, RefusesAContentThatItsModuleHasAlready) {
   ScoZip("intro").Item("Other", "x.htm").File("x.htm", "").Save(Work() / "sub");
   Write("course.yaml",
@@ -351,6 +374,15 @@ TEST_F(BuildCommandTest, WarnsOfAManifestThatCouldOnlyBeReadInPart) {
   const ProgramResult result = Build();
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.err, StartsWith("warning: torn.zip: imsmanifest.xml: line "));
+}
+
+TEST_F(BuildCommandTest, WarnsOfAnIdentifierThatNoManifestCanHave) {
+  Write("course.yaml", "template: multiple-scos\nidentifier: 1 C\nfiles: [intro.zip]\n");
+  const ProgramResult result = Build();
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "warning: course.yaml: the identifier '1_C' starts with a digit, which the manifest's schema "
+            "forbids; put a letter in front\n");
 }
 
 TEST_F(BuildCommandTest, KeepsControlCharactersOffTheTerminal) {

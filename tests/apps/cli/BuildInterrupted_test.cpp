@@ -107,9 +107,10 @@ TEST_F(BuildInterruptedTest, ATermSignalUndoesTheWorkAndEndsTheProgramByThatSign
   EXPECT_TRUE(ListTree(Temporary()).empty());
 }
 
-TEST_F(BuildInterruptedTest, JsonTellsTheStatusOfTheSignal) {
+TEST_F(BuildInterruptedTest, JsonTellsTheStatusOfTheSignalAndTheWorkingFolderGoes) {
   int told = 0;
-  SignalAtManyMoments(SIGTERM, {"--json"}, [&](const ProgramResult& result) {
+  SignalAtManyMoments(SIGTERM, {"--json", "--working-folder", "kept"}, [&](const ProgramResult& result) {
+    EXPECT_FALSE(Exists("kept"));
     if (result.out.empty()) return;
     EXPECT_THAT(result.out, HasSubstr("\"status\": 143"));
     ++told;
@@ -175,6 +176,7 @@ TEST_F(BuildInterruptedTest, AFullDiskLeavesTheEarlierPackage) {
     EXPECT_THAT(result.err, HasSubstr(why));
     EXPECT_THAT(result.err, HasSubstr("File too large"));
     ExpectTheEarlierPackageAlone();
+    EXPECT_FALSE(Exists("kept"));
     EXPECT_TRUE(ListTree(Temporary()).empty());
   }
 }

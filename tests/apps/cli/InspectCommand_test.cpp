@@ -61,6 +61,7 @@ TEST_F(InspectCommandTest, TellsPeopleTheSame) {
 TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
   ScoZip("bare").WithoutManifest().File("sub/IMSmanifest.xml", "").Save(Work());
   ScoZip("odd").Manifest("<manifest version='1'/>").Save(Work());
+  ScoZip("page").Manifest("<html/>").Save(Work());
   ScoZip("nohref").Manifest("<manifest version='1.3'><resource/></manifest>").Save(Work());
   Write("text.zip", "no archive");
   const struct {
@@ -73,6 +74,8 @@ TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
       {"text.zip", nullptr, "Error extracting the ZIP contents!", ""},
       {"odd.zip", "VERSION", "SCO selected is of incompatible SCORM version!",
        "its manifest says version '1'; expected '1.0' or '1.3'"},
+      {"page.zip", "NONE", "SCO selected is of incompatible SCORM version!",
+       "its imsmanifest.xml has no manifest element"},
       {"nohref.zip", "PARSE", "There was an error parsing the XML manifest file!",
        "its element resource lacks the attribute href"},
   };

@@ -12,6 +12,12 @@
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzZipUtils.h"
 
+namespace {
+
+constexpr const char* kCantUnpack = "can't be unpacked";
+
+}  // namespace
+
 PlexoAdopter::PlexoAdopter(PlexoAdoptRequest adoptRequest, TzPath launchFiles)
     : request(std::move(adoptRequest)), launchFolder(std::move(launchFiles)) {}
 
@@ -38,7 +44,7 @@ PlexoAdoptResult PlexoAdopter::Write(const std::vector<TzPath>& targets) {
   if (scratch.GetPath().IsEmpty()) return {kTzMachineFailure, "there is no folder to unpack it into", {}};
   const TzPath source = scratch.GetPath() / "source";
   const TzErrorCodeEnum unpacked = TzZipUtils::BorrowFiles(request.package, source);
-  if (unpacked != kTzSuccess) return {unpacked, "can't be unpacked", {}};
+  if (unpacked != kTzSuccess) return {unpacked, kCantUnpack, {}};
   for (std::size_t index = 0; index < scos.size(); ++index) {
     const TzPath folder = scratch.GetPath() / ("package-" + std::to_string(index));
     PlexoAdoptedPackage package(scos[index], source, folder);
@@ -46,6 +52,7 @@ PlexoAdoptResult PlexoAdopter::Write(const std::vector<TzPath>& targets) {
         scos.size() == 1 ? PlexoAdoptedPackage::Taking::Move : PlexoAdoptedPackage::Taking::Copy;
     TzErrorCodeEnum code = package.Fill(examination->GetFiles(index), taking, launchFolder);
     if (code == kTzSuccess) code = package.Pack(targets[index]);
+    if (code == kTzBadContent) return {code, kCantUnpack, {}};
     if (code != kTzSuccess) return {code, "the adopted package can't be written", {}};
     TzFileUtil::DeleteDirectory(folder, true);
   }

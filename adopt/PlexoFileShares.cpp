@@ -2,7 +2,6 @@
 #include "adopt/PlexoFileShares.h"
 
 #include <string_view>
-#include <unordered_set>
 
 #include "adopt/PlexoLaunchAddress.h"
 
@@ -11,14 +10,14 @@ namespace {
 using enum PlexoFindingId;
 
 void AddReference(const PlexoFileReference& reference, const PlexoCheckedPackage& package,
-                  std::set<const TzZipEntry*>& files) {
+                  std::unordered_set<const TzZipEntry*>& files) {
   if (const TzZipEntry* file = PlexoLaunchableItems::FindFile(reference, package); file != nullptr) {
     files.insert(file);
   }
 }
 
 void AddOwnFiles(const PlexoResource& resource, const PlexoCheckedPackage& package,
-                 std::set<const TzZipEntry*>& files) {
+                 std::unordered_set<const TzZipEntry*>& files) {
   if (resource.launch) AddReference(*resource.launch, package, files);
   for (const PlexoFileReference& file : resource.files) AddReference(file, package, files);
 }
@@ -43,7 +42,7 @@ PlexoFileShares::PlexoFileShares(const PlexoCheckedPackage& checked, const Plexo
 
 std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& launchable) const {
   if (items.size() == 1) return layout.GetContent();
-  const std::set<const TzZipEntry*> own = GetListed({launchable.resource});
+  const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
   const bool saysNothing = own.size() == 1;
   std::vector<const TzZipEntry*> share;
   for (const TzZipEntry* file : layout.GetContent()) {
@@ -54,13 +53,14 @@ std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& 
   return share;
 }
 
-std::set<const TzZipEntry*> PlexoFileShares::GetListed(std::vector<const PlexoResource*> open) const {
-  std::set<const TzZipEntry*> files;
+std::unordered_set<const TzZipEntry*> PlexoFileShares::GetListed(
+    std::vector<const PlexoResource*> open) const {
+  std::unordered_set<const TzZipEntry*> files;
   std::unordered_set<const PlexoResource*> seen(open.begin(), open.end());
   while (!open.empty()) {
     const PlexoResource& next = *open.back();
     open.pop_back();
-    const std::set<const TzZipEntry*>& own = filesOf.at(&next);
+    const std::unordered_set<const TzZipEntry*>& own = filesOf.at(&next);
     files.insert(own.begin(), own.end());
     for (const auto& [element, identifier] : next.dependencies) {
       const PlexoResource* needed = package.FindResource(identifier);
@@ -89,7 +89,7 @@ bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunc
 }
 
 void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {
-  std::set<std::string_view> told;
+  std::unordered_set<std::string_view> told;
   for (const PlexoResource& resource : package.GetResources()) {
     std::vector<const PlexoFileReference*> references;
     if (resource.launch) references.push_back(&*resource.launch);
@@ -107,7 +107,7 @@ void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {
       }
     }
   }
-  std::set<const TzZipEntry*> listed;
+  std::unordered_set<const TzZipEntry*> listed;
   for (const auto& [resource, files] : filesOf) listed.insert(files.begin(), files.end());
   std::vector<const TzZipEntry*> unlisted;
   for (const TzZipEntry* file : layout.GetContent()) {

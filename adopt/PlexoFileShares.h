@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "adopt/PlexoAdoptFindings.h"
@@ -34,7 +35,7 @@ class PlexoFileShares {
 
  private:
   /// The files that these resources and their dependencies list, their pages among them.
-  [[nodiscard]] std::set<const TzZipEntry*> GetListed(std::vector<const PlexoResource*> open) const;
+  [[nodiscard]] std::unordered_set<const TzZipEntry*> GetListed(std::vector<const PlexoResource*> open) const;
   [[nodiscard]] bool IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunchable& launchable) const;
 
   const PlexoCheckedPackage& package;
@@ -42,10 +43,10 @@ class PlexoFileShares {
   const std::vector<PlexoLaunchable>& items;
   /// The files that each resource lists itself. A manifest may name one file very often, and every item the
   /// same dependencies.
-  std::unordered_map<const PlexoResource*, std::set<const TzZipEntry*>> filesOf;
+  std::unordered_map<const PlexoResource*, std::unordered_set<const TzZipEntry*>> filesOf;
   /// All files that the items' resources list.
-  std::set<const TzZipEntry*> owned;
-  std::set<const TzZipEntry*> pages;
+  std::unordered_set<const TzZipEntry*> owned;
+  std::unordered_set<const TzZipEntry*> pages;
   /// The folders of the pages, but for the top.
   std::set<std::string, std::less<>> pageFolders;
 };

@@ -64,29 +64,21 @@ class Forecast {
       CheckLimits(element);
       if (element.qualifiedName == "resource") lastResource = &element;
       if (element.qualifiedName == "title" && IsInOrganizations(element)) lastTitle = &element;
-      if (element.qualifiedName == "file") listed.insert(element.GetValue("href"));
+      if (element.qualifiedName == "file") Note(element.GetValue("href"));
     }
     CheckLast();
   }
 
   void CheckFiles(const std::vector<const TzZipEntry*>& content) {
-    std::vector<std::string> strays;
-    std::vector<std::string> misread;
+    std::vector<const TzZipEntry*> unlisted;
     std::set<std::string_view> folders;
-    const std::set<const TzZipEntry*> meant = GetMeantFiles();
     for (const TzZipEntry* file : content) {
-      if (file->name.find('/') == std::string::npos && !listed.contains(file->name)) {
-        (meant.contains(file) ? misread : strays).push_back(file->name);
-      }
+      if (IsAtTop(file->name) && !listed.contains(file->name)) unlisted.push_back(file);
       for (const std::string_view folder : kSchemaFolders) {
         if (file->name.starts_with(folder)) folders.insert(folder);
       }
     }
-    for (const auto& [id, names] :
-         {std::pair{TopFilesMoved, &strays}, std::pair{ListedOtherwise, &misread}}) {
-      if (names->empty()) continue;
-      findings.AddReason(id, {PlexoAdoptFindings::DescribeNames(names->front(), names->size())});
-    }
+    if (!unlisted.empty()) CheckTopFiles(unlisted);
     if (sco.courseEdition == PlexoCourseEdition::Scorm12) return;
     for (const std::string_view folder : folders) {
       findings.AddReason(SchemaFolderNameTaken, {std::string(folder)});
@@ -94,6 +86,26 @@ class Forecast {
   }
 
  private:
+  [[nodiscard]] static bool IsAtTop(std::string_view name) { return name.find('/') == std::string::npos; }
+
+  void Note(std::string href) {
+    if (IsAtTop(href)) listed.insert(std::move(href));
+  }
+
+  void CheckTopFiles(const std::vector<const TzZipEntry*>& unlisted) {
+    std::vector<std::string> strays;
+    std::vector<std::string> misread;
+    const std::unordered_set<const TzZipEntry*> meant = GetMeantFiles();
+    for (const TzZipEntry* file : unlisted) {
+      (meant.contains(file) ? misread : strays).push_back(file->name);
+    }
+    for (const auto& [id, names] :
+         {std::pair{TopFilesMoved, &strays}, std::pair{ListedOtherwise, &misread}}) {
+      if (names->empty()) continue;
+      findings.AddReason(id, {PlexoAdoptFindings::DescribeNames(names->front(), names->size())});
+    }
+  }
+
   [[nodiscard]] static bool IsInOrganizations(const PlexoManifestElement& element) {
     for (const auto* around = element.parent; around != nullptr; around = around->parent) {
       if (around->name == "organizations") return true;
@@ -102,8 +114,8 @@ class Forecast {
   }
 
   /// The files that the manifest lists, in whatever way.
-  [[nodiscard]] std::set<const TzZipEntry*> GetMeantFiles() const {
-    std::set<const TzZipEntry*> meant;
+  [[nodiscard]] std::unordered_set<const TzZipEntry*> GetMeantFiles() const {
+    std::unordered_set<const TzZipEntry*> meant;
     for (const PlexoResource& resource : package.GetResources()) {
       for (const PlexoFileReference& file : resource.files) {
         meant.insert(PlexoLaunchableItems::FindFile(file, package));
@@ -184,6 +196,7 @@ class Forecast {
   PlexoAdoptFindings& findings;
   const PlexoManifestElement* lastResource = nullptr;
   const PlexoManifestElement* lastTitle = nullptr;
+  /// What the manifest lists at the top, as it is written.
   std::unordered_set<std::string> listed;
 };
 

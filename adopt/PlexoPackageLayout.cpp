@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include "adopt/PlexoAdoptedManifest.h"
 #include "adopt/PlexoForeignFormat.h"
@@ -76,7 +77,7 @@ PlexoPackageLayout::PlexoPackageLayout(PlexoCheckedPackage& checked, const TzZip
 void PlexoPackageLayout::Sort(const TzZipEntry& manifestEntry) {
   std::map<std::string_view, std::vector<std::string>> junk;
   std::vector<std::string> schemas;
-  const std::set<const TzZipEntry*> listed = GetListed();
+  const std::unordered_set<const TzZipEntry*> listed = GetListed();
   for (const TzZipEntry& entry : package.archive.GetEntries()) {
     if (entry.isFolder || &entry == &manifestEntry) continue;
     if (const std::string_view leaver = PlexoArchiveCheck::GetLeaver(entry.name); !leaver.empty()) {
@@ -101,8 +102,8 @@ bool PlexoPackageLayout::IsSchemaDocument(std::string_view name) const {
   return PlexoSchemaNames::Has(name.substr(manifestFolder.size()), edition);
 }
 
-std::set<const TzZipEntry*> PlexoPackageLayout::GetListed() const {
-  std::set<const TzZipEntry*> listed;
+std::unordered_set<const TzZipEntry*> PlexoPackageLayout::GetListed() const {
+  std::unordered_set<const TzZipEntry*> listed;
   for (const PlexoResource& resource : package.GetResources()) {
     if (resource.launch) listed.insert(PlexoLaunchableItems::FindFile(*resource.launch, package));
     for (const PlexoFileReference& file : resource.files) {

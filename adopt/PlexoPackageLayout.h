@@ -2,9 +2,9 @@
 #pragma once
 
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "adopt/PlexoAdoptFindings.h"
@@ -38,7 +38,7 @@ class PlexoPackageLayout {
 
  private:
   void Sort(const TzZipEntry& manifestEntry);
-  [[nodiscard]] std::set<const TzZipEntry*> GetListed() const;
+  [[nodiscard]] std::unordered_set<const TzZipEntry*> GetListed() const;
   [[nodiscard]] bool IsSchemaDocument(std::string_view name) const;
   /// The package is as an adoption writes it: nothing stands outside the content but what is written anew.
   [[nodiscard]] bool IsInPlace(const std::vector<std::string>& launchFiles) const;

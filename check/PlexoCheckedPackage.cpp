@@ -53,6 +53,7 @@ void PlexoCheckedPackage::Index(std::string manifestFolder) {
 }
 
 void PlexoCheckedPackage::IndexFiles() {
+  if (!files.empty()) return;
   for (const TzZipEntry& entry : archive.GetEntries()) {
     if (entry.isFolder) continue;
     files.try_emplace(entry.name, &entry);

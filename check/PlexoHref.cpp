@@ -21,6 +21,7 @@ bool HasScheme(std::string_view href) {
 
 std::string Decode(std::string_view text) {
   std::string decoded;
+  decoded.reserve(text.size());
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (PlexoHref::StartsEscape(text.substr(at))) {
       decoded += static_cast<char>(std::stoi(std::string(text.substr(at + 1, 2)), nullptr, 16));
@@ -36,7 +37,9 @@ std::string Decode(std::string_view text) {
 bool Normalise(std::string_view path, std::string& normal) {
   normal.clear();
   while (!path.empty()) {
-    const std::size_t end = std::min(path.find_first_of("/\\"), path.size());
+    const auto* const separator =
+        std::find_if(path.begin(), path.end(), [](char letter) { return letter == '/' || letter == '\\'; });
+    const auto end = static_cast<std::size_t>(separator - path.begin());
     const std::string_view component = path.substr(0, end);
     path.remove_prefix(std::min(end + 1, path.size()));
     if (component.empty() || component == ".") continue;
@@ -75,7 +78,10 @@ PlexoHref PlexoHref::Read(std::string_view base, std::string_view href) {
     }
   }
   const bool isAbsolute = whole.starts_with('/') || whole.starts_with('\\') || whole.find(':') == 1;
-  read.leavesPackage = isAbsolute || !Normalise(Decode(whole), read.path) || !Normalise(whole, read.rawPath);
+  const bool isEncoded = whole.find('%') != std::string::npos;
+  read.leavesPackage = isAbsolute || !Normalise(isEncoded ? Decode(whole) : whole, read.path) ||
+                       (isEncoded && !Normalise(whole, read.rawPath));
   if (read.leavesPackage) read.path.clear();
+  if (!isEncoded) read.rawPath = read.path;
   return read;
 }

@@ -110,6 +110,12 @@ TzFileDescriptor TzFileDescriptor::Duplicate() const {
   return TzFileDescriptor(fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
 }
 
+TzFileDescriptor::Stamp TzFileDescriptor::GetStamp() const {
+  struct stat status = {};
+  if (fstat(descriptor, &status) != 0) return {};
+  return {status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
 std::ptrdiff_t TzFileDescriptor::Read(std::span<std::byte> buffer) const {
   return TransferAll(
       buffer, [this](std::byte* at, std::size_t size, std::size_t) { return read(descriptor, at, size); });

@@ -11,6 +11,15 @@
 /// is, so that a caller can still report it. Interrupted and partial calls are carried on to their end.
 class TzFileDescriptor {
  public:
+  /// What every write to a file changes, and its removal or another name doesn't.
+  struct Stamp {
+    std::int64_t size = -1;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+
+    bool operator==(const Stamp& other) const = default;
+  };
+
   TzFileDescriptor() = default;
   /// Takes what `open` returned, a failure included.
   explicit TzFileDescriptor(int opened) : descriptor(opened) {}
@@ -23,6 +32,7 @@ class TzFileDescriptor {
 
   /// The same open file once more. Not open on failure.
   [[nodiscard]] TzFileDescriptor Duplicate() const;
+  [[nodiscard]] Stamp GetStamp() const;
 
   /// Fills the buffer as far as the file reaches and returns the number of bytes; -1 on failure.
   [[nodiscard]] std::ptrdiff_t Read(std::span<std::byte> buffer) const;

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -60,24 +61,22 @@ bool TzReplacementFile::CreateNamed() {
 }
 
 bool TzReplacementFile::Append(std::span<const std::byte> bytes) {
-  if (gathered.size() + bytes.size() > kGatheredBytes && !Send()) return false;
+  if (gatheredCount + bytes.size() > kGatheredBytes && !Send()) return false;
   size += bytes.size();
   if (bytes.size() > kGatheredBytes) return file.WriteAt(size - bytes.size(), bytes);
-  gathered.insert(gathered.end(), bytes.begin(), bytes.end());
+  std::copy(bytes.begin(), bytes.end(), Gather(bytes.size()).begin());
   return true;
 }
 
 bool TzReplacementFile::AppendFrom(const TzFileDescriptor& source, std::uint64_t offset,
                                    std::uint64_t bytes) {
   const bool isLarge = bytes > kSmallBytes;
-  if ((isLarge || gathered.size() + bytes > kGatheredBytes) && !Send()) return false;
+  if ((isLarge || gatheredCount + bytes > kGatheredBytes) && !Send()) return false;
   std::int64_t count = 0;
   if (isLarge) {
     count = source.CopyRange(offset, bytes, file, size);
   } else {
-    const std::size_t start = gathered.size();
-    gathered.resize(start + bytes);
-    count = source.ReadAt(offset, std::span(gathered).subspan(start));
+    count = source.ReadAt(offset, Gather(bytes));
   }
   if (count >= 0) errno = 0;
   size += bytes;
@@ -105,10 +104,17 @@ bool TzReplacementFile::Commit() {
   return Flush() && fsync(file.Get()) == 0 && TakeName() && file.Close() && SyncFolder();
 }
 
+std::span<std::byte> TzReplacementFile::Gather(std::size_t bytes) {
+  const auto room = gathered.Take(kGatheredBytes).subspan(gatheredCount, bytes);
+  gatheredCount += bytes;
+  return room;
+}
+
 bool TzReplacementFile::Send() {
-  if (gathered.empty()) return true;
+  if (gatheredCount == 0) return true;
   StartWriting();
-  return writer.Write(gathered, size - gathered.size());
+  const std::size_t count = std::exchange(gatheredCount, 0);
+  return writer.Write(gathered, count, size - count);
 }
 
 bool TzReplacementFile::Flush() { return Send() && writer.Wait(); }

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
 
+#include "host/files/TzByteBuffer.h"
 #include "host/files/TzFileDescriptor.h"
 #include "host/files/TzPath.h"
 #include "host/files/TzWriteBehind.h"
@@ -43,6 +43,8 @@ class TzReplacementFile {
   [[nodiscard]] const std::string& GetFolder() const { return folder; }
 
  private:
+  /// Room for so many bytes more, behind what was gathered; there must be as much.
+  std::span<std::byte> Gather(std::size_t bytes);
   /// Sends on its way what was gathered.
   [[nodiscard]] bool Send();
   /// Likewise, and waits until all of it has been written.
@@ -61,7 +63,8 @@ class TzReplacementFile {
   TzFileDescriptor file;
   TzWriteBehind writer{file};
   /// The end of the file, which isn't on its way yet.
-  std::vector<std::byte> gathered;
+  TzByteBuffer gathered;
+  std::size_t gatheredCount = 0;
   std::uint64_t size = 0;
   /// Up to where the disk has begun.
   std::uint64_t begunSize = 0;

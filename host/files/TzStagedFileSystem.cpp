@@ -37,7 +37,8 @@ class HeldReadStream final : public TzReadStream {
 
   std::ptrdiff_t Read(std::span<std::byte> buffer) override {
     const std::ptrdiff_t count = reader.Read(buffer);
-    // The data was checked when it was taken: if it is wrong by now, the disk is.
+    // The data was checked when it was taken: if it is wrong by now, the disk is. What is borrowed is still
+    // being checked, which tells better.
     if (count < 0 && reader.GetFault() != nullptr) errno = EIO;
     return count;
   }

@@ -15,7 +15,11 @@ TzWorkers::TzWorkers(std::size_t jobs, const std::function<void()>& work) {
   }
 }
 
-std::size_t TzWorkers::GetCores() { return std::max(std::thread::hardware_concurrency(), 1U); }
+std::size_t TzWorkers::GetCores() {
+  // Asking takes longer than much of what workers are for: the system's answer is a file.
+  static const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
+  return cores;
+}
 
 TzWorkers::~TzWorkers() {
   for (std::thread& thread : threads) thread.join();

@@ -14,10 +14,11 @@ TzWriteBehind::~TzWriteBehind() {
   if (thread.joinable()) thread.join();
 }
 
-bool TzWriteBehind::Write(std::vector<std::byte>& bytes, std::uint64_t offset) {
+bool TzWriteBehind::Write(TzByteBuffer& bytes, std::size_t count, std::uint64_t offset) {
   std::unique_lock lock(mutex);
   if (!Await(lock)) return false;
   std::swap(pending, bytes);
+  pendingCount = count;
   pendingOffset = offset;
   try {
     if (!thread.joinable()) thread = std::thread([this] { Run(); });
@@ -35,7 +36,7 @@ bool TzWriteBehind::Wait() {
 }
 
 bool TzWriteBehind::Await(std::unique_lock<std::mutex>& lock) {
-  change.wait(lock, [this] { return pending.empty(); });
+  change.wait(lock, [this] { return pendingCount == 0; });
   if (error != 0) errno = error;
   return error == 0;
 }
@@ -43,8 +44,8 @@ bool TzWriteBehind::Await(std::unique_lock<std::mutex>& lock) {
 void TzWriteBehind::Run() {
   std::unique_lock lock(mutex);
   for (;;) {
-    change.wait(lock, [this] { return isEnding || !pending.empty(); });
-    if (pending.empty()) return;
+    change.wait(lock, [this] { return isEnding || pendingCount > 0; });
+    if (pendingCount == 0) return;
     WriteNow(lock);
   }
 }
@@ -52,10 +53,10 @@ void TzWriteBehind::Run() {
 void TzWriteBehind::WriteNow(std::unique_lock<std::mutex>& lock) {
   // Nobody else touches what is pending.
   lock.unlock();
-  const bool isWritten = target.WriteAt(pendingOffset, pending);
+  const bool isWritten = target.WriteAt(pendingOffset, pending.Take(pendingCount));
   const int reason = errno;
   lock.lock();
   if (!isWritten && error == 0) error = reason;
-  pending.clear();
+  pendingCount = 0;
   change.notify_all();
 }

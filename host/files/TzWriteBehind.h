@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <mutex>
 #include <thread>
-#include <vector>
 
+#include "host/files/TzByteBuffer.h"
 #include "host/files/TzFileDescriptor.h"
 
 /// Writes bytes to a file on a thread of its own, while the next are gathered.
@@ -22,9 +22,9 @@ class TzWriteBehind {
   TzWriteBehind& operator=(const TzWriteBehind&) = delete;
   ~TzWriteBehind();
 
-  /// Takes the bytes for this place in the file, and leaves an empty buffer with room in their stead. False
-  /// if an earlier write failed.
-  [[nodiscard]] bool Write(std::vector<std::byte>& bytes, std::uint64_t offset);
+  /// Takes the buffer with its first `count` bytes for this place in the file, and leaves the one of an
+  /// earlier call in its stead, or none. False if an earlier write failed.
+  [[nodiscard]] bool Write(TzByteBuffer& bytes, std::size_t count, std::uint64_t offset);
   /// Waits for everything. False if anything failed.
   [[nodiscard]] bool Wait();
 
@@ -37,8 +37,9 @@ class TzWriteBehind {
   const TzFileDescriptor& target;
   std::mutex mutex;
   std::condition_variable change;
-  /// Empty while nothing is on its way.
-  std::vector<std::byte> pending;
+  TzByteBuffer pending;
+  /// 0 while nothing is on its way.
+  std::size_t pendingCount = 0;
   std::uint64_t pendingOffset = 0;
   int error = 0;
   bool isEnding = false;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "host/files/TzWorkers.h"
@@ -18,6 +19,10 @@ namespace {
 /// Small enough that workers wait little for the first of it, and a stop is heard soon.
 constexpr std::uint64_t kCopiedBytes = std::uint64_t{4} << 20U;
 constexpr std::uint64_t kEverything = std::numeric_limits<std::uint64_t>::max();
+/// What has to be unpacked for a further worker to be worth its start, and what an entry counts beside its
+/// content.
+constexpr std::uint64_t kWorkerBytes = std::uint64_t{256} << 10U;
+constexpr std::uint64_t kEntryBytes = std::uint64_t{4} << 10U;
 
 TzZipFailure CantKeep(const TzArchiveHold& hold) {
   return TzZipFailure::System(
@@ -37,6 +42,10 @@ TzPath GetPathOf(const TzPath& folder, std::string_view name) {
 struct TzZipExtractor::Run {
   Run(const TzFileDescriptor& readable, const TzPath* target, std::uint64_t arrivedBytes)
       : file(readable), folder(target), arrived(arrivedBytes) {}
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+  /// However this ends, the workers must not wait for data any more when they are waited for.
+  ~Run() { Stop(); }
 
   /// Where the data is read from.
   const TzFileDescriptor& file;
@@ -51,6 +60,8 @@ struct TzZipExtractor::Run {
   std::size_t workersDone = 0;
   TzZipFailure failure;
   std::size_t failedIndex = std::numeric_limits<std::size_t>::max();
+  /// The last, for the others are theirs.
+  std::optional<TzWorkers> workers;
 
   /// The next file, once its data has arrived; null if there is none, or one has failed.
   const TzZipEntry* TakeNext(const std::vector<TzZipEntry>& entries) {
@@ -84,6 +95,13 @@ struct TzZipExtractor::Run {
   }
 };
 
+TzZipExtractor::TzZipExtractor(const TzZipDirectory& archive, TzZipProgress& counter)
+    : directory(archive), progress(counter) {}
+
+TzZipExtractor::~TzZipExtractor() {
+  if (check != nullptr) progress.Stop();
+}
+
 TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
   if (auto failure = MakeFolders(folder)) return failure;
@@ -93,22 +111,26 @@ TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
 
 TzZipFailure TzZipExtractor::Hold(const TzArchiveHold& hold) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
-  const TzArchiveHold source(directory.GetFile());
+  const auto stamp = directory.GetFile().GetStamp();
   TzFileDescriptor copy = hold.Create();
   if (!copy.IsOpen()) return CantKeep(hold);
   Run run(copy, nullptr, 0);
   auto failure = RunWorkers(run, [&] { return CopyInto(copy, hold, run); });
-  if (failure.code == kTzBadContent && source.HasChanged()) {
+  if (failure.code == kTzBadContent && directory.GetFile().GetStamp() != stamp) {
     return TzZipFailure::BadContent({}, "changed while it was read; try again");
   }
   if (!failure && !copy.Close()) return CantKeep(hold);
   return failure;
 }
 
-TzZipFailure TzZipExtractor::Check() {
-  if (!progress.Report()) return TzZipFailure::Cancelled();
-  Run run(directory.GetFile(), nullptr, kEverything);
-  return RunWorkers(run, [] { return TzZipFailure(); });
+void TzZipExtractor::BeginCheck() {
+  check = std::make_unique<Run>(directory.GetFile(), nullptr, kEverything);
+  StartWorkers(*check);
+}
+
+TzZipFailure TzZipExtractor::FinishCheck(TzZipProgress& waiting) const {
+  AwaitWorkers(*check, waiting);
+  return check->isStopped ? TzZipFailure::Cancelled() : check->failure;
 }
 
 TzZipFailure TzZipExtractor::CopyInto(const TzFileDescriptor& copy, const TzArchiveHold& hold, Run& run) {
@@ -136,25 +158,33 @@ TzZipFailure TzZipExtractor::CopyInto(const TzFileDescriptor& copy, const TzArch
 }
 
 TzZipFailure TzZipExtractor::RunWorkers(Run& run, const std::function<TzZipFailure()>& meanwhile) {
-  TzZipFailure own;
-  {
-    const TzWorkers workers(directory.GetEntries().size(), [this, &run] { Work(run); });
-    // However this ends, the workers must not wait for data any more when they are waited for.
-    const std::unique_ptr<Run, void (*)(Run*)> stopper(&run, [](Run* open) { open->Stop(); });
-    own = meanwhile();
-    if (own) run.Stop();
-    std::unique_lock lock(run.mutex);
-    while (run.workersDone < workers.GetCount()) {
-      if (run.change.wait_for(lock, TzZipProgress::kInterval) != std::cv_status::timeout) continue;
-      lock.unlock();
-      if (!progress.Report()) run.Stop();
-      lock.lock();
-    }
-  }
+  StartWorkers(run);
+  TzZipFailure own = meanwhile();
+  if (own) run.Stop();
+  AwaitWorkers(run, progress);
   if (progress.IsStopped()) return TzZipFailure::Cancelled();
   if (own) return own;
   if (run.failure) return std::move(run.failure);
   return progress.Report() ? TzZipFailure() : TzZipFailure::Cancelled();
+}
+
+void TzZipExtractor::StartWorkers(Run& run) const {
+  const std::size_t entries = directory.GetEntries().size();
+  const std::uint64_t worthwhile = (directory.GetTotalSize() + entries * kEntryBytes) / kWorkerBytes + 1;
+  run.workers.emplace(std::min<std::uint64_t>(worthwhile, entries), [this, &run] { Work(run); });
+}
+
+void TzZipExtractor::AwaitWorkers(Run& run, TzZipProgress& waiting) const {
+  std::unique_lock lock(run.mutex);
+  while (run.workersDone < run.workers->GetCount()) {
+    if (run.change.wait_for(lock, TzZipProgress::kInterval) != std::cv_status::timeout) continue;
+    lock.unlock();
+    if (!waiting.Report()) {
+      progress.Stop();
+      run.Stop();
+    }
+    lock.lock();
+  }
 }
 
 TzZipFailure TzZipExtractor::MakeFolders(const TzPath& folder) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "host/files/TzArchiveHold.h"
 #include "host/files/TzZipDirectory.h"
@@ -15,16 +16,21 @@
 class TzZipExtractor {
  public:
   /// The archive's directory must outlive this.
-  TzZipExtractor(const TzZipDirectory& archive, TzZipProgress& counter)
-      : directory(archive), progress(counter) {}
+  TzZipExtractor(const TzZipDirectory& archive, TzZipProgress& counter);
+  TzZipExtractor(const TzZipExtractor&) = delete;
+  TzZipExtractor& operator=(const TzZipExtractor&) = delete;
+  /// Gives up a check that was begun.
+  ~TzZipExtractor();
 
   /// Unpacks everything into the folder, which stands and is empty. A failure leaves what was written.
   TzZipFailure Extract(const TzPath& folder);
   /// Copies the archive, and checks in the copy what has arrived there: whatever happens to the archive
   /// meanwhile, the directory and the copy agree afterwards. The progress counts the copied bytes too.
   TzZipFailure Hold(const TzArchiveHold& hold);
-  /// Checks the data of everything where it is.
-  TzZipFailure Check();
+  /// Begins to check the data of everything where it is, while the caller goes on.
+  void BeginCheck();
+  /// Waits for the end of that check. The caller's own progress is reported meanwhile, and may stop it.
+  [[nodiscard]] TzZipFailure FinishCheck(TzZipProgress& waiting) const;
 
  private:
   struct Run;
@@ -32,8 +38,12 @@ class TzZipExtractor {
   [[nodiscard]] TzZipFailure MakeFolders(const TzPath& folder) const;
   TzZipFailure CopyInto(const TzFileDescriptor& copy, const TzArchiveHold& hold, Run& run);
   TzZipFailure RunWorkers(Run& run, const std::function<TzZipFailure()>& meanwhile);
+  void StartWorkers(Run& run) const;
+  /// Until all are done.
+  void AwaitWorkers(Run& run, TzZipProgress& waiting) const;
   void Work(Run& run) const;
 
   const TzZipDirectory& directory;
   TzZipProgress& progress;
+  std::unique_ptr<Run> check;
 };

@@ -19,7 +19,7 @@ std::string TzZipFailure::GetReason() const {
 
 TzErrorCodeEnum TzZipFailure::Report(const TzPath& archive) const {
   if (code == kTzSuccess || code == kTzCancelled) return code;
-  std::string subject = archive.GetFileName().GetUTF8String();
+  std::string subject = (source.IsEmpty() ? archive : source).GetFileName().GetUTF8String();
   if (!entry.empty()) subject += ": " + entry;
   return errorNumber != 0 ? TzReportSystemProblem(errorNumber, subject, message)
                           : TzReportProblem(code, subject, message);

@@ -16,6 +16,8 @@ struct TzZipFailure {
   /// What is wrong; with an error number, what was tried.
   std::string message;
   int errorNumber = 0;
+  /// The archive that it is about, if that isn't the one at work.
+  TzPath source = {};
 
   explicit operator bool() const { return code != kTzSuccess; }
 
@@ -26,6 +28,7 @@ struct TzZipFailure {
 
   /// What is wrong, with the system's words if it has any.
   [[nodiscard]] std::string GetReason() const;
-  /// Reports the failure, if it is one and not a stop that was asked for, and returns its code.
+  /// Reports the failure, if it is one and not a stop that was asked for, and returns its code. The archive
+  /// is the one at work.
   TzErrorCodeEnum Report(const TzPath& archive) const;
 };

@@ -23,10 +23,12 @@ constexpr std::u16string_view kUpperHalfOf437 =
     u"\u2261\u00B1\u2265\u2264\u2320\u2321\u00F7\u2248\u00B0\u2219\u00B7\u221A\u207F\u00B2\u25A0\u00A0";
 static_assert(kUpperHalfOf437.size() == 128);
 
-bool IsControl(char character) {
+// These are asked about every character of every name: as objects they are inlined where a pointer isn't.
+constexpr auto IsControl = [](char character) {
   const auto byte = static_cast<unsigned char>(character);
   return byte < 0x20 || byte == 0x7F;
-}
+};
+constexpr auto IsSeparator = [](char character) { return character == '/' || character == '\\'; };
 
 bool IsLetter(char character) {
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
@@ -44,8 +46,6 @@ const char* FindFault(std::string_view component) {
   return TzZipName::IsDevice(component) ? "the entry's name is that of a device" : nullptr;
 }
 
-bool IsSeparator(char character) { return character == '/' || character == '\\'; }
-
 }  // namespace
 
 std::string TzZipName::FromCodePage437(std::string_view bytes) {
@@ -61,7 +61,12 @@ std::string TzZipName::FromCodePage437(std::string_view bytes) {
   return converted;
 }
 
-bool TzZipName::IsUtf8(std::string_view bytes) { return utf8::is_valid(bytes.begin(), bytes.end()); }
+bool TzZipName::IsUtf8(std::string_view bytes) {
+  // Most names are ASCII, which needs no decoder.
+  const auto rest = std::find_if(bytes.begin(), bytes.end(),
+                                 [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
+  return utf8::is_valid(rest, bytes.end());
+}
 
 bool TzZipName::IsDevice(std::string_view component) {
   static constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
@@ -81,11 +86,13 @@ bool TzZipName::IsDevice(std::string_view component) {
 
 const char* TzZipName::Read(std::string_view written) {
   text.clear();
+  text.reserve(written.size());
   if (written.empty()) return "the entry has no name";
   if (IsSeparator(written.front())) return "the entry's name is absolute";
   if (written.size() > kMostNameBytes) return "the entry's name is too long";
   while (!written.empty()) {
-    const std::size_t end = std::min(written.find_first_of("/\\"), written.size());
+    const auto* const separator = std::find_if(written.begin(), written.end(), IsSeparator);
+    const auto end = static_cast<std::size_t>(separator - written.begin());
     const std::string_view component = written.substr(0, end);
     isFolder = end < written.size() || component == ".";
     written.remove_prefix(std::min(end + 1, written.size()));

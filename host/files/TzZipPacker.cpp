@@ -116,15 +116,15 @@ TzZipFailure TzZipPacker::Write(Window& window, TzZipWriter& writer) {
     if (auto failure = WriteOne(index, window, deflater, writer)) return failure;
     if (!progress.ReportIfDue()) return TzZipFailure::Cancelled();
   }
-  return CheckHolds();
+  return ConfirmHolds();
 }
 
-TzZipFailure TzZipPacker::CheckHolds() const {
-  const TzArchiveHold* checked = nullptr;
+TzZipFailure TzZipPacker::ConfirmHolds() const {
+  const TzArchiveHold* confirmed = nullptr;
   for (const TzZipSource& source : sources) {
-    if (!source.held.has_value() || source.held->hold.get() == checked) continue;
-    checked = source.held->hold.get();
-    if (checked->HasChanged()) return {kTzFailure, source.name, "its archive changed while it was read", 0};
+    if (!source.held.has_value() || source.held->hold.get() == confirmed) continue;
+    confirmed = source.held->hold.get();
+    if (auto failure = confirmed->Confirm(progress)) return failure;
   }
   return {};
 }
@@ -165,7 +165,10 @@ TzZipFailure TzZipPacker::WriteHeld(const TzZipSource& source, TzZipWriter& writ
   for (std::uint64_t done = 0; done < held.packedSize;) {
     const std::uint64_t bytes = std::min(kCopiedBytes, held.packedSize - done);
     if (!writer.AppendFrom(heldFile, held.offset + done, bytes)) {
-      if (errno == 0) return {kTzMachineFailure, source.name, "its copy was cut short on the disk", 0};
+      if (errno == 0) {
+        if (auto failure = hold->Confirm(progress)) return failure;
+        return {kTzMachineFailure, source.name, "its copy was cut short on the disk", 0};
+      }
       const bool isHoldBad = !heldFile.CanRead(held.offset + done, bytes);
       return isHoldBad ? TzZipFailure::System(errno, source.name, "can't read") : cantWrite();
     }

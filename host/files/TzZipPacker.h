@@ -22,7 +22,7 @@ class TzZipPacker {
 
   void Work(Window& window) const;
   TzZipFailure Write(Window& window, TzZipWriter& writer);
-  [[nodiscard]] TzZipFailure CheckHolds() const;
+  [[nodiscard]] TzZipFailure ConfirmHolds() const;
   TzZipFailure WriteHeld(const TzZipSource& source, TzZipWriter& writer);
   TzZipFailure WriteOne(std::size_t index, Window& window, TzZipDeflater& deflater, TzZipWriter& writer);
 

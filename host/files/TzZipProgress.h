@@ -16,9 +16,11 @@ class TzZipProgress {
 
   /// From any thread.
   void Advance(std::uint64_t bytes) { done.fetch_add(bytes, std::memory_order_relaxed); }
+  /// From any thread: stops the work as the sink would.
+  void Stop() { stopped.store(true, std::memory_order_relaxed); }
   /// Undoes an advance, for work that is done over.
   void TakeBack(std::uint64_t bytes) { done.fetch_sub(bytes, std::memory_order_relaxed); }
-  /// From any thread: true once the sink asked to stop.
+  /// From any thread: true once the work is to stop.
   [[nodiscard]] bool IsStopped() const { return stopped.load(std::memory_order_relaxed); }
 
   /// False once the sink asked to stop.

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/files/TzArchiveLoan.h"
 #include "host/files/TzZipExtractor.h"
 #include "host/files/TzZipInflater.h"
 #include "host/files/TzZipPacker.h"
@@ -141,24 +142,34 @@ TzZipFailure Copy(const TzZipDirectory& directory, const TzArchiveHold& hold, Tz
   return TzZipExtractor(directory, progress).Hold(hold);
 }
 
-/// Takes the archive as it is, and lets the folder show its entries.
-TzZipFailure Stage(const TzPath& archive, const TzPath& folder, std::shared_ptr<TzArchiveHold> hold,
-                   Holding holding) {
-  TzZipDirectory directory;
-  if (auto failure = directory.Open(archive)) return failure;
-  const bool isCopied = holding == Holding::Copy;
-  TzZipProgress progress(MakeActivity("adding", archive),
-                         directory.GetPackedSize() + (isCopied ? directory.GetFileSize() : 0));
-  if (!isCopied) hold = std::make_shared<TzArchiveHold>(directory.GetFile());
-  auto failure = isCopied ? Copy(directory, *hold, progress) : TzZipExtractor(directory, progress).Check();
+/// Lets the folder show the entries of the archive that is held.
+TzZipFailure Show(const TzPath& folder, const std::shared_ptr<const TzArchiveHold>& hold,
+                  const TzZipDirectory& directory) {
   NewFolder made(folder);
-  if (!failure) failure = made.Make();
-  if (failure) return failure;
+  if (auto failure = made.Make()) return failure;
   if (TzFileSystem::Current().AddEntries(folder, hold, directory.GetEntries()) != kTzSuccess) {
     return TzZipFailure::System(errno, {}, "can't unpack");
   }
   made.Keep();
   return {};
+}
+
+/// Takes a copy of the archive as it is.
+TzZipFailure Stage(const TzPath& archive, const TzPath& folder, const std::shared_ptr<TzArchiveHold>& hold) {
+  TzZipDirectory directory;
+  if (auto failure = directory.Open(archive)) return failure;
+  TzZipProgress progress(MakeActivity("adding", archive),
+                         directory.GetPackedSize() + directory.GetFileSize());
+  if (auto failure = Copy(directory, *hold, progress)) return failure;
+  return Show(folder, hold, directory);
+}
+
+/// Takes the archive where it is.
+TzZipFailure Borrow(const TzPath& archive, const TzPath& folder) {
+  auto directory = std::make_unique<TzZipDirectory>();
+  if (auto failure = directory->Open(archive)) return failure;
+  const auto loan = std::make_shared<TzArchiveLoan>(archive, std::move(directory));
+  return Show(folder, loan, loan->GetDirectory());
 }
 
 TzErrorCodeEnum Extract(const TzPath& archive, const TzPath& folder, Holding holding) {
@@ -167,9 +178,9 @@ TzErrorCodeEnum Extract(const TzPath& archive, const TzPath& folder, Holding hol
     return TzReportProblem(kTzFailure, folder.GetNative(), "exists already");
   }
   return Guard([&] {
-           auto hold = files.MakeHold(folder);
-           return hold != nullptr ? Stage(archive, folder, std::move(hold), holding)
-                                  : Unpack(archive, folder);
+           const auto hold = files.MakeHold(folder);
+           if (hold == nullptr) return Unpack(archive, folder);
+           return holding == Holding::Lent ? Borrow(archive, folder) : Stage(archive, folder, hold);
          })
       .Report(archive);
 }

@@ -34,9 +34,10 @@ class TzZipUtils {
   /// their length and CRC-32. If one fails, or the progress sink stops the call, nothing stays.
   [[nodiscard]] static TzErrorCodeEnum ExtractFiles(const TzPath& archive, const TzPath& folder);
 
-  /// Likewise, but where nothing is unpacked, the files are read from the archive itself, without a copy: for
-  /// a tool that is done with them at once. An archive that is written to before `ZipFiles` has packed its
-  /// files makes that fail.
+  /// Likewise, but where nothing is unpacked, the files are read from the archive itself, without a copy, and
+  /// checked while the caller goes on: for a tool that packs them at once. `ZipFiles` waits for the check
+  /// before it replaces its target. It fails, and names this archive, if an entry isn't what it should be, or
+  /// if the archive was written to meanwhile.
   [[nodiscard]] static TzErrorCodeEnum BorrowFiles(const TzPath& archive, const TzPath& folder);
 
   /// Unpacks the one entry of this name (as written by `ExtractFiles`: slashes, no "./") into the file, which

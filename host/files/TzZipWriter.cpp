@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::uint16_t kPlainVersion = 20;
 constexpr std::uint16_t kZip64Version = 45;
+/// Of a local header: identifier, length, and both sizes.
+constexpr std::uint16_t kZip64ExtraBytes = 20;
 constexpr std::uint16_t kMadeByUnix = (kUnixHost << 8U) | kZip64Version;
 constexpr std::uint32_t kFileAttributes = (S_IFREG | 0644U) << 16U;
 constexpr std::uint32_t kFolderAttributes = ((S_IFDIR | 0755U) << 16U) | 0x10U;
@@ -74,9 +76,10 @@ bool TzZipWriter::End(TzZipEntryHeader entry) {
 std::vector<std::byte> TzZipWriter::MakeLocalHeader(const TzZipEntryHeader& entry) const {
   const bool isWide = HasWideSize(entry);
   std::vector<std::byte> header;
+  header.reserve(kLocalHeaderBytes + entry.name.size() + (isWide ? kZip64ExtraBytes : 0));
   Put(header, kLocalHeader, GetVersion(isWide), GetFlags(entry.name), GetMethod(entry), dosTime, dosDate,
       entry.crc, isWide ? kIn32 : Narrow(entry.packedSize), isWide ? kIn32 : Narrow(entry.size),
-      static_cast<std::uint16_t>(entry.name.size()), static_cast<std::uint16_t>(isWide ? 20 : 0));
+      static_cast<std::uint16_t>(entry.name.size()), isWide ? kZip64ExtraBytes : std::uint16_t{0});
   PutBytes(header, std::as_bytes(std::span(entry.name)));
   // A local header holds both sizes or none.
   if (isWide) Put(header, kZip64Extra, std::uint16_t{16}, entry.size, entry.packedSize);

@@ -3,19 +3,26 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <ostream>
 
 namespace {
 
+constexpr auto IsASCII = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+
 void AppendAsUnits(std::string_view utf8Text, std::u16string& units) {
   units.reserve(units.size() + utf8Text.size());
   auto next = utf8Text.begin();
   while (next != utf8Text.end()) {
     // Nearly all of what passes here is ASCII, which needs no decoder.
-    if (static_cast<unsigned char>(*next) < 0x80) {
-      units.push_back(static_cast<char16_t>(*next++));
+    if (IsASCII(*next)) {
+      const auto end = std::find_if_not(next, utf8Text.end(), IsASCII);
+      const std::size_t start = units.size();
+      units.resize(start + static_cast<std::size_t>(end - next));
+      std::copy(next, end, units.begin() + static_cast<std::ptrdiff_t>(start));
+      next = end;
       continue;
     }
     const auto run = utf8::find_invalid(next, utf8Text.end());
@@ -78,9 +85,13 @@ void TzString::ReplaceAll(const TzString& find, const TzString& replacement) {
 }
 
 std::string TzString::GetUTF8String() const {
-  std::string result;
+  const auto foreign = std::find_if(units.begin(), units.end(), [](char16_t unit) { return unit >= 0x80; });
+  std::size_t index = static_cast<std::size_t>(foreign - units.begin());
+  std::string result(index, '\0');
+  std::transform(units.begin(), foreign, result.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
   result.reserve(units.size());
-  for (std::size_t index = 0; index < units.size(); ++index) {
+  for (; index < units.size(); ++index) {
     const char16_t unit = units[index];
     if (unit < 0x80) {
       result.push_back(static_cast<char>(unit));

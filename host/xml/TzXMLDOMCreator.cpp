@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/xml/TzXMLDOMCreator.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 #include <string>
 
@@ -44,9 +45,15 @@ const char16_t* GetValueEscape(char16_t unit) {
   }
 }
 
+/// Stands in every text and value as it is.
+constexpr bool IsPlain(char16_t unit) {
+  return unit >= 0x20 && unit < 0x80 && unit != u'&' && unit != u'<' && unit != u'>' && unit != u'"';
+}
+
 /// The text as it stands in a document, in UTF-8.
 std::string GetMarkup(const TzString& text, const char16_t* (*escapeOf)(char16_t)) {
   const std::u16string& units = text.GetUnits();
+  if (std::all_of(units.begin(), units.end(), IsPlain)) return text.GetUTF8String();
   std::u16string markup;
   markup.reserve(units.size());
   for (std::size_t index = 0; index < units.size(); ++index) {

@@ -8,7 +8,6 @@
 
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using Json = nlohmann::json;
 
@@ -117,6 +116,9 @@ TEST_F(AdoptCommandTest, RefusesWithTheReasonAndTheWayOut) {
   WriteOne();
   Write("away.zip", ScoZip("away").Item("Away", "http://www.example.com/").Build());
   Write("aicc.zip", ScoZip("a").WithoutManifest().File("course.crs", "x").Build());
+  std::string damaged = ScoZip("damaged").Item("Damaged", "a.htm").File("a.htm", "whole").Build();
+  damaged.replace(damaged.find("whole"), 5, "other");
+  Write("damaged.zip", damaged);
   const struct {
     std::vector<std::string> arguments;
     int status;
@@ -130,6 +132,9 @@ TEST_F(AdoptCommandTest, RefusesWithTheReasonAndTheWayOut) {
        "away.zip: the manifest: no item leads to a page of the package\n"
        "  correct the identifierref of its items, or the href of its resources\n"
        "  item 'I-away': left out, for 'http://www.example.com/' is no page of the package\n"},
+      {{"adopt", "damaged.zip"},
+       1,
+       "damaged.zip: can't be unpacked\n  a.htm: the entry's CRC-32 doesn't match\n"},
       {{"adopt", "absent.zip"}, 2, "absent.zip: doesn't exist"},
       {{"adopt"}, 2, "required"},
       {{"adopt", "intro.zip", "--scorm", "1.3"}, 2, "--scorm: '1.3' must be 1.2 or 2004"},

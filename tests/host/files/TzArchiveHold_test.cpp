@@ -168,11 +168,37 @@ TEST_F(ArchiveHoldTest, ABorrowedArchiveIsReadWhereItIsAndMustntChange) {
   ASSERT_EQ(TzZipUtils::BorrowFiles(archive, tested.Folder() / "other"), kTzSuccess);
   chosen.Write("in.zip", bytes);
   EXPECT_EQ(Publish(tested.Folder() / "other", chosen.Path() / "out.zip"), kTzFailure);
-  EXPECT_THAT(recorded.Texts(), ElementsAre("out.zip: noise: its archive changed while it was read"));
+  EXPECT_THAT(recorded.Texts(), ElementsAre("in.zip: changed while it was read; try again"));
 
   chosen.Write("in.zip", bytes.substr(0, bytes.size() / 2));
+  EXPECT_EQ(Publish(tested.Folder() / "other", chosen.Path() / "out.zip"), kTzFailure);
+  EXPECT_THAT(recorded.Texts(), ElementsAre("in.zip: changed while it was read; try again"));
   EXPECT_EQ(TzZipUtils::BorrowFiles(archive, tested.Folder() / "cut"), kTzBadContent);
   EXPECT_FALSE(TzFile(tested.Folder() / "cut").Exists());
+}
+
+TEST_F(ArchiveHoldTest, NothingIsMadeOfABorrowedArchiveBeforeAllOfItWasChecked) {
+  const TzPath target = chosen.Write("out.zip", "earlier");
+  const TzPath damaged = chosen.Write("damaged.zip", RawZip{{{.name = "a/page", .content = "whole"},
+                                                             {.name = "b/noise", .content = "x", .crc = 1}}}
+                                                         .Build());
+  ASSERT_EQ(TzZipUtils::BorrowFiles(damaged, tested.Folder() / "damaged"), kTzSuccess);
+  // Nor twice, and not even of what is whole.
+  for (const char* part : {"damaged/b", "damaged/a"}) {
+    EXPECT_EQ(Publish(tested.Folder() / part, target), kTzBadContent);
+    EXPECT_THAT(recorded.Texts(), ElementsAre("damaged.zip: b/noise: the entry's CRC-32 doesn't match"));
+  }
+
+  constexpr std::size_t kLongToCheck = 200 * kMiB;
+  const TzPath large = chosen.Write(
+      "large.zip",
+      RawZip{{{.name = "a/page", .content = "whole"}, RawZip::Zeros("b/zeros", kLongToCheck)}}.Build());
+  ASSERT_EQ(TzZipUtils::BorrowFiles(large, tested.Folder() / "large"), kTzSuccess);
+  recorded.steps.clear();
+  recorded.stopAt = 2;
+  EXPECT_EQ(Publish(tested.Folder() / "large/a", target), kTzCancelled);
+  EXPECT_EQ(ReadFromDisk(target), "earlier");
+  EXPECT_THAT(ListDisk(chosen.Path()), ElementsAre("damaged.zip", "large.zip", "out.zip"));
 }
 
 }  // namespace

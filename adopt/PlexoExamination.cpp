@@ -81,10 +81,7 @@ TzErrorCodeEnum PlexoExamination::ReadManifest() {
 TzErrorCodeEnum PlexoExamination::CheckManifest() {
   const PlexoManifestDocument& manifest = package.manifest;
   if (!manifest.GetError().empty()) return Refuse(ManifestIllFormed, {manifest.GetError()});
-  if (manifest.IsCutShort()) {
-    return Refuse(ManifestTooLarge,
-                  {"more than " + std::to_string(PlexoManifestDocument::kMaximumElements) + " elements"});
-  }
+  if (!manifest.GetExcess().empty()) return Refuse(ManifestTooLarge, {manifest.GetExcess()});
   if (manifest.GetRoot() == nullptr || manifest.GetRoot()->name != "manifest") {
     const auto* root = manifest.GetRoot();
     return Refuse(RootNotManifest, {root != nullptr ? root->qualifiedName : ""});

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -76,6 +77,21 @@ void ReadGates(const PlexoManifestElement& rule, PlexoActivity& activity) {
   }
 }
 
+/// Leaves one gate for each objective: the first, needing success if any of them does.
+void JoinGates(std::vector<PlexoGate>& gates) {
+  std::unordered_map<std::size_t, std::size_t> firsts;
+  std::vector<PlexoGate> joined;
+  for (const PlexoGate& gate : gates) {
+    const auto [first, isNew] = firsts.try_emplace(gate.objective, joined.size());
+    if (isNew) {
+      joined.push_back(gate);
+    } else {
+      joined[first->second].needsSuccess |= gate.needsSuccess;
+    }
+  }
+  gates = std::move(joined);
+}
+
 }  // namespace
 
 const PlexoManifestElement* PlexoActivity::FindPart(std::string_view name) const {
@@ -90,10 +106,8 @@ bool PlexoActivity::IsOn(std::string_view part, std::string_view attribute, bool
 }
 
 std::size_t PlexoActivity::FindObjective(std::string_view name) const {
-  const auto found =
-      std::find_if(objectives.begin(), objectives.end(),
-                   [name](const PlexoObjective& objective) { return objective.identifier == name; });
-  return static_cast<std::size_t>(found - objectives.begin());
+  const auto found = objectivesByName.find(name);
+  return found != objectivesByName.end() ? found->second : objectives.size();
 }
 
 bool PlexoActivity::Holds(const PlexoActivity& other) const {
@@ -133,6 +147,7 @@ void PlexoActivityTree::AddActivity(const PlexoManifestElement& element, PlexoAc
   if (const PlexoManifestElement* rules = activity.FindPart("sequencingRules"); rules != nullptr) {
     for (const PlexoManifestElement* rule : rules->FindAll(Sequencing, "preConditionRule"))
       ReadGates(*rule, activity);
+    JoinGates(activity.gates);
   }
   for (const PlexoManifestElement* item : element.FindAll(Packaging, "item")) AddActivity(*item, &activity);
 }
@@ -153,6 +168,8 @@ void PlexoActivityTree::ReadObjectives(PlexoActivity& activity) {
   } else {
     std::rotate(activity.objectives.begin(), primary, std::next(primary));
   }
+  for (std::size_t index = 0; index < activity.objectives.size(); ++index)
+    activity.objectivesByName.try_emplace(activity.objectives[index].identifier, index);
 }
 
 void PlexoActivityTree::NoteWriters(const PlexoActivity& activity) {

@@ -31,7 +31,7 @@ struct PlexoGate {
   const PlexoManifestElement* rule = nullptr;
   /// As an index of the activity's objectives.
   std::size_t objective = 0;
-  /// True if a failure doesn't open it.
+  /// True if a failure doesn't open it, for this rule or another one.
   bool needsSuccess = false;
 };
 
@@ -51,6 +51,9 @@ struct PlexoActivity {
   const PlexoManifestElement* sharedSequencing = nullptr;
   /// The primary objective comes first; there always is one.
   std::vector<PlexoObjective> objectives;
+  /// The index of each objective by its identifier.
+  std::unordered_map<std::string_view, std::size_t> objectivesByName;
+  /// One an objective.
   std::vector<PlexoGate> gates;
 
   [[nodiscard]] bool IsCluster() const { return !children.empty(); }

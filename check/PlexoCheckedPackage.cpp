@@ -47,6 +47,7 @@ void PlexoCheckedPackage::Index(std::string manifestFolder) {
     for (const PlexoManifestElement* organization : organizations) IndexItems(*organization);
   }
   if (const auto* list = root->Find(Packaging, "resources"); list != nullptr) IndexResources(*list);
+  IndexNestedManifests(*root);
   for (const PlexoManifestElement& element : manifest.GetElements()) {
     if (element.Is(Adlcp, "location")) metadataFiles.push_back(MakeReference(element, element.text));
   }
@@ -97,6 +98,26 @@ void PlexoCheckedPackage::IndexResources(const PlexoManifestElement& list) {
       }
     }
     resourcesByIdentifier.try_emplace(resource.identifier, &resource);
+  }
+}
+
+void PlexoCheckedPackage::IndexNestedManifests(const PlexoManifestElement& parent) {
+  const auto note = [this](const PlexoManifestElement& element) {
+    if (const auto* href = element.GetAttribute("href"); href != nullptr)
+      nestedFiles.push_back(MakeReference(element, *href));
+    if (const auto* identifier = element.GetAttribute("identifier"); identifier != nullptr)
+      nestedIdentifiers.insert(*identifier);
+  };
+  for (const PlexoManifestElement* nested : parent.FindAll(Packaging, "manifest")) {
+    nestedManifests.push_back(nested);
+    note(*nested);
+    if (const auto* list = nested->Find(Packaging, "resources"); list != nullptr) {
+      for (const PlexoManifestElement* resource : list->FindAll(Packaging, "resource")) {
+        note(*resource);
+        for (const PlexoManifestElement* file : resource->FindAll(Packaging, "file")) note(*file);
+      }
+    }
+    IndexNestedManifests(*nested);
   }
 }
 

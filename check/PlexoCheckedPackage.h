@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -71,6 +72,16 @@ class PlexoCheckedPackage {
     return organizations;
   }
   [[nodiscard]] const std::vector<const PlexoManifestElement*>& GetItems() const { return items; }
+  /// The manifests in the manifest, however deep, of which nothing else is looked at than the files that they
+  /// name.
+  [[nodiscard]] const std::vector<const PlexoManifestElement*>& GetNestedManifests() const {
+    return nestedManifests;
+  }
+  [[nodiscard]] const std::vector<PlexoFileReference>& GetNestedFiles() const { return nestedFiles; }
+  /// True for the identifier of a nested manifest, or of a resource of one.
+  [[nodiscard]] bool IsNested(std::string_view identifier) const {
+    return nestedIdentifiers.contains(identifier);
+  }
   /// The metadata files that the manifest names.
   [[nodiscard]] const std::vector<PlexoFileReference>& GetMetadataFiles() const { return metadataFiles; }
 
@@ -87,6 +98,7 @@ class PlexoCheckedPackage {
   void IndexEdition();
   void IndexItems(const PlexoManifestElement& parent);
   void IndexResources(const PlexoManifestElement& list);
+  void IndexNestedManifests(const PlexoManifestElement& parent);
   [[nodiscard]] PlexoFileReference MakeReference(const PlexoManifestElement& element,
                                                  std::string written) const;
 
@@ -99,5 +111,8 @@ class PlexoCheckedPackage {
   std::unordered_map<std::string_view, const PlexoResource*> resourcesByIdentifier;
   std::vector<const PlexoManifestElement*> organizations;
   std::vector<const PlexoManifestElement*> items;
+  std::vector<const PlexoManifestElement*> nestedManifests;
+  std::vector<PlexoFileReference> nestedFiles;
+  std::unordered_set<std::string_view> nestedIdentifiers;
   std::vector<PlexoFileReference> metadataFiles;
 };

@@ -10,13 +10,8 @@ namespace {
 
 using enum PlexoFindingId;
 
-/// Schema documents at the top of a package serve its manifest, and need no resource.
-bool IsSchemaDocument(std::string_view name) {
-  const bool isAtTop = name.find('/') == std::string_view::npos || name.starts_with("common/") ||
-                       name.starts_with("extend/") || name.starts_with("unique/") ||
-                       name.starts_with("vocab/");
-  return isAtTop && (name.ends_with(".xsd") || name.ends_with(".dtd"));
-}
+/// Schema documents serve the manifest, and need no resource.
+bool IsSchemaDocument(std::string_view name) { return name.ends_with(".xsd") || name.ends_with(".dtd"); }
 
 // The player of wrapped movies and documents stands once in a package, for the pages of all SCOs: none of
 // them owns its files.
@@ -24,6 +19,13 @@ bool IsOfSharedPlayer(std::string_view name) { return name.starts_with("plexo_pl
 
 /// What a page loads that needs the shared player.
 bool IsWrapperScript(std::string_view name) { return name.ends_with("/SCORM_support/scorm_support.js"); }
+
+/// A reference with what the bases put in front of it.
+std::string GetAddress(const PlexoFileReference& file) {
+  return file.base.substr(0, file.base.rfind('/') + 1) + file.written;
+}
+
+std::string_view WithoutQuery(std::string_view href) { return href.substr(0, href.find_first_of("?#")); }
 
 class FileCheck {
  public:
@@ -33,38 +35,43 @@ class FileCheck {
     for (const PlexoResource& resource : package.GetResources()) {
       std::unordered_set<const TzZipEntry*> own;
       std::unordered_set<std::string_view> names;
+      std::unordered_set<std::string_view> writings;
       for (const PlexoFileReference& file : resource.files) {
         own.insert(file.entry);
         names.insert(file.href.path);
-        if (!file.written.empty()) CheckFile(file, FileMissing, {});
+        writings.insert(file.written);
+        CheckFile(file, FileMissing, {});
       }
       if (!resource.launch.has_value()) continue;
       const PlexoFileReference& launch = *resource.launch;
       if (launch.entry == nullptr) {
         // A launch file that is also listed has had its finding.
-        const bool isListed = names.contains(launch.href.path) && !launch.href.leavesPackage;
-        if (!isListed || launch.href.isExternal) CheckFile(launch, LaunchFileMissing, resource.identifier);
+        const bool isListed = names.contains(launch.href.path) && !launch.href.path.empty();
+        if (!isListed) CheckFile(launch, LaunchFileMissing, resource.identifier);
         continue;
       }
       listed.insert(launch.entry);
+      if (!writings.contains(WithoutQuery(launch.written))) CheckWriting(launch);
       if (own.contains(launch.entry)) continue;
-      CheckWriting(launch);
       findings.AddElement(LaunchFileUnlisted, *resource.element, {launch.written, resource.identifier});
     }
     for (const PlexoFileReference& file : package.GetMetadataFiles()) CheckFile(file, FileMissing, {});
+    for (const PlexoFileReference& file : package.GetNestedFiles()) listed.insert(file.entry);
     CheckUnlisted();
   }
 
  private:
   void CheckFile(const PlexoFileReference& file, PlexoFindingId missing, const std::string& resource) {
+    // That an href is missing the schema tells.
+    if (file.written.empty()) return;
     listed.insert(file.entry);
     if (file.href.isExternal) {
       findings.AddElement(HrefExternal, *file.element, {file.written});
     } else if (file.href.leavesPackage) {
-      findings.AddElement(HrefLeavesPackage, *file.element, {file.written});
+      findings.AddElement(HrefLeavesPackage, *file.element, {GetAddress(file)});
     } else {
       CheckWriting(file);
-      if (file.entry == nullptr && !file.href.path.empty()) CheckMissing(file, missing, resource);
+      if (file.entry == nullptr) CheckMissing(file, missing, resource);
     }
   }
 
@@ -81,11 +88,11 @@ class FileCheck {
   void CheckMissing(const PlexoFileReference& file, PlexoFindingId missing, const std::string& resource) {
     const TzZipEntry* other = package.FindFileInAnyCase(file.href.path);
     if (other == nullptr) {
-      findings.AddElement(missing, *file.element, {file.written, resource});
+      findings.AddElement(missing, *file.element, {GetAddress(file), resource});
       return;
     }
     listed.insert(other);
-    findings.AddElement(FileNameCase, *file.element, {file.written, other->name});
+    findings.AddElement(FileNameCase, *file.element, {GetAddress(file), other->name});
   }
 
   void CheckUnlisted() {

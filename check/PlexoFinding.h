@@ -42,6 +42,7 @@ enum class PlexoFindingId {
   ResourceUnused,
   LowerCaseLaunchData,
   RepeatedLaunchData,
+  NestedManifest,
 
   ManifestIdentifierDigit,
   IdentifierMalformed,
@@ -73,6 +74,7 @@ enum class PlexoFindingId {
   NeverReports,
   NeverComplete,
   FailedPretestOpens,
+  CompletionAwaited,
 
   OtherEditionApi,
   NoApi,
@@ -87,6 +89,7 @@ enum class PlexoFindingId {
   LaunchDataTooLong,
   MetadataTooLong,
   SuspendDataLimited,
+  ArchiveTooLarge,
 
   ForeignFormat,
   SeveralManifests,

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/PlexoFinding.h"
 #include "check/PlexoManifestElement.h"
 
-/// Collects what the checks find.
+/// Collects what the checks find. What is found in the manifest keeps only the start of words that are longer
+/// than anybody reads: memory mustn't grow with the length of a name times the number of findings about it.
 class PlexoFindingList {
  public:
   static constexpr const char* kManifestName = "imsmanifest.xml";
@@ -25,6 +27,11 @@ class PlexoFindingList {
   /// By id, then line; else as they were found.
   [[nodiscard]] std::vector<PlexoFinding> TakeSorted();
 
+  /// The start of a text in UTF-8 that is longer than this, for a message.
+  static std::string Shorten(std::string_view text, std::size_t mostBytes);
+
  private:
+  void AddInManifest(PlexoFindingId id, int line, std::string element, std::vector<std::string> words);
+
   std::vector<PlexoFinding> findings;
 };

@@ -49,8 +49,8 @@ constexpr std::array kKinds = {
 
     PlexoFindingKind{ManifestTooLarge, "PLX-101", kError, "The manifest is too large",
                      "'imsmanifest.xml': {0}; the rest of it isn't checked",
-                     "split the course, or list fewer files"},
-    PlexoFindingKind{ManifestIllFormed, "PLX-102", kError, "The manifest isn't well-formed XML",
+                     "split the course, list fewer files, or shorten what is too long"},
+    PlexoFindingKind{ManifestIllFormed, "PLX-102", kError, "The manifest can't be read as XML",
                      "'imsmanifest.xml': {0}", "mend the XML at this place"},
     PlexoFindingKind{ManifestInvalid, "PLX-103", kError, "The manifest breaks the schema of its edition",
                      "{0}", "follow the published schema of the edition"},
@@ -67,10 +67,11 @@ constexpr std::array kKinds = {
 
     PlexoFindingKind{RootNotManifest, "PLX-201", kError, "The document is no manifest",
                      "'{0}': the document's element must be 'manifest'", "export the course as SCORM"},
-    PlexoFindingKind{EditionUnknown, "PLX-202", kError, "The manifest names no edition that is known",
-                     "'{0}': no schemaversion of SCORM; known are '1.2', 'CAM 1.3', '2004 3rd Edition' and "
-                     "'2004 4th Edition'",
-                     "write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
+    PlexoFindingKind{
+        EditionUnknown, "PLX-202", kError, "The manifest names no edition that is known",
+        "{0}: names no schemaversion of SCORM; known are '1.2', 'CAM 1.3', '2004 3rd Edition' and "
+        "'2004 4th Edition'",
+        "write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
     PlexoFindingKind{NamespaceOfOtherEdition, "PLX-203", kError,
                      "The manifest's namespace is of another edition",
                      "'{0}': isn't the namespace of SCORM {1}", "write '{2}'"},
@@ -105,6 +106,10 @@ constexpr std::array kKinds = {
         "item '{0}': '{1}' stands more than once. Plexo writes its own beside the SCO's on purpose; "
         "an LMS may take either",
         "keep one of them where the LMS refuses both"},
+    PlexoFindingKind{
+        NestedManifest, "PLX-215", kWarning, "There is a manifest in the manifest",
+        "manifest '{0}': stands in another, where many LMSs don't read it; what is in it isn't checked",
+        "put its items and resources into the manifest around it"},
 
     PlexoFindingKind{ManifestIdentifierDigit, "PLX-301", kError,
                      "The manifest's identifier starts with a digit",
@@ -199,9 +204,17 @@ constexpr std::array kKinds = {
         "item '{0}': reports success and never completion, as far as its scripts show, so the course "
         "stays incomplete",
         "let the content set cmi.completion_status"},
-    PlexoFindingKind{FailedPretestOpens, "PLX-512", kWarning, "A failed pretest opens what comes next",
-                     "'{0}': opens as soon as '{1}' has any status, so failing that pretest is enough",
-                     "know it, or wait for satisfied instead of objectiveStatusKnown"},
+    PlexoFindingKind{
+        FailedPretestOpens, "PLX-512", kWarning, "A failed pretest opens what comes next",
+        "'{0}': opens as soon as '{1}' has any status, so failing that pretest is enough",
+        "nothing to do if that is meant; else wait for satisfied instead of objectiveStatusKnown"},
+    PlexoFindingKind{
+        CompletionAwaited, "PLX-513", kError,
+        "Content reports success and never completion, but completion is waited for",
+        "item '{0}': reports success and never completion, as far as its scripts show, but '{1}' waits for "
+        "its completion and stays closed for ever",
+        "let the content set cmi.completion_status, or let the LMS set it (completionSetByContent "
+        "\"false\")"},
 
     PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
                      "item '{0}': its scripts call {1} only, which a SCORM {2} course doesn't offer",
@@ -237,6 +250,9 @@ constexpr std::array kKinds = {
         "item '{0}': its scripts use cmi.suspend_data, of which an LMS must store {1} characters only "
         "({2})",
         "see that the content never stores more"},
+    PlexoFindingKind{ArchiveTooLarge, "PLX-709", kWarning, "The archive is too large for some unpackers",
+                     "the package: {0} {1}; {2} are safe ({3})",
+                     "leave out what the course doesn't need, or make several courses of it"},
 
     PlexoFindingKind{ForeignFormat, "PLX-801", kError, "The package is of another format than SCORM",
                      "the package: is {0}, not SCORM", "export the course as SCORM 1.2 or SCORM 2004"},

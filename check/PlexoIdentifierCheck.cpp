@@ -60,7 +60,10 @@ class IdentifierCheck {
   void CheckItems() {
     for (const PlexoManifestElement* item : package.GetItems()) {
       const std::string* reference = item->GetAttribute("identifierref");
-      if (reference == nullptr || reference->empty() || package.FindResource(*reference) != nullptr) continue;
+      if (reference == nullptr || reference->empty() || package.FindResource(*reference) != nullptr ||
+          package.IsNested(*reference)) {
+        continue;
+      }
       findings.AddElement(ItemResourceUnknown, *item, {item->GetValue("identifier"), *reference});
     }
   }
@@ -68,7 +71,7 @@ class IdentifierCheck {
   void CheckDependencies() {
     for (const PlexoResource& resource : package.GetResources()) {
       for (const auto& [element, identifier] : resource.dependencies) {
-        if (package.FindResource(identifier) != nullptr) continue;
+        if (package.FindResource(identifier) != nullptr || package.IsNested(identifier)) continue;
         findings.AddElement(DependencyUnknown, *element, {resource.identifier, identifier});
       }
     }

@@ -10,7 +10,7 @@
 namespace {
 
 using enum PlexoVocabulary;
-using enum PlexoLimitedText;
+using enum PlexoLimited;
 
 /// The number of characters of a text in UTF-8.
 std::size_t CountCharacters(std::string_view text) {
@@ -20,23 +20,22 @@ std::size_t CountCharacters(std::string_view text) {
   }));
 }
 
-/// The start of a text, for a message about its length.
-std::string Shorten(std::string_view text) {
-  constexpr std::size_t kShownBytes = 60;
-  if (text.size() <= kShownBytes) return std::string(text);
-  std::size_t end = kShownBytes;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
-  return std::string(text.substr(0, end)) + "...";
-}
-
 class LimitCheck {
  public:
   LimitCheck(const PlexoCheckedPackage& checked, PlexoFindingList& list)
       : package(checked), edition(checked.GetEdition()), findings(list) {}
 
+  void CheckArchive() {
+    const auto& entries = package.archive.GetEntries();
+    CheckSize(EntryCount, entries.size(), "entries");
+    std::uint64_t bytes = 0;
+    for (const TzZipEntry& entry : entries) bytes += entry.isFaulty ? 0 : entry.packedSize;
+    CheckSize(PackedBytes, bytes, "bytes");
+  }
+
   void CheckPaths() {
+    const PlexoLimit* limit = FindPlexoLimit(EntryPath, edition);
     for (const TzZipEntry& entry : package.archive.GetEntries()) {
-      const PlexoLimit* limit = FindPlexoLimit(EntryPath, edition);
       const std::size_t length = CountCharacters(entry.name);
       if (limit == nullptr || entry.isFaulty || length <= limit->maximum) continue;
       findings.AddFile(limit->id, entry.name, Describe(*limit, entry.name, length));
@@ -78,7 +77,16 @@ class LimitCheck {
  private:
   static std::vector<std::string> Describe(const PlexoLimit& limit, std::string_view text,
                                            std::size_t length) {
-    return {Shorten(text), std::to_string(length), std::to_string(limit.maximum), std::string(limit.source)};
+    constexpr std::size_t kShownBytes = 60;
+    return {PlexoFindingList::Shorten(text, kShownBytes), std::to_string(length),
+            std::to_string(limit.maximum), std::string(limit.source)};
+  }
+
+  void CheckSize(PlexoLimited part, std::uint64_t size, const char* unit) {
+    const PlexoLimit* limit = FindPlexoLimit(part, edition);
+    if (limit == nullptr || size <= limit->maximum) return;
+    findings.Add(limit->id,
+                 {std::to_string(size), unit, std::to_string(limit->maximum), std::string(limit->source)});
   }
 
   /// A language's text, inside the element that it is the text of.
@@ -89,12 +97,12 @@ class LimitCheck {
     if (holder == "keyword") CheckText(element, element.text, MetadataKeyword);
   }
 
-  void CheckAttribute(const PlexoManifestElement& element, std::string_view name, PlexoLimitedText text) {
+  void CheckAttribute(const PlexoManifestElement& element, std::string_view name, PlexoLimited text) {
     if (const std::string* value = element.GetAttribute(name); value != nullptr)
       CheckText(element, *value, text);
   }
 
-  void CheckText(const PlexoManifestElement& element, std::string_view value, PlexoLimitedText text) {
+  void CheckText(const PlexoManifestElement& element, std::string_view value, PlexoLimited text) {
     const PlexoLimit* limit = FindPlexoLimit(text, edition);
     if (limit == nullptr || value.size() <= limit->maximum) return;
     const std::size_t length = CountCharacters(value);
@@ -111,6 +119,7 @@ class LimitCheck {
 void PlexoLimitCheck::Run(const PlexoCheckedPackage& package, const PlexoScriptIndex& scripts,
                           PlexoFindingList& findings) {
   LimitCheck check(package, findings);
+  check.CheckArchive();
   check.CheckPaths();
   for (const PlexoManifestElement& element : package.manifest.GetElements()) check.CheckElement(element);
   check.CheckSuspendData(scripts);

@@ -6,7 +6,7 @@
 
 namespace {
 
-using enum PlexoLimitedText;
+using enum PlexoLimited;
 using enum PlexoEdition;
 using enum PlexoFindingId;
 
@@ -16,7 +16,11 @@ constexpr std::string_view kRte2004 = "SCORM 2004 Run-Time Environment, smallest
 constexpr std::string_view kLom12 = "IMS Learning Resource Meta-data 1.2.1";
 constexpr std::string_view kLom2004 = "IEEE 1484.12.1, smallest permitted maximum";
 
+constexpr std::string_view kZip = "APPNOTE 4.4.1.4: more needs ZIP64";
+
 constexpr std::array kLimits = {
+    PlexoLimit{EntryCount, Unknown, Scorm2004Fourth, 0xFFFE, ArchiveTooLarge, kZip},
+    PlexoLimit{PackedBytes, Unknown, Scorm2004Fourth, 0xFFFFFFFE, ArchiveTooLarge, kZip},
     PlexoLimit{EntryPath, Unknown, Scorm2004Fourth, 259, PathTooLong, "Windows, MAX_PATH"},
 
     PlexoLimit{Title, Scorm12, Scorm12, 200, TitleTooLong, kCam12},
@@ -47,7 +51,7 @@ constexpr std::array kLimits = {
 
 std::span<const PlexoLimit> GetPlexoLimits() { return kLimits; }
 
-const PlexoLimit* FindPlexoLimit(PlexoLimitedText text, PlexoEdition edition) {
+const PlexoLimit* FindPlexoLimit(PlexoLimited text, PlexoEdition edition) {
   const auto found = std::find_if(kLimits.begin(), kLimits.end(), [&](const PlexoLimit& limit) {
     return limit.text == text && limit.first <= edition && edition <= limit.last;
   });

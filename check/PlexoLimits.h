@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "check/PlexoEdition.h"
 #include "check/PlexoFinding.h"
 
-/// The texts whose length is limited.
-enum class PlexoLimitedText {
+/// What is limited: texts in their length, and the package as a whole.
+enum class PlexoLimited {
+  EntryCount,
+  PackedBytes,
   EntryPath,
   Identifier,
   ObjectiveIdentifier,
@@ -25,12 +27,12 @@ enum class PlexoLimitedText {
 
 /// One limit that an LMS may set without breaking its standard, or a system sets.
 struct PlexoLimit {
-  PlexoLimitedText text;
+  PlexoLimited text;
   /// The editions that it holds in, both included.
   PlexoEdition first;
   PlexoEdition last;
-  /// In characters.
-  std::size_t maximum;
+  /// In characters; in entries or bytes for the package.
+  std::uint64_t maximum;
   PlexoFindingId id;
   /// Where it is published.
   std::string_view source;
@@ -40,4 +42,4 @@ struct PlexoLimit {
 std::span<const PlexoLimit> GetPlexoLimits();
 
 /// The limit of a text in an edition; null if there is none.
-const PlexoLimit* FindPlexoLimit(PlexoLimitedText text, PlexoEdition edition);
+const PlexoLimit* FindPlexoLimit(PlexoLimited text, PlexoEdition edition);

@@ -117,6 +117,8 @@ class PlexoManifestDocument::Reading {
  private:
   struct Open {
     PlexoManifestElement* element;
+    /// Of the xml:base addresses around it.
+    std::size_t baseBytes = 0;
     std::vector<std::string> boundPrefixes;
     std::unordered_map<std::string, int> counts;
   };
@@ -127,8 +129,9 @@ class PlexoManifestDocument::Reading {
   };
 
   void Start(const char* name, const char** attributes) {
-    if (skippedDepth > 0 || document.elements.size() == kMaximumElements) {
-      document.isCutShort = true;
+    const std::size_t baseBytes = open.empty() ? 0 : open.back().baseBytes;
+    NoteExcess(attributes, baseBytes);
+    if (!document.excess.empty()) {
       ++skippedDepth;
       return;
     }
@@ -140,7 +143,7 @@ class PlexoManifestDocument::Reading {
       element.parent->children.push_back(&element);
       element.number = ++open.back().counts[element.qualifiedName];
     }
-    open.push_back({&element, {}, {}});
+    open.push_back({&element, baseBytes, {}, {}});
     BindPrefixes(attributes);
     if (element.parent == nullptr) NoteRoot(element.qualifiedName);
     const Namespace& space = Resolve(element.qualifiedName, element.name);
@@ -148,6 +151,22 @@ class PlexoManifestDocument::Reading {
     element.edition = space.edition;
     int number = 0;
     for (const char** at = attributes; *at != nullptr; at += 2) AddAttribute(element, at[0], at[1], ++number);
+    if (const auto* base = element.GetAttribute(Other, "base"); base != nullptr)
+      open.back().baseBytes += base->size();
+  }
+
+  void NoteExcess(const char** attributes, std::size_t baseBytes) {
+    if (!document.excess.empty()) return;
+    allBaseBytes += baseBytes;
+    std::size_t count = 0;
+    while (attributes[2 * count] != nullptr) ++count;
+    if (document.elements.size() == kMaximumElements) {
+      document.excess = "more than " + std::to_string(kMaximumElements) + " elements";
+    } else if (count > kMaximumAttributes) {
+      document.excess = "an element with more than " + std::to_string(kMaximumAttributes) + " attributes";
+    } else if (allBaseBytes > kMaximumBaseBytes) {
+      document.excess = "its xml:base addresses are too long for the number of elements within";
+    }
   }
 
   void End() {
@@ -221,6 +240,7 @@ class PlexoManifestDocument::Reading {
   std::vector<Open> open;
   std::map<std::string, std::vector<Binding>> bindings;
   std::size_t skippedDepth = 0;
+  std::size_t allBaseBytes = 0;
 };
 
 void PlexoManifestDocument::Read(const TzPath& file) {

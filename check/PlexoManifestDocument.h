@@ -16,10 +16,15 @@
 /// namespace that isn't known but is that of the document's element; of a known one that isn't `Packaging`
 /// but has the document's element too, the names that packaging has do. A prefix that SCORM uses by custom
 /// stands for its vocabulary where it is bound to nothing that is known. Comments and processing instructions
-/// are left out. Guarantees: the limits of `TzXMLParser`, and no more than `kMaximumElements` elements.
+/// are left out. Guarantees: the limits of `TzXMLParser` and those below; of a document that breaks one of
+/// these, what stood before is kept.
 class PlexoManifestDocument {
  public:
   static constexpr std::size_t kMaximumElements = 500'000;
+  static constexpr std::size_t kMaximumAttributes = 1000;
+  /// What the xml:base addresses around all elements may add up to, in bytes: each reference is resolved
+  /// against those around it.
+  static constexpr std::size_t kMaximumBaseBytes = std::size_t{32} << 20U;
 
   PlexoManifestDocument() = default;
   PlexoManifestDocument(const PlexoManifestDocument&) = delete;
@@ -39,8 +44,8 @@ class PlexoManifestDocument {
   [[nodiscard]] int GetErrorLine() const { return errorLine; }
   /// The edition of the first namespace that is declared for the vocabulary; `Either` if none tells one.
   [[nodiscard]] PlexoNamespaceEdition GetDeclaredEdition(PlexoVocabulary vocabulary) const;
-  /// True if elements were left out.
-  [[nodiscard]] bool IsCutShort() const { return isCutShort; }
+  /// The limit that ended the reading, "more than 500000 elements"; empty if none did.
+  [[nodiscard]] const std::string& GetExcess() const { return excess; }
 
   /// The namespace of the document's element, if that is a manifest; empty if it has none.
   [[nodiscard]] const std::string& GetRootNamespace() const { return rootNamespace; }
@@ -56,5 +61,5 @@ class PlexoManifestDocument {
   std::string rootNamespace;
   std::string error;
   int errorLine = 0;
-  bool isCutShort = false;
+  std::string excess;
 };

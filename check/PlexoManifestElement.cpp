@@ -37,6 +37,13 @@ std::string PlexoManifestElement::GetValue(std::string_view ofName, std::string_
 }
 
 std::string PlexoManifestElement::GetPath() const {
-  if (parent == nullptr) return "/" + qualifiedName;
-  return parent->GetPath() + "/" + qualifiedName + "[" + std::to_string(number) + "]";
+  constexpr std::size_t kMostBytes = 4000;
+  std::string path;
+  for (const PlexoManifestElement* at = this; at != nullptr; at = at->parent) {
+    std::string step = "/" + at->qualifiedName;
+    if (at->parent != nullptr) step += "[" + std::to_string(at->number) + "]";
+    if (step.size() + path.size() > kMostBytes) return "..." + path;
+    path.insert(0, step);
+  }
+  return path;
 }

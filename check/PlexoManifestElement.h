@@ -59,6 +59,7 @@ struct PlexoManifestElement {
   [[nodiscard]] const std::string* GetAttribute(PlexoVocabulary ofVocabulary, std::string_view ofName) const;
   /// The value of an attribute without a prefix; the default if it is absent.
   [[nodiscard]] std::string GetValue(std::string_view ofName, std::string_view otherwise = {}) const;
-  /// "/manifest/organizations[1]/organization[2]": an XPath in the names as written.
+  /// "/manifest/organizations[1]/organization[2]": an XPath in the names as written. Of one that is longer
+  /// than anybody reads, the end.
   [[nodiscard]] std::string GetPath() const;
 };

@@ -56,10 +56,9 @@ class PackageCheck {
       findings.AddLine(ManifestIllFormed, package.manifest.GetErrorLine(), {package.manifest.GetError()});
       return;
     }
-    if (package.manifest.IsCutShort()) {
-      findings.AddLine(
-          ManifestTooLarge, 0,
-          {"more than " + std::to_string(PlexoManifestDocument::kMaximumElements) + " elements"});
+    if (!package.manifest.GetExcess().empty()) {
+      findings.AddLine(ManifestTooLarge, 0, {package.manifest.GetExcess()});
+      return;
     }
     CheckManifest();
     if (code == kTzSuccess && package.manifest.GetRoot()->name == "manifest") {

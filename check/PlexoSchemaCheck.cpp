@@ -2,9 +2,13 @@
 #include "check/PlexoSchemaCheck.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 #include "check/PlexoFindingTable.h"
 #include "host/xml/TzXMLSchemaValidator.h"
@@ -13,7 +17,53 @@ namespace {
 
 using enum PlexoFindingId;
 
-/// The elements and attributes that findings speak of, by line.
+/// Where an element stands that the validator speaks of.
+struct Spot {
+  int line = 0;
+  /// Null if several of its name stand in the line.
+  const PlexoManifestElement* element = nullptr;
+};
+
+/// The elements of the manifest, by name. The validator tells the line in which a start tag ends; people look
+/// for it where it begins.
+class ElementFinder {
+ public:
+  explicit ElementFinder(const PlexoManifestDocument& manifest) {
+    for (const PlexoManifestElement& element : manifest.GetElements()) {
+      all.push_back(&element);
+      byName[element.name].push_back(&element);
+    }
+  }
+
+  [[nodiscard]] Spot Find(const TzSchemaFinding& finding) const {
+    constexpr std::string_view kStart = "element '";
+    const std::string_view message = finding.message;
+    if (!message.starts_with(kStart)) return FindAmong(all, finding.line);
+    std::string_view name = message.substr(kStart.size());
+    name = name.substr(0, name.find('\''));
+    const auto found = byName.find(name.substr(name.find_last_of(":}") + 1));
+    return found != byName.end() ? FindAmong(found->second, finding.line) : Spot{finding.line, nullptr};
+  }
+
+ private:
+  using Elements = std::vector<const PlexoManifestElement*>;
+
+  /// The last of them that begins in this line or before it.
+  static Spot FindAmong(const Elements& elements, int line) {
+    const auto behind =
+        std::upper_bound(elements.begin(), elements.end(), line,
+                         [](int wanted, const auto* element) { return wanted < element->line; });
+    if (behind == elements.begin()) return {line, nullptr};
+    const auto last = std::prev(behind);
+    const bool isOnlyOne = last == elements.begin() || (*std::prev(last))->line != (*last)->line;
+    return {(*last)->line, isOnlyOne ? *last : nullptr};
+  }
+
+  Elements all;
+  std::unordered_map<std::string_view, Elements> byName;
+};
+
+/// The elements that findings speak of, by line: their paths.
 class Explained {
  public:
   explicit Explained(const std::vector<PlexoFinding>& findings) {
@@ -22,17 +72,19 @@ class Explained {
       const std::string_view path = finding.place.element;
       const std::string_view last = path.substr(path.rfind('/') + 1);
       byLine[finding.place.line].emplace(last.substr(0, last.find('[')));
+      paths.insert(finding.place.element);
     }
   }
 
-  [[nodiscard]] bool Covers(const TzSchemaFinding& finding) const {
-    const auto found = byLine.find(finding.line);
+  [[nodiscard]] bool Covers(const TzSchemaFinding& finding, const Spot& spot) const {
+    const auto found = byLine.find(spot.line);
     if (found == byLine.end()) return false;
     // The validator tells of identifiers and references without naming the element.
     if (finding.message.ends_with("is declared already") ||
         finding.message.ends_with("is declared nowhere")) {
       return true;
     }
+    if (spot.element != nullptr) return paths.contains(spot.element->GetPath());
     return std::any_of(found->second.begin(), found->second.end(), [&](const std::string& element) {
       // A name of a vocabulary that the edition lacks is told with its namespace.
       return finding.message.find("'" + element + "'") != std::string::npos ||
@@ -42,7 +94,20 @@ class Explained {
 
  private:
   std::unordered_map<int, std::set<std::string>> byLine;
+  std::unordered_set<std::string> paths;
 };
+
+/// What the validator says, in an author's words where its own are for makers of schemas.
+std::string GetText(const TzSchemaFinding& finding) {
+  for (const std::string_view kind : {"element", "attribute"}) {
+    const std::string theirs = "No matching global " + std::string(kind) +
+                               " declaration available, but demanded by the strict wildcard";
+    if (!finding.message.ends_with(theirs)) continue;
+    return finding.message.substr(0, finding.message.size() - theirs.size()) +
+           "the schemas of the edition don't have it";
+  }
+  return finding.message;
+}
 
 void CheckLocations(const PlexoCheckedPackage& package, PlexoFindingList& findings) {
   const PlexoManifestElement& root = *package.manifest.GetRoot();
@@ -77,7 +142,14 @@ void PlexoSchemaCheck::Run(const PlexoCheckedPackage& package, const TzPath& man
     findings.Add(SchemaUnavailable, {validator.GetSchemaError()});
     return;
   }
+  const ElementFinder elements(package.manifest);
   for (const TzSchemaFinding& finding : validator.Validate(manifest)) {
-    if (!explained.Covers(finding)) findings.AddLine(ManifestInvalid, finding.line, {finding.message});
+    const Spot spot = elements.Find(finding);
+    if (explained.Covers(finding, spot)) continue;
+    if (spot.element != nullptr) {
+      findings.AddElement(ManifestInvalid, *spot.element, {GetText(finding)});
+    } else {
+      findings.AddLine(ManifestInvalid, spot.line, {GetText(finding)});
+    }
   }
 }

@@ -20,6 +20,14 @@ constexpr Api kApi12 = {PlexoScriptWords::Initialize12, PlexoScriptWords::Finish
 constexpr Api kApi2004 = {PlexoScriptWords::Initialize2004, PlexoScriptWords::Terminate2004, "Initialize",
                           "Terminate"};
 
+/// "Initialize" alone may be any script's own; what looks for the API of SCORM 2004, or ends a session, means
+/// that of the API.
+bool Calls(PlexoScriptWords words, const Api& api) {
+  const bool isSure = api.start != PlexoScriptWords::Initialize2004 || words.Has(PlexoScriptWords::Api2004) ||
+                      words.Has(PlexoScriptWords::Terminate2004);
+  return isSure && words.Has(api.start);
+}
+
 void CheckSco(const PlexoManifestElement& item, PlexoScriptWords words, bool is2004,
               PlexoFindingList& findings) {
   const Api* ownApi = is2004 ? &kApi2004 : &kApi12;
@@ -29,8 +37,11 @@ void CheckSco(const PlexoManifestElement& item, PlexoScriptWords words, bool is2
   const Api& own = *ownApi;
   const Api& other = *otherApi;
   const std::string identifier = item.GetValue("identifier");
-  if (!words.Has(own.start)) {
-    if (words.Has(other.start)) {
+  const bool isOthersOnly = !Calls(words, own) && Calls(words, other);
+  if (!words.Has(own.start) || isOthersOnly) {
+    // Behind "LMS" the words of SCORM 2004 are those of SCORM 1.2.
+    if (!is2004 && words.Has(PlexoScriptWords::Assembled12) && words.Has(other.start)) return;
+    if (Calls(words, other)) {
       findings.AddElement(OtherEditionApi, item, {identifier, other.startName, is2004 ? "2004" : "1.2"});
     } else {
       findings.AddElement(NoApi, item, {identifier, own.startName});
@@ -53,7 +64,7 @@ void PlexoScriptCheck::Run(const PlexoCheckedPackage& package, const PlexoScript
     if (resource == nullptr || !scripts.Knows(*resource) || !seen.insert(resource).second) continue;
     if (resource->scormType == "sco") {
       CheckSco(*item, scripts.GetWordsOf(*resource), is2004, findings);
-    } else if (resource->scormType == "asset" && scripts.GetListedWords(*resource).Has(own.start)) {
+    } else if (resource->scormType == "asset" && Calls(scripts.GetListedWords(*resource), own)) {
       findings.AddElement(AssetUsesApi, *item, {item->GetValue("identifier"), own.startName});
     }
   }

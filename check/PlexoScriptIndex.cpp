@@ -11,7 +11,8 @@
 namespace {
 
 bool IsScript(std::string_view name) {
-  static constexpr std::array<std::string_view, 5> kExtensions = {".js", ".mjs", ".htm", ".html", ".xhtml"};
+  static constexpr std::array<std::string_view, 7> kExtensions = {".js",   ".mjs", ".cjs",  ".htm",
+                                                                  ".html", ".xht", ".xhtml"};
   const std::size_t point = name.rfind('.');
   if (point == std::string_view::npos) return false;
   const std::string extension = PlexoCheckedPackage::FoldCase(name.substr(point));

@@ -18,7 +18,7 @@ constexpr std::array kFunctions = {
     Entry{"LMSInitialize", PlexoScriptWords::Initialize12},
     Entry{"LMSFinish", PlexoScriptWords::Finish12},
     Entry{"Initialize", PlexoScriptWords::Initialize2004},
-    Entry{"API_1484_11", PlexoScriptWords::Initialize2004},
+    Entry{"API_1484_11", PlexoScriptWords::Initialize2004 | PlexoScriptWords::Api2004},
     Entry{"Terminate", PlexoScriptWords::Terminate2004},
     Entry{"passed", PlexoScriptWords::Passed},
     Entry{"plexoLaunch", PlexoScriptWords::Translated},
@@ -61,8 +61,11 @@ bool IsPartOfWord(char character) {
 void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
   for (const std::byte byte : piece) {
     const auto character = static_cast<char>(byte);
+    // Every second byte of a text in UTF-16.
+    if (character == 0) continue;
     if (!IsPartOfWord(character)) {
-      if (!current.empty()) EndWord();
+      if (!current.empty()) EndWord(character);
+      before = character;
     } else if (current.size() < kMostWordBytes) {
       current += character;
     } else {
@@ -72,14 +75,16 @@ void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
 }
 
 PlexoScriptWords PlexoScriptScan::Finish() {
-  EndWord();
+  EndWord(0);
   return words;
 }
 
-void PlexoScriptScan::EndWord() {
+void PlexoScriptScan::EndWord(char after) {
   const std::string_view word = current;
   if (!isTooLong) {
-    if (word.starts_with("cmi.")) {
+    if (word == "LMS" && before == after && (before == '"' || before == '\'')) {
+      words.Add(PlexoScriptWords::Assembled12);
+    } else if (word.starts_with("cmi.")) {
       words.Add(Look(kNames, word));
     } else {
       words.Add(Look(kFunctions, word.substr(word.rfind('.') + 1)));

@@ -32,6 +32,10 @@ class PlexoScriptWords {
     MasteryScore = 1U << 14U,
     /// The script behind our pages around movies and documents.
     Wrapping = 1U << 15U,
+    /// The name by which content finds the API of SCORM 2004: unlike "Initialize", no word of a comment.
+    Api2004 = 1U << 16U,
+    /// Names of the SCORM 1.2 API are put together while the script runs.
+    Assembled12 = 1U << 17U,
   };
 
   [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }
@@ -67,11 +71,14 @@ class PlexoScriptScan {
   [[nodiscard]] PlexoScriptWords Finish();
 
  private:
-  void EndWord();
+  /// `after` is the character behind the word.
+  void EndWord(char after);
 
   PlexoScriptWords words;
   /// The letters, digits, points and the like since the last other character; beyond a bound they are left
   /// out.
   std::string current;
+  /// The character in front of the word.
+  char before = 0;
   bool isTooLong = false;
 };

@@ -103,10 +103,8 @@ class SequencingCheck {
   void CheckGlobals(const PlexoActivity& activity) {
     for (const PlexoObjective& objective : activity.objectives) {
       for (const PlexoObjectiveMap& map : objective.maps) {
-        if (!map.reads || map.writes || explained.contains(map.element) ||
-            !tree.GetWriters(map.global).empty()) {
-          continue;
-        }
+        const bool isWritten = !tree.GetWriters(map.global).empty();
+        if (!map.reads || isWritten || explained.contains(map.element)) continue;
         findings.AddElement(GlobalNeverWritten, *map.element, {activity.identifier, map.global});
       }
     }
@@ -126,20 +124,22 @@ class SequencingCheck {
   void CheckWeights(const PlexoActivity& activity) {
     double sum = 0;
     bool isShared = false;
+    bool isWhole = true;
     for (const PlexoActivity* child : activity.children) {
       const PlexoManifestElement* rollup = child->FindPart("rollupRules");
       const std::string* text = rollup != nullptr ? rollup->GetAttribute("objectiveMeasureWeight") : nullptr;
       const std::optional<double> weight = text != nullptr ? ReadWeight(*text) : std::optional(1.0);
       if (!weight.has_value()) {
         findings.AddElement(WeightMalformed, *rollup, {child->identifier, *text});
-        return;
+        isWhole = false;
+        continue;
       }
       sum += *weight;
       isShared = isShared || (*weight > 0 && *weight < 1);
     }
     // Weights of 1 and 0 alone only say which children count.
     constexpr double kTolerance = 0.0001;
-    if (!isShared || std::abs(sum - 1) <= kTolerance) return;
+    if (!isWhole || !isShared || std::abs(sum - 1) <= kTolerance) return;
     findings.AddElement(WeightsDontSum, *activity.element,
                         {activity.GetKind(), activity.identifier, FormatSum(sum)});
   }

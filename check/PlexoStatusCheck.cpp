@@ -106,10 +106,9 @@ class StatusCheck {
     if (!reported.insert(&leaf).second) return;
     const Reports reports = GetReports(leaf);
     if (reports.completion && reports.success) return;
-    // Success without completion has a finding of its own, wherever it stands.
-    if (reports.success) return;
-    findings.AddElement(reports.completion ? NeverSuccess : NeverReports, *leaf.element,
-                        {leaf.identifier, waiting.identifier});
+    PlexoFindingId id = reports.completion ? NeverSuccess : NeverReports;
+    if (reports.success) id = CompletionAwaited;
+    findings.AddElement(id, *leaf.element, {leaf.identifier, waiting.identifier});
   }
 
   /// Of two tests side by side that report to one objective, the first is a pretest.
@@ -126,7 +125,7 @@ class StatusCheck {
   void CheckCompletion(const PlexoActivity& activity) {
     if (activity.IsCluster() || !activity.IsOn("rollupRules", "rollupProgressCompletion", true)) return;
     const Reports reports = GetReports(activity);
-    if (!reports.Lacks(Status::Completion) || !reports.success) return;
+    if (!reports.Lacks(Status::Completion) || !reports.success || reported.contains(&activity)) return;
     findings.AddElement(NeverComplete, *activity.element, {activity.identifier});
   }
 

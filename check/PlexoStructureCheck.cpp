@@ -37,13 +37,18 @@ class StructureCheck {
         findings.AddElement(OrganizationEmpty, *organization, {organization->GetValue("identifier")});
       }
     }
+    for (const PlexoManifestElement* nested : package.GetNestedManifests()) {
+      findings.AddElement(NestedManifest, *nested, {nested->GetValue("identifier")});
+    }
     for (const PlexoManifestElement* item : package.GetItems()) {
       CheckTitle(*item);
       CheckItem(*item);
       CheckLaunchData(*item);
     }
     for (const PlexoResource& resource : package.GetResources()) {
-      if (resource.scormType != "sco" || launched.contains(&resource)) continue;
+      // The second of two with one identifier has a finding already.
+      const bool isFirst = package.FindResource(resource.identifier) == &resource;
+      if (resource.scormType != "sco" || !isFirst || launched.contains(&resource)) continue;
       findings.AddElement(ResourceUnused, *resource.element, {resource.identifier});
     }
   }
@@ -52,7 +57,8 @@ class StructureCheck {
   void CheckEdition(const PlexoManifestElement& root) {
     const PlexoEdition edition = package.GetEdition();
     if (edition == PlexoEdition::Unknown) {
-      findings.AddElement(EditionUnknown, root, {package.GetSchemaVersion()});
+      const std::string& version = package.GetSchemaVersion();
+      findings.AddElement(EditionUnknown, root, {version.empty() ? "the manifest" : "'" + version + "'"});
       return;
     }
     const auto expected =
@@ -65,7 +71,8 @@ class StructureCheck {
   }
 
   void CheckTitle(const PlexoManifestElement& element) {
-    if (element.Find(Packaging, "title") != nullptr) return;
+    const PlexoManifestElement* title = element.Find(Packaging, "title");
+    if (title != nullptr && !title->text.empty()) return;
     findings.AddElement(TitleMissing, element, {element.name, element.GetValue("identifier")});
   }
 

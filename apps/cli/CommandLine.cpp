@@ -75,7 +75,7 @@ class UsageFormatter : public CLI::Formatter {
 constexpr const char* kCheckStatuses =
     "Exit status:\n"
     "  0  no errors; with --strict, no warnings either\n"
-    "  1  the package couldn't be read: no permission, disk fault\n"
+    "  1  the machine failed: no permission, no memory, disk fault\n"
     "  2  the command line is wrong, or there is no such file\n"
     "  3  errors were found; with --strict, also warnings\n";
 
@@ -315,10 +315,15 @@ ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
   return status;
 }
 
+/// What a failure of the machine ends with: the usual status means findings where a package is checked.
+ExitStatus GetMachineStatus(const Arguments& arguments) {
+  return arguments.IsCheck() ? ExitStatus::Refused : ExitStatus::Machine;
+}
+
 ExitStatus RunGuarded(const Arguments& arguments, CommandOutput& output) {
-  const auto fail = [&output](const std::string& message) {
+  const auto fail = [&](const std::string& message) {
     output.SetBeforeWriting({});
-    return output.Fail({{ExitStatus::Machine, "plexo", message, {}}});
+    return output.Fail({{GetMachineStatus(arguments), "plexo", message, {}}});
   };
   try {
     return RunCommand(arguments, output);
@@ -365,7 +370,7 @@ int RunCommandLine(int argumentCount, const char* const* arguments, std::ostream
   results.flush();
   if (!results.good()) {
     output.Explain({ExitStatus::Machine, "standard output", unwritten, {}});
-    status = std::max(status, ExitStatus::Machine);
+    status = std::max(status, GetMachineStatus(parsed));
   }
   return static_cast<int>(status);
 }

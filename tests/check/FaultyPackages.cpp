@@ -52,6 +52,57 @@ std::string Weight(const std::string& weight) {
 
 std::string Text(std::size_t length) { return std::string(length, 'x'); }
 
+std::string Repeat(const std::string& text, int count) {
+  std::string repeated;
+  for (int number = 0; number < count; ++number) {
+    std::string one = text;
+    repeated += one.replace(one.find('#'), 1, std::to_string(number));
+  }
+  return repeated;
+}
+
+CheckedPackage Crowded() {
+  CheckedPackage package = New().Zip64();
+  for (int number = 0; number < 0xFFFF; ++number)
+    package.Entry({.name = "b/" + std::to_string(number) + "/"});
+  return package;
+}
+
+/// The second item waits for the first, a cluster with this rollup and one content.
+std::string WaitingForCluster(const std::string& rollup, const std::string& names) {
+  const std::string child =
+      R"(<item identifier="CHILD" identifierref="RES-A"><title>Child</title><imsss:sequencing>)" +
+      kByContent + "</imsss:sequencing></item>";
+  return New()
+      .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
+      .At("first", child + R"(<imsss:sequencing><imsss:controlMode flow="true"/>)" + rollup +
+                       Objectives(Primary(Writes("g"))) + "</imsss:sequencing>")
+      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
+      .File("a/index.htm", CheckedPackage::Page2004(names))
+      .Build();
+}
+
+const std::string kCompletionSatisfies =
+    R"(<imsss:rollupRules><imsss:rollupRule><imsss:rollupConditions><imsss:rollupCondition
+    condition="completed"/></imsss:rollupConditions><imsss:rollupAction action="satisfied"/>
+    </imsss:rollupRule></imsss:rollupRules>)";
+
+/// The second item waits for two tests in the first.
+CheckedPackage WaitingForTests(const std::string& gate) {
+  const auto test = [](const std::string& identifier) {
+    return "<item identifier=\"" + identifier +
+           "\" identifierref=\"RES-A\"><title>T</title><imsss:sequencing>" +
+           Objectives(Primary(Writes("g"))) + "</imsss:sequencing></item>";
+  };
+  return New()
+      .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
+      .At("first", test("PRE") + test("POST") + kFlow)
+      .Sequence("second", gate + Objectives(Primary("") + Reads("g")));
+}
+
+const std::string kSco = R"("RES-B" type="webcontent" adlcp:scormType="sco")";
+const std::string kAsset = R"("RES-B" type="webcontent" adlcp:scormType="asset")";
+
 }  // namespace
 
 std::vector<FaultyPackage> FaultyArchives() {
@@ -87,6 +138,7 @@ std::vector<FaultyPackage> FaultyArchives() {
       {EntryNameOnWindows, "what?", New().Listed("b/what%3F").Rename("b/what%3F", "b/what?").Build()},
       {EntryJunk, "macOS", New().Entry({.name = "__MACOSX/._a"}).Build()},
       {EntryJunk, "Windows", New().Entry({.name = "b/Thumbs.db"}).Build()},
+      {ArchiveTooLarge, "65538 entries", Crowded().Build()},
   };
 }
 
@@ -94,10 +146,18 @@ std::vector<FaultyPackage> FaultyManifests() {
   const std::string kThird = R"(<item identifier="THIRD" identifierref="RES-A"><title>Third</title></item>)";
   return {
       {ManifestTooLarge, "16 MiB", New().At("end", Text(17U << 20U)).Build()},
+      {ManifestTooLarge, "1000 attributes", New().At("end", "<x " + Repeat("a#='' ", 1001) + "/>").Build()},
+      {ManifestTooLarge, "xml:base",
+       New()
+           .Replace("<resources>", "<resources xml:base=\"" + Text(1U << 20U) + "\">")
+           .At("resources", Repeat("<resource identifier=\"R#\" type=\"webcontent\"/>", 40))
+           .Build()},
       {ManifestIllFormed, "line 4", New().Replace("<metadata>", "<metadata").Build()},
       {ManifestIllFormed, "document type",
        New().Replace("<manifest", "<!DOCTYPE manifest><manifest").Build()},
       {ManifestInvalid, "bogus", New().At("second", "<bogus/>").Build()},
+      {ManifestInvalid, "x}bogus': the schemas of the edition",
+       New().At("second", "<v:bogus xmlns:v='http://example.org/x'/>").Build()},
       {ManifestInvalid, "bogus", Old().At("second", "<bogus/>").Build()},
       {EditionNotValidated, "4th", New().Replace("2004 3rd", "2004 4th").Build()},
       {SchemaFileMissing, "imscp_v1p1.xsd",
@@ -125,6 +185,7 @@ std::vector<FaultyPackage> FaultyManifests() {
            .At("organizations", R"(<organization identifier="OTHER"><title>T</title></organization>)")
            .Build()},
       {TitleMissing, "SECOND", New().Replace("<title>Second</title>", "").Build()},
+      {TitleMissing, "SECOND", New().Replace("<title>Second</title>", "<title> </title>").Build()},
       {ItemWithoutResource, "THIRD",
        New().At("items", R"(<item identifier="THIRD"><title>Third</title></item>)").Build()},
       {ItemWithBoth, "SECOND", New().At("second", kThird + kFlow).Build()},
@@ -141,11 +202,23 @@ std::vector<FaultyPackage> FaultyManifests() {
            adlcp:scormType="sco" href="b/index.htm"><file href="b/index.htm"/></resource>)")
            .Build()},
       {LowerCaseLaunchData, "adlcp:datafromlms",
+       New()
+           .At("second",
+               "<x:datafromlms\nxmlns:x=\"http://www.adlnet.org/xsd/adlcp_v1p3\"\n>x</x:datafromlms>")
+           .Build()},
+      {LowerCaseLaunchData, "adlcp:datafromlms",
        New().At("second", "<adlcp:datafromlms>x</adlcp:datafromlms>").Build()},
       {RepeatedLaunchData, "adlcp:masteryscore",
        Old()
            .At("second",
                "<adlcp:masteryscore>1</adlcp:masteryscore><adlcp:masteryscore>2</adlcp:masteryscore>")
+           .Build()},
+      {NestedManifest, "'SUB'",
+       New()
+           .At("items", R"(<item identifier="THIRD" identifierref="SUB"><title>Third</title></item>)")
+           .File("c/x.htm", "")
+           .At("end", R"(<manifest identifier="SUB"><organizations/><resources><resource identifier="SUB-R"
+           type="webcontent" adlcp:scormType="sco"><file href="c/x.htm"/></resource></resources></manifest>)")
            .Build()},
   };
 }
@@ -163,6 +236,8 @@ std::vector<FaultyPackage> FaultyReferences() {
       {FileMissing, "b/x.js", New().Listed("b/x.js").Remove("b/x.js").Build()},
       {LaunchFileMissing, "b/x.htm",
        New().Replace(R"("sco" href="b/index.htm")", R"("sco" href="b/x.htm")").Build()},
+      {LaunchFileMissing, "#top",
+       New().Replace(R"("sco" href="b/index.htm")", R"("sco" href="#top")").Build()},
       {LaunchFileUnlisted, "b/index.htm", New().Replace(R"(<file href="b/index.htm"/>)", "").Build()},
       {FileNameCase, "b/X.js", New().Listed("b/X.js").Rename("b/X.js", "b/x.js").Build()},
       {FileUnlisted, "b/x.js", New().File("b/x.js", "").Build()},
@@ -172,6 +247,14 @@ std::vector<FaultyPackage> FaultyReferences() {
       {HrefRawCharacters, "b/[1].js", New().Listed("b/[1].js").Build()},
       {HrefRawCharacters, "b/a%41.js", New().Listed("b/a%41.js").Build()},
       {HrefBackslash, "b\\x.js", New().Listed("b\\x.js").Rename("b\\x.js", "b/x.js").Build()},
+      {HrefBackslash, "b\\index.htm",
+       New().Replace(R"("sco" href="b/index.htm")", R"("sco" href="b\index.htm")").Build()},
+      {HrefLeavesPackage, "'/up/b/index.htm'",
+       New()
+           .Replace(R"("RES-B" type)", R"("RES-B" xml:base="/up/x" type)")
+           .Replace(R"(<file href="b/index.htm"/>)", "")
+           .Remove("b/index.htm")
+           .Build()},
       {HrefLeavesPackage, "../x.js", New().Listed("../x.js").Remove("../x.js").Build()},
       {HrefExternal, "http://", New().Listed("http://example.org/").Remove("http://example.org/").Build()},
   };
@@ -179,6 +262,9 @@ std::vector<FaultyPackage> FaultyReferences() {
 
 std::vector<FaultyPackage> FaultySequencing() {
   const std::string kFlowOn = "<imsss:controlMode flow=\"true\"/>";
+  const std::string kUnread =
+      R"(<imsss:objective objectiveID="other"><imsss:mapInfo targetObjectiveID="g" readSatisfiedStatus="false"
+      readNormalizedMeasure="false"/></imsss:objective>)";
   return {
       {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
       {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
@@ -186,6 +272,21 @@ std::vector<FaultyPackage> FaultySequencing() {
        New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
       {GateNeverOpens, "'other'",
        New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
+      {GateNeverOpens, "'other'",
+       New()
+           .Sequence("second",
+                     R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions
+                     conditionCombination="any"><imsss:ruleCondition referencedObjective="other" operator="not"
+                     condition="objectiveMeasureKnown"/><imsss:ruleCondition referencedObjective="other"
+                     operator="not" condition="objectiveStatusKnown"/></imsss:ruleConditions><imsss:ruleAction
+                     action="disabled"/></imsss:preConditionRule></imsss:sequencingRules>)" +
+                         Objectives(Primary("") + Reads("g")))
+           .Build()},
+      {GateNeverOpens, "'other'",
+       New()
+           .Sequence("first", Objectives(Primary(Writes("g"))))
+           .Sequence("second", kGate + Objectives(Primary("") + kUnread))
+           .Build()},
       {FlowOff, "'ORG'", New().Replace(kFlowOn, "").Build()},
       {NothingReachable, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
       {WeightsDontSum, "0.75",
@@ -198,28 +299,22 @@ std::vector<FaultyPackage> FaultySequencing() {
 }
 
 std::vector<FaultyPackage> SilentContents() {
-  const auto kTests = [](const std::string& identifier) {
-    return "<item identifier=\"" + identifier +
-           "\" identifierref=\"RES-A\"><title>T</title><imsss:sequencing>" +
-           Objectives(Primary(Writes("g"))) + "</imsss:sequencing></item>";
-  };
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
-  const std::string kAsset = R"("RES-B" type="webcontent" adlcp:scormType="asset")";
-  const std::string kSco = R"("RES-B" type="webcontent" adlcp:scormType="sco")";
   return {
       {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
       {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status cmi.score.scaled").Build()},
       {NeverReports, "'SECOND'", Waiting("").Build()},
+      {NeverSuccess, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
+      {NeverReports, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
+      {CompletionAwaited, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
       {NeverComplete, "'FIRST'", Waiting("cmi.success_status").Build()},
-      {FailedPretestOpens, "'PRE'",
-       New()
-           .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
-           .At("first", kTests("PRE") + kTests("POST") + kFlow)
-           .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
-           .Build()},
+      {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
+      {OtherEditionApi, "LMSInitialize",
+       New().File("b/index.htm", "<!-- Initialize the page -->" + kApi12).Build()},
       {OtherEditionApi, "SCORM 1.2", Old().File("b/index.htm", CheckedPackage::Page2004("")).Build()},
       {NoApi, "Initialize", New().File("b/index.htm", "<p>Hello</p>").Build()},
+      {NoApi, "LMSInitialize", Old().File("b/index.htm", "<script>menu.Initialize()</script>").Build()},
       {SessionNotEnded, "Terminate",
        New().File("b/index.htm", "<script>api.Initialize('')</script>").Build()},
       {AssetUsesApi, "'SECOND'", New().Replace(kSco, kAsset).Build()},
@@ -259,5 +354,38 @@ std::vector<FaultyPackage> LongTexts() {
                  "<script>API.LMSInitialize(''); API.LMSSetValue('cmi.suspend_data', ''); "
                  "API.LMSFinish('')</script>")
            .Build()},
+  };
+}
+
+std::vector<std::string> GoodPackages() {
+  const std::string kPass =
+      R"(<imsss:preConditionRule><imsss:ruleConditions conditionCombination="any">
+      <imsss:ruleCondition referencedObjective="other" operator="not" condition="satisfied"/>
+      <imsss:ruleCondition referencedObjective="other" operator="not" condition="objectiveStatusKnown"/>
+      </imsss:ruleConditions><imsss:ruleAction action="disabled"/></imsss:preConditionRule>)";
+  const std::string kGateAndPass = std::string(kGate).insert(kGate.rfind("</"), kPass);
+  return {
+      New().Build(),
+      Old().Build(),
+      WaitingForCluster(kCompletionSatisfies, "cmi.completion_status"),
+      WaitingForTests(kGateAndPass).Build(),
+      // Names of the API that are put together may be of either edition.
+      Old().File("b/index.htm", "api['LMS' + 'Initialize']('')").Build(),
+      New().Replace(kSco, kAsset).File("b/index.htm", "<script>menu.Initialize()</script>").Build(),
+      New()
+          .Replace("<resources>", R"(<resources xml:base="top/contents.xml">)")
+          .Replace(R"("sco" href="b/index.htm")", R"("sco" xml:base="b/" href="index.htm")")
+          .Replace(R"(<file href="b/index.htm"/>)", R"(<file href="index.htm"/>)")
+          .Rename("a/index.htm", "top/a/index.htm")
+          .Rename("b/index.htm", "top/b/index.htm")
+          .Build(),
+      New()
+          .File("b/index.htm", "")
+          .At("file", R"(<dependency identifierref="RES-C"/>)")
+          .At("resources", R"(<resource identifier="RES-D" type="webcontent" adlcp:scormType="asset">
+          <file href="c/api.js"/></resource><resource identifier="RES-C" type="webcontent"
+          adlcp:scormType="asset"><dependency identifierref="RES-D"/></resource>)")
+          .File("c/api.js", CheckedPackage::Page2004("cmi.completion_status"))
+          .Build(),
   };
 }

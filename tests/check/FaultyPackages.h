@@ -20,3 +20,6 @@ std::vector<FaultyPackage> FaultyReferences();
 std::vector<FaultyPackage> FaultySequencing();
 std::vector<FaultyPackage> SilentContents();
 std::vector<FaultyPackage> LongTexts();
+
+/// Packages that differ from those above in what matters.
+std::vector<std::string> GoodPackages();

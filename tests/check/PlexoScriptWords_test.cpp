@@ -34,6 +34,9 @@ TEST(PlexoScriptScan, FindsWordsWhereverPiecesEnd) {
       {"'cmi.' + name", PlexoScriptWords::Assembled, true},
       {"'cmi.objectives.' + n + '.success_status'", PlexoScriptWords::Success, true},
       {"cmi.success_status", PlexoScriptWords::Completion, false},
+      {"api['LMS' + name]", PlexoScriptWords::Assembled12, true},
+      {"no LMS was found", PlexoScriptWords::Assembled12, false},
+      {{"i\0.\0L\0M\0S\0F\0i\0n\0i\0s\0h\0(\0", 24}, PlexoScriptWords::Finish12, true},
   };
   for (const auto& [text, word, isFound] : cases) {
     for (const std::size_t pieceBytes : {1U, 7U, 1000U}) {

@@ -136,6 +136,11 @@ CheckedPackage& CheckedPackage::Rename(const std::string& name, const std::strin
   return *this;
 }
 
+CheckedPackage& CheckedPackage::Zip64() {
+  archive.zip64End = true;
+  return *this;
+}
+
 CheckedPackage& CheckedPackage::Remove(const std::string& name) {
   std::erase_if(archive.entries, [&name](const RawEntry& entry) { return entry.name == name; });
   return *this;

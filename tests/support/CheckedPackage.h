@@ -33,6 +33,8 @@ class CheckedPackage {
   CheckedPackage& Entry(const RawEntry& entry);
   CheckedPackage& Rename(const std::string& name, const std::string& newName);
   CheckedPackage& Remove(const std::string& name);
+  /// Ends the archive in the form that holds more than 65,535 entries.
+  CheckedPackage& Zip64();
 
   [[nodiscard]] std::string Build() const { return archive.Build(); }
 

@@ -87,6 +87,14 @@ TEST_F(CheckCommandTest, RefusesWhatItCannotCheck) {
   }
 }
 
+TEST_F(CheckCommandTest, TellsAFailureOfTheMachineFromFindings) {
+  Save(CheckedPackage::Scorm2004());
+  const ProgramResult result =
+      Program({"check", "a.zip"}).Prepare([] { static_cast<void>(freopen("/dev/full", "w", stdout)); }).Run();
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "standard output: can't write\n");
+}
+
 TEST_F(CheckCommandTest, PrintsTheTableThatTheDocumentationHolds) {
   EXPECT_EQ(Plexo({"check", "--list"}).out, ReadFile(TzPath(PLEXO_SOURCE "/docs/messages.md")));
 }

@@ -19,7 +19,10 @@ class FaultReading : public TzXMLParser {
   }
 
   [[nodiscard]] std::string GetFault() const {
-    return fault.empty() && !hasManifest ? "its imsmanifest.xml has no manifest element" : fault;
+    // Of a document that was given up nobody knows what the rest holds.
+    const bool wasReadToItsEnd = GetLine() == 0 && !WasRefused();
+    const bool lacksManifest = wasReadToItsEnd && !hasManifest;
+    return fault.empty() && lacksManifest ? "its imsmanifest.xml has no manifest element" : fault;
   }
 
  private:

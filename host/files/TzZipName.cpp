@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kMostComponentBytes = 255;
 constexpr std::size_t kMostNameBytes = 4000;
+// Every walk through a folder pays for its level: without a bound a small archive costs minutes.
+constexpr std::size_t kMostLevels = 256;
 
 constexpr std::u16string_view kUpperHalfOf437 =
     u"\u00C7\u00FC\u00E9\u00E2\u00E4\u00E0\u00E5\u00E7\u00EA\u00EB\u00E8\u00EF\u00EE\u00EC\u00C4\u00C5"
@@ -90,7 +92,7 @@ const char* TzZipName::Read(std::string_view written) {
   if (written.empty()) return "the entry has no name";
   if (IsSeparator(written.front())) return "the entry's name is absolute";
   if (written.size() > kMostNameBytes) return "the entry's name is too long";
-  while (!written.empty()) {
+  for (std::size_t levels = 0; !written.empty();) {
     const auto* const separator = std::find_if(written.begin(), written.end(), IsSeparator);
     const auto end = static_cast<std::size_t>(separator - written.begin());
     const std::string_view component = written.substr(0, end);
@@ -98,6 +100,7 @@ const char* TzZipName::Read(std::string_view written) {
     written.remove_prefix(std::min(end + 1, written.size()));
     if (component.empty() || component == ".") continue;
     if (const char* fault = FindFault(component); fault != nullptr) return fault;
+    if (++levels > kMostLevels) return "the entry's name has too many levels";
     if (!text.empty()) text += '/';
     text += component;
   }

@@ -22,7 +22,8 @@ class TzZipUtils {
   /// else CP437; a back-slash separates as a slash does; empty components and "." are dropped. The archive is
   /// refused as a whole (`kTzBadContent`), before anything is written, if
   /// - an entry's name is absolute, holds "..", a drive letter, a control character or a device name (CON,
-  ///   NUL, COM1 ..., whatever follows the point), or its attributes say that it is a link or a device;
+  ///   NUL, COM1 ..., whatever follows the point), or is longer than 4000 bytes, 255 a component, or deeper
+  ///   than 256 levels, or its attributes say that it is a link or a device;
   /// - two entries have one name, or one is a file where another needs a folder;
   /// - entries overlap, lie outside the archive, or a local header disagrees with the directory;
   /// - an entry is encrypted, or packed in a way other than stored or deflated;

@@ -33,7 +33,10 @@ TEST(PlexoCourseModel, ResettingEmptiesTheFolderAndKeepsWhatTheAuthorNamed) {
   course.SetCourseIdentifier("My_Course");
   course.SetScormVersion("1.2");
   course.SetCourseVersion("3");
+  course.SetEnableCourseVersion(false);
+  course.SetEnableCourseDuration(true);
   course.SetEnableCourseSubject(true);
+  course.SetManifestDetailsEdited(true);
   course.AddSCOManifest({});
   EXPECT_TRUE(course.GetIsDirty());
 
@@ -43,7 +46,10 @@ TEST(PlexoCourseModel, ResettingEmptiesTheFolderAndKeepsWhatTheAuthorNamed) {
   EXPECT_EQ(course.GetCourseIdentifier(), "My_Course");
   EXPECT_EQ(course.GetScormVersion(), "2004");
   EXPECT_EQ(course.GetCourseVersion(), "");
+  EXPECT_TRUE(course.GetEnableCourseVersion());
+  EXPECT_FALSE(course.GetEnableCourseDuration());
   EXPECT_FALSE(course.GetEnableCourseSubject());
+  EXPECT_FALSE(course.GetManifestDetailsEdited());
   EXPECT_EQ(course.GetSCOManifestCount(), 0U);
   EXPECT_FALSE(course.GetIsDirty());
 }

@@ -188,6 +188,7 @@ TEST_F(PlexoAddFileDriverTest, AFileAddedAgainPlacesWhatTheSelectionHoldsByThen)
   // First in its selection there is nothing to place but an empty record, later on it is the file before.
   EXPECT_THAT(AddLinear({intro}), ElementsAre(""));
   EXPECT_THAT(AddLinear({other, Package("intro", "elsewhere")}), ElementsAre("other", "other"));
+  EXPECT_EQ(GetCourseModel()->GetLastBrowseFolder(), chosen.Path());
   EXPECT_THAT(session.BoxTexts(), ElementsAre(kAddedAlready, kAddedAlready));
   EXPECT_TRUE(GetLinearCourseModel()->GetSCO(1).IsEmpty());
   EXPECT_EQ(GetLinearCourseModel()->GetSCO(3).scoName, "other");
@@ -220,6 +221,7 @@ TEST_F(PlexoAddFileDriverTest, ModulesKeepTheirTestsAndContentsApart) {
   EXPECT_EQ(requests[0].title, "Browse for SCO files");
   EXPECT_EQ(requests[0].filters.front().extensions, (std::vector<TzString>{"zip", "pdf", "swf"}));
   EXPECT_FALSE(requests[0].multiple);
+  EXPECT_FALSE(requests[1].multiple);
   EXPECT_TRUE(requests[2].multiple);
   EXPECT_EQ(requests[1].startFolder, chosen.Path());
 }

@@ -75,6 +75,8 @@ TEST(PlexoXMLParser, CollapsesAPackageIntoOneScoWithTheLastOfEachValue) {
   EXPECT_EQ(reading.manifest.title, "in metadata");
   EXPECT_EQ(reading.manifest.href, "2.htm");
   EXPECT_EQ(reading.manifest.files, (std::vector<TzString>{"x", "y"}));
+  // Organizations inside have ended it for the text behind them.
+  EXPECT_EQ(Read(Manifest2004("<title>a<organizations/>b</title>"), "2004").manifest.title, "a");
 }
 
 TEST(PlexoXMLParser, TheVersionOfTheManifestMustFitTheCourse) {
@@ -136,6 +138,19 @@ TEST(PlexoXMLParser, FailsWithTheCodeOfTheFault) {
        "2004", NONE},
       {"a title that opens inside the organizations and is one by then",
        "<manifest version='1.3'><title><organizations/></title></manifest>", "2004", NONE},
+      {"an element without meaning in a resource among the organizations",
+       Manifest2004("<resource href='h'><x/></resource>"), "2004", NONE},
+      // An element with a meaning in both counts twice there, so its end meets another state than its start.
+      {"an item in a resource among the organizations",
+       Manifest2004("<resource href='h'><item identifier='i'/></resource>"), "2004", PARSE},
+      // Broken off, so that no later end meets a wrong state too.
+      {"a resource that ends with such an element open",
+       "<manifest version='1.3'><organizations><resource href='h'><title><organizations/></title></resource>",
+       "2004", PARSE},
+      {"organizations that end likewise",
+       "<manifest version='1.3'><resource href='h'><organizations><title><organizations/></title>"
+       "</organizations>",
+       "2004", PARSE},
   };
   for (const auto& [fault, xml, course, code] : cases) {
     const Reading reading = Read(xml, course);
@@ -150,6 +165,9 @@ TEST(PlexoXMLParser, NothingIsReadAfterAFailure) {
   EXPECT_TRUE(reading.failed);
   EXPECT_EQ(reading.manifest.title, "before");
   EXPECT_EQ(reading.manifest.href, "");
+  // Not even the text of the element that failed.
+  EXPECT_EQ(Read(Manifest2004("<adlcp:masteryscore>80</adlcp:masteryscore>"), "2004").manifest.masteryScore,
+            "");
 }
 
 TEST(PlexoXMLParser, XmlThatBreaksOffIsNoFailure) {
@@ -178,34 +196,35 @@ TEST(PlexoXMLParser, ReadsTheRunTimeDataOf12) {
 }
 
 TEST(PlexoXMLParser, KeepsTheMostSpecificMetadataLocation) {
-  const std::string at = "<metadata><adlcp:location>";
-  const std::string end = "</adlcp:location></metadata>";
+  const auto location = [](const std::string& text) {
+    return text.empty() ? "" : "<metadata><adlcp:location>" + text + "</adlcp:location></metadata>";
+  };
   const struct {
     std::string inManifest;
     std::string inOrganization;
     std::string inItem;
-    std::string inResource;
+    std::string afterItem;
     std::string afterOrganizations;
+    std::string inResource;
     const char* kept;
   } cases[] = {
-      {"m", "", "", "", "", "m"},
-      {"m", "", "", "r", "", "r"},
-      {"m", "o", "", "", "", "o"},
-      {"m", "", "i", "r", "", "r"},
-      {"", "", "i", "", "later", "i"},
-      {"", "", "", "r1</adlcp:location><adlcp:location>r2", "", "r1"},
+      {"m", "", "", "", "", "", "m"},
+      {"m", "", "", "", "", "r", "r"},
+      {"m", "o", "", "", "", "", "o"},
+      {"m", "", "i1</adlcp:location><adlcp:location>i2", "", "", "", "i1"},
+      {"m", "", "i", "", "", "r", "r"},
+      {"", "", "i", "", "later", "", "i"},
+      {"", "o1", "", "o2", "", "", "o1"},
+      {"", "", "", "", "", "r1</adlcp:location><adlcp:location>r2", "r1"},
       // Organizations leave their own scope behind, so that metadata after them outranks the manifest's.
-      {"m", "", "", "", "later", "later"},
+      {"m", "", "", "", "later", "", "later"},
   };
   for (const auto& row : cases) {
-    const auto location = [&](const std::string& text) { return text.empty() ? "" : at + text + end; };
-    const Reading reading =
-        Read("<manifest version='1.3'>" + location(row.inManifest) + "<organizations><organization>" +
-                 location(row.inOrganization) + "<item identifier='i'>" + location(row.inItem) +
-                 "</item></organization></organizations>" + location(row.afterOrganizations) +
-                 "<resources><resource href='h'>" + location(row.inResource) +
-                 "</resource></resources></manifest>",
-             "2004");
+    std::string xml = "<manifest version='1.3'>" + location(row.inManifest) + "<organizations><organization>";
+    xml += location(row.inOrganization) + "<item identifier='i'>" + location(row.inItem) + "</item>";
+    xml += location(row.afterItem) + "</organization></organizations>" + location(row.afterOrganizations);
+    xml += "<resources><resource href='h'>" + location(row.inResource) + "</resource></resources></manifest>";
+    const Reading reading = Read(xml, "2004");
     EXPECT_EQ(reading.manifest.metadataLocation, row.kept) << row.kept;
   }
 }

@@ -317,6 +317,7 @@ TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
   ScoZip("none").Manifest("<manifest/>").Save(Work());
   ScoZip("page").Manifest("<html/>").Save(Work());
   ScoZip("cut").Manifest("<html>\n<body").Save(Work());
+  ScoZip("typed").Manifest("<!DOCTYPE manifest><manifest version='1.3'/>").Save(Work());
   ScoZip("nohref")
       .Manifest("<manifest version='1.3'><resources><resource identifier='R1'/></resources></manifest>")
       .Save(Work());
@@ -344,7 +345,10 @@ TEST_F(BuildCommandTest, SaysWhyAPackageIsRefused) {
   EXPECT_EQ(Refusal("none.zip"),
             "none.zip" + version + "its manifest says no version; expected '1.0' or '1.3'\n");
   EXPECT_EQ(Refusal("page.zip"), "page.zip" + version + "its imsmanifest.xml has no manifest element\n");
-  EXPECT_THAT(Refusal("cut.zip"), HasSubstr("its imsmanifest.xml: line 2, column "));
+  EXPECT_THAT(Refusal("cut.zip"), StartsWith("cut.zip" + version + "its imsmanifest.xml: line 2, column "));
+  EXPECT_EQ(Refusal("typed.zip"),
+            "typed.zip" + parse +
+                "its imsmanifest.xml: line 1, column 19: a document type declaration isn't allowed\n");
   EXPECT_EQ(
       Refusal("intro.zip", "scorm: 1.2\n"),
       "intro.zip" + version + "its manifest says version '1.3' (SCORM 2004), the course is SCORM 1.2\n");

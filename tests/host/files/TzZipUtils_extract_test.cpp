@@ -12,6 +12,18 @@ constexpr std::uint16_t kUtf8 = 1U << 11U;
 
 std::uint32_t UnixMode(std::uint32_t mode) { return mode << 16U; }
 
+/// "a/a/a/" with so many levels, of which the first is given.
+std::string DeepName(std::string name, int levels) {
+  name += '/';
+  for (int level = 1; level < levels; ++level) name += "a/";
+  return name;
+}
+
+/// Two of them have no size together, in 64 bits.
+RawEntry HugeEntry(const std::string& name) {
+  return {.name = name, .deflate = true, .zip64 = true, .size = std::uint64_t{1} << 63U};
+}
+
 INSTANTIATE_TEST_SUITE_P(, ExtractTest, testing::Values(FileSystemKind::Disk, FileSystemKind::Staged),
                          testing::PrintToStringParamName());
 
@@ -74,6 +86,7 @@ TEST_P(ExtractTest, ReadsNamesAsTheArchiveMeansThem) {
       {{.name = "T\x81r.txt"}, {"Tür.txt"}},
       {{.name = "T\x81r.txt", .host = 3}, {"Tür.txt"}},
       {{.name = "T\xC3\xBCr.txt", .host = 3}, {"Tür.txt"}},
+      {{.name = "T\xC3\xBCr.txt", .host = 19}, {"Tür.txt"}},
       {{.name = "T\xC3\xBCr.txt", .host = 0}, {"T├╝r.txt"}},
       {{.name = "T\xC3\xBCr.txt", .flags = kUtf8}, {"Tür.txt"}},
       {{.name = "T?r.txt", .extra = RawZip::UnicodePath("T?r.txt", "Tür.txt")}, {"Tür.txt"}},
@@ -91,6 +104,8 @@ TEST_P(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
   const std::string drive = "the entry's name holds a drive letter";
   const std::string device = "the entry's name is that of a device";
   const std::string control = "the entry's name holds a control character";
+  std::string longPath(4001, 'n');
+  for (std::size_t at = 200; at < longPath.size(); at += 200) longPath[at] = '/';
   const struct {
     RawEntry entry;
     std::string text;
@@ -112,6 +127,9 @@ TEST_P(ExtractTest, RefusesNamesThatAreNoneOfAFileInTheFolder) {
       {{.name = "lpt²/x", .flags = kUtf8}, "in.zip: lpt²/x: " + device},
       {{.name = std::string(256, 'n')},
        "in.zip: " + std::string(200, 'n') + "...: the entry's name is too long"},
+      {{.name = longPath}, "in.zip: " + std::string(200, 'n') + "...: the entry's name is too long"},
+      {{.name = DeepName("a", 257)},
+       "in.zip: " + DeepName("a", 100) + "...: the entry's name has too many levels"},
       {{.name = "a\xFF", .flags = kUtf8}, "in.zip: a\u00A0: the entry's name is malformed UTF-8"},
       {{.name = "a", .extra = RawZip::UnicodePath("a", "../x")}, "in.zip: a: " + out},
   };
@@ -131,6 +149,9 @@ TEST_P(ExtractTest, RefusesEntriesThatItCantUnpackSafely) {
   } rows[] = {
       {{.name = "a", .attributes = UnixMode(0120777)}, special},
       {{.name = "a", .attributes = UnixMode(0020666)}, special},
+      {{.name = "a", .attributes = UnixMode(0060666)}, special},
+      {{.name = "a", .attributes = UnixMode(0010666)}, special},
+      {{.name = "a", .attributes = UnixMode(0140777)}, special},
       {{.name = "a", .attributes = 0x400}, special},
       {{.name = "a", .flags = 1}, "in.zip: a: the entry is encrypted"},
       {{.name = "a", .flags = 1U << 13U}, "in.zip: a: the entry is encrypted"},
@@ -173,10 +194,17 @@ TEST_P(ExtractTest, RefusesEntriesThatGetInEachOthersWay) {
   const std::string inner = RawZip{{{.name = "b", .content = "inner"}}}.Build();
   ExpectRefused({{{.name = "a", .content = inner}, {.name = "b", .content = "inner", .offset = 31}}},
                 "in.zip: a: the entry overlaps 'b'");
+  // The first entry's data goes one byte into the header of the second.
+  ExpectRefused({{{.name = "a", .content = "x", .size = 2, .packedSize = 2}, {.name = "b"}}},
+                "in.zip: a: the entry overlaps 'b'");
 }
 
 TEST_P(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
   const RawEntry a = {.name = "a"};
+  std::vector<RawEntry> manyFolders(4000);
+  for (RawEntry& entry : manyFolders) {
+    entry.name = DeepName(std::to_string(&entry - manyFolders.data()), 256);
+  }
   const struct {
     std::string bytes;
     std::string text;
@@ -193,6 +221,9 @@ TEST_P(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
        "in.zip: holds more than a million entries"},
       {RawZip{{{.name = "a", .deflate = true, .size = 300U << 20U}}}.Build(),
        "in.zip: unpacks to more than 200 times its own size"},
+      {RawZip{{HugeEntry("a"), HugeEntry("b")}}.Build(),
+       "in.zip: unpacks to more than 200 times its own size"},
+      {RawZip{manyFolders}.Build(), "in.zip: holds more than a million files and folders"},
   };
   for (const auto& row : rows) ExpectFailure(row.bytes, kTzBadContent, row.text);
   EXPECT_EQ(TzZipUtils::ExtractFiles(folder.Path(), Out()), kTzBadContent);
@@ -202,6 +233,9 @@ TEST_P(ExtractTest, RefusesFilesThatAreNoWholeArchive) {
 
 TEST_P(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
   const std::string big(std::size_t{17} << 20U, 'b');
+  const std::string oneByte("\x01\x01\x00\xFE\xFFx", 6);
+  RawEntry longData = RawZip::Zeros("a", big.size());
+  *longData.packed += "more";
   const std::string damaged = "the entry's packed data is damaged";
   const std::string otherSize = "the entry unpacks to another size than it says";
   const std::string otherCrc = "the entry's CRC-32 doesn't match";
@@ -212,6 +246,8 @@ TEST_P(ExtractTest, FailsOnDataThatIsntWhatItShouldBe) {
       {{.name = "a", .content = "stored", .crc = 1}, otherCrc},
       {{.name = "a", .content = "deflated", .deflate = true, .crc = 1}, otherCrc},
       {{.name = "a", .content = "x", .deflate = true, .packed = "\xFF\xFF"}, damaged},
+      {{.name = "a", .content = "x", .deflate = true, .packed = oneByte + "more"}, damaged},
+      {longData, damaged},
       {{.name = "a", .content = "longer", .deflate = true, .size = 5}, otherSize},
       {{.name = "a", .content = "shorter", .deflate = true, .size = 8}, otherSize},
       {{.name = "a", .content = big, .deflate = true, .crc = 1}, otherCrc},

@@ -186,6 +186,8 @@ TEST(TzXMLParser, RefusesHostileDocumentsBeforeTheyCost) {
   }
 
   EXPECT_THAT(Read(Nested(TzXMLParser::kMaximumDepth)).problems, IsEmpty());
+  // Elements beside each other are no depth.
+  EXPECT_THAT(Read("<t>" + Nested(200) + Nested(200) + "</t>").problems, IsEmpty());
   const Reading deep = Read(Nested(TzXMLParser::kMaximumDepth + 1));
   EXPECT_EQ(deep.events.size(), static_cast<std::size_t>(TzXMLParser::kMaximumDepth));
   EXPECT_THAT(deep.problems, ElementsAre(HasSubstr("elements are nested deeper than 256")));

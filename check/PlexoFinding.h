@@ -43,6 +43,7 @@ enum class PlexoFindingId {
   LowerCaseLaunchData,
   RepeatedLaunchData,
   NestedManifest,
+  TitleEmpty,
 
   ManifestIdentifierDigit,
   IdentifierMalformed,

@@ -110,6 +110,11 @@ constexpr std::array kKinds = {
         NestedManifest, "PLX-215", kWarning, "There is a manifest in the manifest",
         "manifest '{0}': stands in another, where many LMSs don't read it; what is in it isn't checked",
         "put its items and resources into the manifest around it"},
+    PlexoFindingKind{
+        TitleEmpty, "PLX-216", kWarning, "A title is empty",
+        "{0} '{1}': its title is empty, and LMSs show a line without words. Plexo writes it for a document or "
+        "movie of a flat course, which brings no title",
+        "add a title, or take the document or movie into a module, where it has its file's name"},
 
     PlexoFindingKind{ManifestIdentifierDigit, "PLX-301", kError,
                      "The manifest's identifier starts with a digit",

@@ -73,7 +73,8 @@ class StructureCheck {
   void CheckTitle(const PlexoManifestElement& element) {
     const PlexoManifestElement* title = element.Find(Packaging, "title");
     if (title != nullptr && !title->text.empty()) return;
-    findings.AddElement(TitleMissing, element, {element.name, element.GetValue("identifier")});
+    findings.AddElement(title == nullptr ? TitleMissing : TitleEmpty, element,
+                        {element.name, element.GetValue("identifier")});
   }
 
   void CheckItem(const PlexoManifestElement& item) {

@@ -10,8 +10,8 @@
 /// Names of elements and attributes arrive as written, prefix included; all texts are UTF-8. Adjacent
 /// character data arrives in one piece, between the tags around it, entities and line ends resolved (comments
 /// and processing instructions don't split it). Encodings: what the byte-order mark or the XML declaration
-/// says, UTF-8 without either; all that the system's iconv knows, such as UTF-16, ISO-8859-1, windows-1252
-/// and Shift_JIS.
+/// says, UTF-8 without either; all that the system's iconv knows but UTF-32, such as UTF-16, ISO-8859-1,
+/// windows-1252 and Shift_JIS.
 ///
 /// A hostile document costs nothing: a document type declaration, a file over `kMaximumSize` and elements
 /// nested deeper than `kMaximumDepth` end the reading as an error; nothing outside the file is ever fetched.

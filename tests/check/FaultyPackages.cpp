@@ -185,7 +185,7 @@ std::vector<FaultyPackage> FaultyManifests() {
            .At("organizations", R"(<organization identifier="OTHER"><title>T</title></organization>)")
            .Build()},
       {TitleMissing, "SECOND", New().Replace("<title>Second</title>", "").Build()},
-      {TitleMissing, "SECOND", New().Replace("<title>Second</title>", "<title> </title>").Build()},
+      {TitleEmpty, "SECOND", New().Replace("<title>Second</title>", "<title> </title>").Build()},
       {ItemWithoutResource, "THIRD",
        New().At("items", R"(<item identifier="THIRD"><title>Third</title></item>)").Build()},
       {ItemWithBoth, "SECOND", New().At("second", kThird + kFlow).Build()},

@@ -112,7 +112,8 @@ constexpr std::array kKinds = {
         "put its items and resources into the manifest around it"},
     PlexoFindingKind{
         TitleEmpty, "PLX-216", kWarning, "A title is empty",
-        "{0} '{1}': its title is empty, and LMSs show a line without words. Plexo writes it for a document or "
+        "{0} '{1}': its title is empty, and LMSs show a line without words. Plexo writes it for a document "
+        "or "
         "movie of a flat course, which brings no title",
         "add a title, or take the document or movie into a module, where it has its file's name"},
 

@@ -57,12 +57,9 @@ std::set<std::string> FindCodes(const std::string& archive) {
 TEST(OwnFormat, HasOnlyTheFindingsThatItIsKnownFor) {
   const std::map<std::string, std::set<std::string>> known = {
       // Their SCO names no launch file.
-      {"details-off-1.2", {"PLX-402"}},
-      {"details-off-2004", {"PLX-402"}},
-      {"everything-1.2", {"PLX-214"}},
-      {"everything-2004", {"PLX-213"}},
-      {"rollup-forced-open-3", {"PLX-512"}},
-      {"rollup-forced-ordered-3", {"PLX-512"}},
+      {"details-off-1.2", {"PLX-402"}},      {"details-off-2004", {"PLX-402"}},
+      {"everything-1.2", {"PLX-214"}},       {"everything-2004", {"PLX-213"}},
+      {"rollup-forced-open-3", {"PLX-512"}}, {"rollup-forced-ordered-3", {"PLX-512"}},
   };
   std::size_t count = 0;
   for (const auto& file : std::filesystem::directory_iterator(PLEXO_SOURCE "/tests/publish/golden")) {

@@ -17,8 +17,8 @@ bool IsSchemaDocument(std::string_view name) { return name.ends_with(".xsd") || 
 // them owns its files.
 bool IsOfSharedPlayer(std::string_view name) { return name.starts_with("plexo_players/"); }
 
-/// What a page loads that needs the shared player.
-bool IsWrapperScript(std::string_view name) { return name.ends_with("/SCORM_support/scorm_support.js"); }
+/// The script of a page that is shown by the shared player.
+bool NeedsSharedPlayer(std::string_view name) { return name.ends_with("/SCORM_support/scorm_support.js"); }
 
 /// A reference with what the bases put in front of it.
 std::string GetAddress(const PlexoFileReference& file) {
@@ -97,7 +97,7 @@ class FileCheck {
 
   void CheckUnlisted() {
     const bool hasWrappers = std::ranges::any_of(
-        listed, [](const TzZipEntry* entry) { return entry != nullptr && IsWrapperScript(entry->name); });
+        listed, [](const TzZipEntry* entry) { return entry != nullptr && NeedsSharedPlayer(entry->name); });
     for (const TzZipEntry& entry : package.archive.GetEntries()) {
       if (entry.isFolder || entry.isFaulty || entry.name == PlexoFindingList::kManifestName ||
           listed.contains(&entry) || IsSchemaDocument(entry.name) ||

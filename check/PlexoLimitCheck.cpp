@@ -97,13 +97,13 @@ class LimitCheck {
     if (holder == "keyword") CheckText(element, element.text, MetadataKeyword);
   }
 
-  void CheckAttribute(const PlexoManifestElement& element, std::string_view name, PlexoLimited text) {
+  void CheckAttribute(const PlexoManifestElement& element, std::string_view name, PlexoLimited part) {
     if (const std::string* value = element.GetAttribute(name); value != nullptr)
-      CheckText(element, *value, text);
+      CheckText(element, *value, part);
   }
 
-  void CheckText(const PlexoManifestElement& element, std::string_view value, PlexoLimited text) {
-    const PlexoLimit* limit = FindPlexoLimit(text, edition);
+  void CheckText(const PlexoManifestElement& element, std::string_view value, PlexoLimited part) {
+    const PlexoLimit* limit = FindPlexoLimit(part, edition);
     if (limit == nullptr || value.size() <= limit->maximum) return;
     const std::size_t length = CountCharacters(value);
     if (length > limit->maximum) findings.AddElement(limit->id, element, Describe(*limit, value, length));

@@ -51,9 +51,9 @@ constexpr std::array kLimits = {
 
 std::span<const PlexoLimit> GetPlexoLimits() { return kLimits; }
 
-const PlexoLimit* FindPlexoLimit(PlexoLimited text, PlexoEdition edition) {
+const PlexoLimit* FindPlexoLimit(PlexoLimited part, PlexoEdition edition) {
   const auto found = std::find_if(kLimits.begin(), kLimits.end(), [&](const PlexoLimit& limit) {
-    return limit.text == text && limit.first <= edition && edition <= limit.last;
+    return limit.part == part && limit.first <= edition && edition <= limit.last;
   });
   return found != kLimits.end() ? &*found : nullptr;
 }

@@ -8,7 +8,7 @@
 #include "check/PlexoEdition.h"
 #include "check/PlexoFinding.h"
 
-/// What is limited: texts in their length, and the package as a whole.
+/// The parts that are limited: texts in their length, and the package as a whole.
 enum class PlexoLimited {
   EntryCount,
   PackedBytes,
@@ -27,7 +27,7 @@ enum class PlexoLimited {
 
 /// One limit that an LMS may set without breaking its standard, or a system sets.
 struct PlexoLimit {
-  PlexoLimited text;
+  PlexoLimited part;
   /// The editions that it holds in, both included.
   PlexoEdition first;
   PlexoEdition last;
@@ -41,5 +41,5 @@ struct PlexoLimit {
 /// All limits that are known: one row each, with its source.
 std::span<const PlexoLimit> GetPlexoLimits();
 
-/// The limit of a text in an edition; null if there is none.
-const PlexoLimit* FindPlexoLimit(PlexoLimited text, PlexoEdition edition);
+/// The limit of a part in an edition; null if there is none.
+const PlexoLimit* FindPlexoLimit(PlexoLimited part, PlexoEdition edition);

@@ -4,7 +4,7 @@ const PlexoBridge2004On12 = (function () {
 
   const longestComments = 4096;  // these three of SCORM 1.2
   const longestIdentifier = 255;
-  const limits = { 'cmi.location': 255, 'cmi.suspend_data': 4096 };
+  const longestLocation = 255;
 
   const sameElements = {
     'cmi.learner_id': 'cmi.core.student_id',
@@ -52,6 +52,7 @@ const PlexoBridge2004On12 = (function () {
     constructor(lms, settings) {
       super(PlexoModel2004, lms, settings);
       this.commentsTold = false;
+      this.primary = null;
     }
 
     read(name) {
@@ -113,18 +114,29 @@ const PlexoBridge2004On12 = (function () {
       if (text !== '') this.record.put(`${array}.0.comment`, text);
     }
 
+    // What the content's manifest declares and the LMS lacks stands behind what it has.
     fillObjectives() {
-      for (let at = 0; at < this.lms.count('cmi.objectives'); ++at) {
-        const entry = `cmi.objectives.${at}`;
-        const put = (leaf, value) => this.record.put(`${entry}.${leaf}`, value === '' ? undefined : value);
-        put('id', this.lms.get(`${entry}.id`));
-        for (const part of ['raw', 'min', 'max']) put(`score.${part}`, this.lms.get(`${entry}.score.${part}`));
-        put('score.scaled', this.readScaled(`${entry}.score`));
-        const status = PlexoBridge.statuses[this.lms.get(`${entry}.status`)];
-        if (!status) continue;
-        put('completion_status', status[0]);
-        put('success_status', status[1]);
+      const known = new Set();
+      const count = this.lms.count('cmi.objectives') || 0;
+      for (let at = 0; at < count; ++at) {
+        this.fillObjective(`cmi.objectives.${at}`);
+        known.add(this.record.peek(`cmi.objectives.${at}.id`));
       }
+      PlexoPresetObjectives.ids(this.settings).filter((id) => !known.has(id))
+          .forEach((id, at) => this.record.put(`cmi.objectives.${count + at}.id`, id));
+    }
+
+    fillObjective(entry) {
+      const put = (leaf, value) => this.record.put(`${entry}.${leaf}`, value === '' ? undefined : value);
+      const id = this.lms.get(`${entry}.id`);
+      put('id', id);
+      this.told.set(`${entry}.id`, id);
+      for (const part of ['raw', 'min', 'max']) put(`score.${part}`, this.lms.get(`${entry}.score.${part}`));
+      put('score.scaled', this.readScaled(`${entry}.score`));
+      const status = PlexoBridge.statuses[this.lms.get(`${entry}.status`)];
+      if (!status) return;
+      put('completion_status', status[0]);
+      put('success_status', status[1]);
     }
 
     // The content's statuses, judged by its own manifest as an LMS of 2004 judges them.
@@ -144,12 +156,13 @@ const PlexoBridge2004On12 = (function () {
     }
 
     tellNow(name, value) {
-      if (limits[name] && value.length > limits[name]) {
-        const why = `${name} has ${value.length} characters; the course's SCORM 1.2 holds ${limits[name]}`;
+      if (name === 'cmi.location' && value.length > longestLocation) {
+        const why = `${name} has ${value.length} characters; the course's SCORM 1.2 holds ${longestLocation}`;
         this.warn(name, why);
         return { why };
       }
-      if (limits[name]) return this.tell(sameIfSet[name], value);
+      if (name === 'cmi.suspend_data') this.warnOfLongData(value);
+      if (name === 'cmi.location' || name === 'cmi.suspend_data') return this.tell(sameIfSet[name], value);
       const preference = preferenceOf(name);
       if (preference) {
         this.tellDetail(preference.of12, PlexoBridge.decimal(preference.in12(Number(value))));
@@ -160,16 +173,62 @@ const PlexoBridge2004On12 = (function () {
     }
 
     tellChanges() {
-      if (this.hasChanged(statusElements)) this.tellStatus();
+      if (this.hasChanged(this.statusElements())) this.tellStatus();
       if (this.hasChanged(scoreElements)) this.tellScore('cmi.score', 'cmi.core.score', this.tellResult);
-      this.changedEntries('cmi.objectives').forEach((n) => this.tellObjective(n));
+      this.tellObjectives();
       this.changedEntries('cmi.interactions').forEach((n) => this.tellInteraction(n));
+      this.tellTimeAndExit();
     }
 
+    statusElements() {
+      const entry = this.primaryEntry();
+      const ofPrimary = entry ? [`${entry}.success_status`, `${entry}.score.scaled`] : [];
+      return statusElements.concat(ofPrimary);
+    }
+
+    // A status that was told and is "unknown" again can't be taken back in 1.2: it is incomplete.
     tellStatus() {
+      const element = 'cmi.core.lesson_status';
       const { completion, success } = this.statuses();
-      const status = statusIn12(completion, this.passing.reportedSuccess(completion, success));
-      if (status) this.tellResult('cmi.core.lesson_status', status);
+      const own = success === 'unknown' ? this.primarySuccess() : success;
+      const isPremature = own === 'failed' && completion === 'incomplete' && !this.saysFailed();
+      const status = isPremature ? 'incomplete' :
+        statusIn12(completion, this.passing.reportedSuccess(completion, own));
+      if (status || this.told.has(element)) this.tellResult(element, status || 'incomplete');
+    }
+
+    // A score that fails the content is no result before the content is finished: 1.2 would call it failed
+    // for good, where 2004 says incomplete beside it.
+    saysFailed() {
+      return this.record.peek('cmi.success_status') === 'failed';
+    }
+
+    // In 2004 the status of the primary objective is that of the content.
+    primarySuccess() {
+      const entry = this.primaryEntry();
+      if (!entry) return 'unknown';
+      return this.passing.success(this.record.peek(`${entry}.success_status`),
+          this.record.peek(`${entry}.score.scaled`));
+    }
+
+    // The entry of the manifest's primary objective, or null. Ids are permanent.
+    primaryEntry() {
+      const { primaryObjective } = this.settings;
+      if (!primaryObjective || this.primary) return this.primary;
+      for (let n = 0; n < this.record.count('cmi.objectives') && !this.primary; ++n) {
+        const entry = `cmi.objectives.${n}`;
+        if (this.record.peek(`${entry}.id`) === primaryObjective) this.primary = entry;
+      }
+      return this.primary;
+    }
+
+    tellTimeAndExit() {
+      const time = this.record.stored('cmi.session_time');
+      if (time !== undefined) {
+        this.tellResult('cmi.core.session_time', PlexoTimeFormats.timespanOfDuration(time));
+      }
+      const exit = this.record.stored('cmi.exit');
+      if (exit !== undefined) this.tellResult('cmi.core.exit', exit === 'normal' ? '' : exit);
     }
 
     tellScore(from, to, tell) {
@@ -183,6 +242,16 @@ const PlexoBridge2004On12 = (function () {
       for (const part of ['raw', 'min', 'max']) {
         if (score[part] !== undefined) tell.call(this, `${to}.${part}`, score[part]);
       }
+    }
+
+    // An LMS takes entries in their order only: those before a changed one are there before it.
+    tellObjectives() {
+      const changed = this.changedEntries('cmi.objectives');
+      for (let n = 0; n < changed[changed.length - 1]; ++n) {
+        const id = `cmi.objectives.${n}.id`;
+        this.tellIdentifier(id, this.record.peek(id));
+      }
+      changed.forEach((n) => this.tellObjective(n));
     }
 
     tellObjective(n) {
@@ -236,14 +305,24 @@ const PlexoBridge2004On12 = (function () {
       return answer.slice(0, longest);
     }
 
-    tellEnd() {
-      const time = this.record.stored('cmi.session_time');
-      if (time !== undefined) {
-        this.tellResult('cmi.core.session_time', PlexoTimeFormats.timespanOfDuration(time));
-      }
-      const exit = this.record.stored('cmi.exit');
-      if (exit !== undefined) this.tellResult('cmi.core.exit', exit === 'normal' ? '' : exit);
+    tellEnd(isFinished) {
       this.tellComments();
+      if (isFinished && this.record.peek('cmi.exit') === 'suspend') this.tellThatItGoesOn();
+    }
+
+    // LMSFinish would complete content without a status.
+    tellThatItGoesOn() {
+      const element = 'cmi.core.lesson_status';
+      if (this.lms.get(element) !== 'not attempted') return;
+      this.tellStatus();
+      if (!this.told.has(element)) this.tellResult(element, 'incomplete');
+    }
+
+    // LMSFinish would complete content without a status and judge what has a score: that is for the content
+    // to call.
+    leave() {
+      this.tellEnd(false);
+      this.save();
     }
 
     // Some LMS add to the comments that they have, some replace them: the earlier ones are put back where

@@ -21,8 +21,12 @@ const PlexoPresetObjectives = (function () {
     // Begins the visit: adds what the LMS lacks.
     open() {
       if (this.ids.length === 0) return;
+      const count = this.lms.count('cmi.objectives');
+      if (isNaN(count)) {
+        console.warn('cmi.objectives: the learning platform does not keep them');
+        return;
+      }
       const listed = [];
-      const count = this.lms.count('cmi.objectives') || 0;
       for (let at = 0; at < count; ++at) listed.push(this.lms.get(`cmi.objectives.${at}.id`));
       const found = listed.indexOf(this.ids[0]);
       this.first = found < 0 ? count : found;

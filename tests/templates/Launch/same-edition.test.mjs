@@ -83,9 +83,10 @@ test('content finds the objectives of its manifest, apart from those of the cour
   }, declared);
   assert.deepEqual([lms.refused, lms.values.get('cmi.success_status'), warnings], [[], 'passed', []],
     'the primary objective is the content\'s status');
-  visit('2004', new StandInLms2004({}, { mute: ['cmi.objectives'] }), (content) => {
+  const without = visit('2004', new StandInLms2004({}, { mute: ['cmi.objectives'] }), (content) => {
     assert.equal(content.get(at('_count')), '');
   }, declared);
+  assert.equal(without.warnings.length, 1);
 });
 
 test('a pass is told at a commit, once, and the content still finds its own word', () => {

@@ -167,7 +167,7 @@ const PlexoBridge12On2004 = (function () {
       }
     }
 
-    // In 2004 a score can't be unset. The least one takes its place.
+    // In 2004 a score can't be unset: it becomes 0.
     withdrawScore(to, tell) {
       this.pending.delete(`${to}.score.raw`);
       this.pending.delete(`${to}.score.scaled`);
@@ -187,7 +187,7 @@ const PlexoBridge12On2004 = (function () {
         const before = this.objectives.nameAt(n);
         if (before === undefined || current.has(before)) continue;
         this.objectives.withdraw(before, tell);
-        this.withdrawScore(this.objectives.entryOf(before), this.tellDetail);
+        this.withdrawScore(this.objectives.entryOf(before), tell);
       }
       changed.forEach((n) => this.tellObjective(n, tell));
     }
@@ -205,7 +205,7 @@ const PlexoBridge12On2004 = (function () {
         tell(`${to}.completion_status`, PlexoBridge.statuses[status][0]);
         tell(`${to}.success_status`, PlexoBridge.statuses[status][1]);
       }
-      this.tellScore(from, to, this.tellDetail);
+      this.tellScore(from, to, tell);
     }
 
     tellInteraction(n) {
@@ -249,8 +249,8 @@ const PlexoBridge12On2004 = (function () {
     }
 
     // An LMS of 1.2 keeps the data of every visit, one of 2004 only those of a suspended one. So every visit
-    // is suspended, a finished one too, however the content calls its end: the learner comes back to the
-    // result, and "logout" doesn't end the whole course.
+    // ends suspended, a finished one too and whatever exit the content sets: the result is there when the
+    // learner comes back, and "logout" doesn't end the whole course.
     tellTimeAndExit() {
       const time = this.record.peek('cmi.core.session_time');
       if (time !== '') this.tellResult('cmi.session_time', PlexoTimeFormats.durationOfTimespan(time));

@@ -114,7 +114,7 @@ const PlexoBridge2004On12 = (function () {
       if (text !== '') this.record.put(`${array}.0.comment`, text);
     }
 
-    // What the content's manifest declares and the LMS lacks stands behind what it has.
+    // The objectives of the content's manifest that the LMS lacks come after those that it has.
     fillObjectives() {
       const known = new Set();
       const count = this.lms.count('cmi.objectives') || 0;
@@ -186,7 +186,7 @@ const PlexoBridge2004On12 = (function () {
       return statusElements.concat(ofPrimary);
     }
 
-    // A status that was told and is "unknown" again can't be taken back in 1.2: it is incomplete.
+    // SCORM 1.2 has no "unknown": a status that becomes unknown again is told as "incomplete".
     tellStatus() {
       const element = 'cmi.core.lesson_status';
       const { completion, success } = this.statuses();
@@ -197,10 +197,11 @@ const PlexoBridge2004On12 = (function () {
       if (status || this.told.has(element)) this.tellResult(element, status || 'incomplete');
     }
 
-    // A score that fails the content is no result before the content is finished: 1.2 would call it failed
-    // for good, where 2004 says incomplete beside it.
+    // The content itself says so, and not only its score. Where 2004 has "failed" beside "incomplete", the one
+    // status of 1.2 would mean that the content is finished.
     saysFailed() {
-      return this.record.peek('cmi.success_status') === 'failed';
+      const words = ['cmi.success_status'].concat(this.primary ? `${this.primary}.success_status` : []);
+      return words.some((word) => this.record.peek(word) === 'failed');
     }
 
     // In 2004 the status of the primary objective is that of the content.
@@ -244,7 +245,7 @@ const PlexoBridge2004On12 = (function () {
       }
     }
 
-    // An LMS takes entries in their order only: those before a changed one are there before it.
+    // An LMS takes entries in order only, so it is told of those before a changed one first.
     tellObjectives() {
       const changed = this.changedEntries('cmi.objectives');
       for (let n = 0; n < changed[changed.length - 1]; ++n) {
@@ -307,19 +308,19 @@ const PlexoBridge2004On12 = (function () {
 
     tellEnd(isFinished) {
       this.tellComments();
-      if (isFinished && this.record.peek('cmi.exit') === 'suspend') this.tellThatItGoesOn();
+      if (isFinished && this.record.peek('cmi.exit') === 'suspend') this.tellIncomplete();
     }
 
-    // LMSFinish would complete content without a status.
-    tellThatItGoesOn() {
+    // LMSFinish would complete suspended content that has no status.
+    tellIncomplete() {
       const element = 'cmi.core.lesson_status';
-      if (this.lms.get(element) !== 'not attempted') return;
+      if (['not attempted', ''].indexOf(this.lms.get(element)) < 0) return;
       this.tellStatus();
       if (!this.told.has(element)) this.tellResult(element, 'incomplete');
     }
 
-    // LMSFinish would complete content without a status and judge what has a score: that is for the content
-    // to call.
+    // Without LMSFinish, by which the LMS would complete content without a status, and judge a score that
+    // isn't final.
     leave() {
       this.tellEnd(false);
       this.save();

@@ -25,8 +25,8 @@ const PlexoModel12 = (function () {
   const types = ['true-false', 'choice', 'fill-in', 'matching', 'performance', 'sequencing', 'likert',
     'numeric'];
 
-  // Much content stores more than the 4096 characters of suspend data that 1.2 allows, and many an LMS takes
-  // them: that is for the LMS to decide.
+  // Suspend data has no limit here: many LMSs take more than the 4096 characters of 1.2, and content relies
+  // on it.
   const readOnly = { access: 'r', value: '' };
   const writeOnly = (type) => ({ access: 'w', type, value: '' });
   const readWrite = (type) => ({ access: 'rw', type, value: '' });

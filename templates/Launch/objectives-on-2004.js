@@ -52,7 +52,7 @@ const PlexoObjectivesOn2004 = (function () {
       return entry;
     }
 
-    // The content knows the objective under another name: its results under this one no longer count.
+    // The content has renamed the objective: results under its earlier name no longer count.
     withdraw(name, tell) {
       const entry = this.entryOf(name);
       tell(`${entry}.success_status`, 'unknown');
@@ -60,8 +60,8 @@ const PlexoObjectivesOn2004 = (function () {
       tell(`${entry}.description`, renamed);
     }
 
-    // The objectives of the course are not the content's to set: a name that one of them has is written
-    // with its first letter escaped, which reads the same.
+    // The content must not set an objective of the course: an id that the course uses gets its first letter
+    // escaped, and is read back as the same name.
     freeIdentifier(name) {
       const id = PlexoInteractions.identifier(name);
       if (!this.courseIds.has(id)) return id;

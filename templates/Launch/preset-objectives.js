@@ -2,9 +2,9 @@
 const PlexoPresetObjectives = (function () {
   'use strict';
 
-  // The objectives that the content's own manifest declares, which its LMS would list before the content
-  // asks (SCORM 2004 3rd Edition RTE 4.2.17). The list of a course's LMS begins with the objectives of the
-  // course; those of the content stand behind them, and the content sees a list of its own.
+  // The objectives that the content's own manifest declares: an LMS lists them before the content sets any
+  // (SCORM 2004 3rd Edition RTE 4.2.17). In a course the LMS's list begins with the objectives of the course.
+  // Those of the content follow, and the content sees the list from there on.
   return class PlexoPresetObjectives {
     // Their ids, that of the primary objective first.
     static ids(settings) {

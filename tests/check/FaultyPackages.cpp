@@ -38,11 +38,19 @@ const std::string kByContent =
     "<imsss:deliveryControls completionSetByContent=\"true\" objectiveSetByContent=\"true\"/>";
 const std::string kFlow = "<imsss:sequencing><imsss:controlMode flow=\"true\"/></imsss:sequencing>";
 
+/// Two rules that keep an item closed until its objective "other" is satisfied.
+const std::string kGateAndPass =
+    std::string(kGate).insert(kGate.rfind("</"),
+                              R"(<imsss:preConditionRule><imsss:ruleConditions conditionCombination="any">
+    <imsss:ruleCondition referencedObjective="other" operator="not" condition="satisfied"/>
+    <imsss:ruleCondition referencedObjective="other" operator="not" condition="objectiveStatusKnown"/>
+    </imsss:ruleConditions><imsss:ruleAction action="disabled"/></imsss:preConditionRule>)");
+
 /// The second item waits for the first, whose page names these elements of the data model.
-CheckedPackage Waiting(const std::string& names) {
+CheckedPackage Waiting(const std::string& names, const std::string& gate = kGate) {
   return New()
       .Sequence("first", Objectives(Primary(Writes("g"))) + kByContent)
-      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
+      .Sequence("second", gate + Objectives(Primary("") + Reads("g")))
       .File("a/index.htm", CheckedPackage::Page2004(names));
 }
 
@@ -69,7 +77,8 @@ CheckedPackage Crowded() {
 }
 
 /// The second item waits for the first, a cluster with this rollup and one content.
-std::string WaitingForCluster(const std::string& rollup, const std::string& names) {
+std::string WaitingForCluster(const std::string& rollup, const std::string& names,
+                              const std::string& gate = kGate) {
   const std::string child =
       R"(<item identifier="CHILD" identifierref="RES-A"><title>Child</title><imsss:sequencing>)" +
       kByContent + "</imsss:sequencing></item>";
@@ -77,7 +86,7 @@ std::string WaitingForCluster(const std::string& rollup, const std::string& name
       .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
       .At("first", child + R"(<imsss:sequencing><imsss:controlMode flow="true"/>)" + rollup +
                        Objectives(Primary(Writes("g"))) + "</imsss:sequencing>")
-      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
+      .Sequence("second", gate + Objectives(Primary("") + Reads("g")))
       .File("a/index.htm", CheckedPackage::Page2004(names))
       .Build();
 }
@@ -86,6 +95,40 @@ const std::string kCompletionSatisfies =
     R"(<imsss:rollupRules><imsss:rollupRule><imsss:rollupConditions><imsss:rollupCondition
     condition="completed"/></imsss:rollupConditions><imsss:rollupAction action="satisfied"/>
     </imsss:rollupRule></imsss:rollupRules>)";
+
+const std::string kIncompletenessFails =
+    R"(<imsss:rollupRules><imsss:rollupRule childActivitySet="any"><imsss:rollupConditions>
+    <imsss:rollupCondition operator="not" condition="completed"/></imsss:rollupConditions>
+    <imsss:rollupAction action="notSatisfied"/></imsss:rollupRule></imsss:rollupRules>)";
+
+/// A rule that closes the item itself when it was done.
+std::string ClosedBy(const std::string& condition) {
+  return R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions conditionCombination="any">)" +
+         condition +
+         R"(</imsss:ruleConditions><imsss:ruleAction action="disabled"/></imsss:preConditionRule>
+         </imsss:sequencingRules>)";
+}
+
+/// The second item is content of SCORM 1.2 with this script, behind a launch page with these settings; the
+/// first waits for its success.
+CheckedPackage Launched(const std::string& script, const std::string& settings) {
+  return New()
+      .Sequence("first", kGateAndPass + Objectives(Primary("") + Reads("g")))
+      .Sequence("second", Objectives(Primary(Writes("g"))) + kByContent)
+      .Replace(R"("sco" href="b/index.htm")", R"("sco" href="b/launch/launch.html")")
+      .Replace(R"(<file href="b/index.htm"/>)", R"(<file href="b/launch/launch.html"/>)")
+      .Listed("b/launch/settings.js",
+              "var plexoLaunch = {\n  \"content\": \"../content/a.htm?x=1\",\n  \"contentEdition\": \"1.2\"" +
+                  settings + "\n};\n")
+      // It can say everything.
+      .File("b/launch/launch.html", CheckedPackage::Page2004("cmi.completion_status cmi.success_status"))
+      .Remove("b/index.htm")
+      .File("b/content/a.htm", "<script src='js/a.js'></script>")
+      .At("resources", R"(<resource identifier="RES-C" type="webcontent" adlcp:scormType="asset">
+      <file href="b/content/a.htm"/><file href="b/content/js/a.js"/></resource>)")
+      .File("b/content/js/a.js", script);
+}
+const std::string kOldVisit = "API.LMSInitialize(''); API.LMSFinish('');";
 
 /// The second item waits for two tests in the first.
 CheckedPackage WaitingForTests(const std::string& gate) {
@@ -117,6 +160,8 @@ std::vector<FaultyPackage> FaultyArchives() {
       {EntryPacking, "encrypted", New().Entry({.name = "b/x.bin", .flags = 1}).Build()},
       {EntryDamaged, "CRC-32",
        New().Listed("b/x.js").Remove("b/x.js").Entry({.name = "b/x.js", .crc = 1}).Build()},
+      {EntryDamaged, "CRC-32",
+       New().Listed("b/x.mp4").Remove("b/x.mp4").Entry({.name = "b/x.mp4", .crc = 1}).Build()},
       {EntryDamaged, "CRC-32",
        New().Remove(kManifest).Entry({.name = kManifest, .content = "<manifest/>", .crc = 1}).Build()},
       {ArchiveUnpacksHuge, "200 times",
@@ -168,6 +213,13 @@ std::vector<FaultyPackage> FaultyManifests() {
       {RootNotManifest, "'course'",
        New().Replace("<manifest", "<course").Replace("</manifest", "</course").Build()},
       {EditionUnknown, "'2005'", New().Replace("2004 3rd Edition", "2005").Build()},
+      {EditionUnknown, "SCORM 1.2", Old().Replace("<schemaversion>1.2</schemaversion>", "").Build()},
+      {EditionUndetermined, "'2005'",
+       New()
+           .Replace("2004 3rd Edition", "2005")
+           .Replace(" xmlns=\"http://www.imsglobal.org/xsd/imscp_v1p1\"", "")
+           .Replace(" xmlns:adlcp=\"http://www.adlnet.org/xsd/adlcp_v1p3\"", "")
+           .Build()},
       {NamespaceOfOtherEdition, "SCORM 2004 3rd",
        New()
            .Replace("http://www.imsglobal.org/xsd/imscp_v1p1",
@@ -227,6 +279,22 @@ std::vector<FaultyPackage> FaultyReferences() {
   return {
       {ManifestIdentifierDigit, "1COURSE", New().Replace("\"COURSE\"", "\"1COURSE\"").Build()},
       {IdentifierMalformed, "SEC OND", New().Replace("\"SECOND\"", "\"SEC OND\"").Build()},
+      // Whatever refers to it, and whatever else is wrong with it.
+      {IdentifierMalformed, "1 ORG",
+       New()
+           .Replace("default=\"ORG\"", "default=\"1 ORG\"")
+           .Replace("identifier=\"ORG\"", "identifier=\"1 ORG\"")
+           .Build()},
+      {IdentifierMalformed, "1RES",
+       New()
+           .Replace("identifierref=\"RES-B\"", "identifierref=\"1RES\"")
+           .Replace("identifier=\"RES-B\"", "identifier=\"1RES\"")
+           .Build()},
+      {IdentifierTwice, "1C",
+       New()
+           .At("items", R"(<item identifier="1C" identifierref="RES-A"><title>C</title></item>)")
+           .At("resources", R"(<resource identifier="1C" type="webcontent" adlcp:scormType="asset"/>)")
+           .Build()},
       {IdentifierTwice, "line 11", New().Replace("\"SECOND\"", "\"FIRST\"").Build()},
       {ItemResourceUnknown, "NONE",
        New().At("items", R"(<item identifier="C" identifierref="NONE"><title>C</title></item>)").Build()},
@@ -294,6 +362,15 @@ std::vector<FaultyPackage> FaultySequencing() {
       {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
       {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
       {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
+      {StartedOnce, "'FIRST'",
+       New().Sequence("first", ClosedBy(R"(<imsss:ruleCondition condition="attempted"/>)")).Build()},
+      {StartedOnce, "'FIRST'",
+       New()
+           .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>
+           <imsss:ruleCondition referencedObjective="other" condition="objectiveStatusKnown"/>)") +
+                                  Objectives(Primary("") + Reads("g")))
+           .Sequence("second", Objectives(Primary(Writes("g"))))
+           .Build()},
       {SequencingOrder, "'rollupRules'", New().Sequence("second", kByContent + Weight("1")).Build()},
   };
 }
@@ -302,12 +379,39 @@ std::vector<FaultyPackage> SilentContents() {
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   return {
       {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
-      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status cmi.score.scaled").Build()},
+      {NeverSuccess, "'SECOND'",
+       Waiting("cmi.completion_status cmi.score.scaled")
+           .File("b/index.htm",
+                 CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+           .Build()},
       {NeverReports, "'SECOND'", Waiting("").Build()},
       {NeverSuccess, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
       {NeverReports, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
       {CompletionAwaited, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {NeverComplete, "'FIRST'", Waiting("cmi.success_status").Build()},
+      {NeverComplete, "'FIRST'", Waiting("cmi.success_status", kGateAndPass).Build()},
+      {CourseNeverPassed, "'SECOND'",
+       New()
+           .Sequence("second", kByContent)
+           .File("b/index.htm", CheckedPackage::Page2004("cmi.completion_status"))
+           .Build()},
+      {CourseNeverComplete, "'SECOND'",
+       New().Sequence("second", kByContent).File("b/index.htm", CheckedPackage::Page2004("")).Build()},
+      {FailingOpens, "'SECOND'", Waiting("cmi.completion_status cmi.success_status 'failed'").Build()},
+      {FailingOpens, "likewise 1 more",
+       Waiting("cmi.completion_status cmi.success_status 'failed'")
+           .At("items",
+               R"(<item identifier="THIRD" identifierref="RES-A"><title>Third</title><imsss:sequencing>)" +
+                   kGate + Objectives(Primary("") + Reads("g")) + "</imsss:sequencing></item>")
+           .Build()},
+      {ResultTakenBack, "'CHILD'",
+       WaitingForCluster(kIncompletenessFails, "cmi.completion_status 'incomplete' cmi.success_status",
+                         kGateAndPass)},
+      {ScoreDiluted, "1 of its 2",
+       New()
+           .File("b/index.htm",
+                 CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+           .Build()},
+      {NeverSuccess, "'SECOND'", Launched(kOldVisit, "").Build()},
       {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
       {OtherEditionApi, "LMSInitialize",
@@ -318,6 +422,20 @@ std::vector<FaultyPackage> SilentContents() {
       {SessionNotEnded, "Terminate",
        New().File("b/index.htm", "<script>api.Initialize('')</script>").Build()},
       {AssetUsesApi, "'SECOND'", New().Replace(kSco, kAsset).Build()},
+      {EndsCourse, "'logout'",
+       New().File("b/index.htm", CheckedPackage::Page2004("api.SetValue(\"cmi.exit\", \"logout\")")).Build()},
+      {EndsCourse, "'exitAll'",
+       New()
+           .File("b/index.htm", CheckedPackage::Page2004("api.SetValue('adl.nav.request','exitAll')"))
+           .Build()},
+      {EndsCourse, "'logout'",
+       Old()
+           .File("b/index.htm",
+                 "<script>API.LMSInitialize(''); API.LMSSetValue('cmi.core.exit', 'logout'); "
+                 "API.LMSFinish('')</script>")
+           .Build()},
+      {BookmarkLost, "'SECOND'",
+       New().File("b/index.htm", CheckedPackage::Page2004("cmi.location 'suspend'")).Build()},
   };
 }
 
@@ -344,10 +462,10 @@ std::vector<FaultyPackage> LongTexts() {
                                Text(2001) + "</string></description></general></lom>")
            .Build()},
       {SuspendDataLimited, "4000",
-       New().File("b/index.htm", CheckedPackage::Page2004("cmi.suspend_data")).Build()},
+       New().File("b/index.htm", CheckedPackage::Page2004("cmi.suspend_data cmi.exit 'suspend'")).Build()},
       // Not the script of our own pages, which keeps to the limit: it lacks its support files.
       {SuspendDataLimited, "4000",
-       New().Listed("b/standard.js", "var PlexoVisit = 'cmi.suspend_data';").Build()},
+       New().Listed("b/standard.js", "var PlexoVisit = 'cmi.suspend_data cmi.exit suspend';").Build()},
       {SuspendDataLimited, "4096",
        Old()
            .File("b/index.htm",
@@ -358,17 +476,43 @@ std::vector<FaultyPackage> LongTexts() {
 }
 
 std::vector<std::string> GoodPackages() {
-  const std::string kPass =
-      R"(<imsss:preConditionRule><imsss:ruleConditions conditionCombination="any">
-      <imsss:ruleCondition referencedObjective="other" operator="not" condition="satisfied"/>
-      <imsss:ruleCondition referencedObjective="other" operator="not" condition="objectiveStatusKnown"/>
-      </imsss:ruleConditions><imsss:ruleAction action="disabled"/></imsss:preConditionRule>)";
-  const std::string kGateAndPass = std::string(kGate).insert(kGate.rfind("</"), kPass);
   return {
       New().Build(),
       Old().Build(),
       WaitingForCluster(kCompletionSatisfies, "cmi.completion_status"),
       WaitingForTests(kGateAndPass).Build(),
+      Launched(kOldVisit, R"(, "completionPasses": true)").Build(),
+      Launched(kOldVisit + "'cmi.core.score.raw'", R"(, "masteryScore": "70")")
+          .File("a/index.htm",
+                CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+          .Build(),
+      // The same identifiers with blanks around them.
+      New()
+          .Replace("\"COURSE\"", "\" COURSE\"")
+          .Replace("identifierref=\"RES-A\"", "identifierref=\" RES-A \"")
+          .Replace("identifier=\"RES-B\"", "identifier=\"RES-B\t\"")
+          .Replace("default=\"ORG\"", "default=\"ORG \"")
+          .Build(),
+      // Reopened content of others takes nothing back, and it may skip what was done.
+      WaitingForCluster(kIncompletenessFails, "cmi.completion_status cmi.success_status", kGateAndPass),
+      New()
+          .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>)"))
+          .Build(),
+      // Content that can't fail opens what waits for it by passing only.
+      Waiting("cmi.completion_status cmi.success_status").Build(),
+      // Only what counts lowers a score.
+      New()
+          .Sequence("first", Weight("0"))
+          .File("b/index.htm",
+                CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+          .Build(),
+      // Names alone send nothing, and what a course of one item ends was all there was.
+      New().File("b/index.htm", CheckedPackage::Page2004("'logout' cmi.exit, x, 'logout'")).Build(),
+      New()
+          .Cut("<item identifier=\"FIRST\"", "</item>")
+          .Replace(R"("sco" href="a/index.htm")", R"("asset" href="a/index.htm")")
+          .File("b/index.htm", CheckedPackage::Page2004("cmi.exit 'logout'"))
+          .Build(),
       // Names of the API that are put together may be of either edition.
       Old().File("b/index.htm", "api['LMS' + 'Initialize']('')").Build(),
       New().Replace(kSco, kAsset).File("b/index.htm", "<script>menu.Initialize()</script>").Build(),

@@ -99,6 +99,7 @@ enum class PlexoFindingId {
   SeveralItems,
   ItemUnknown,
   PackagesTooLarge,
+  TooManyItems,
 
   VersionCorrected,
 

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "apps/author/PlacedFiles.h"
+#include "apps/course/SafeFileName.h"
+#include "host/files/TzFileUtil.h"
 #include "host/kelpui/UI_DrawContext.h"
 
 using kelpui::controls::UI_Color;
@@ -44,6 +46,15 @@ std::optional<std::size_t> GetHeaderIndex(const CourseScreen::Row& module, Cours
   return (number - first) * kRowsOfPlace;
 }
 
+/// Whether the row has the control among those in its cell.
+bool Holds(CourseScreen::Row& row, const kelpui::controls::UI_Node& control) {
+  return row.HasCellViews() && row.GetCellView(0).get() == control.GetParent();
+}
+
+void NoteTaken(const TzPath& file, std::map<TzString, TzPath>& taken) {
+  taken.emplace(SafeFileName::Make(TzFileUtil::GetBaseFileName(file)), file);
+}
+
 }  // namespace
 
 CourseSources::RowPtr CourseSources::GetHeader(const Row& module, CoursePlace place) {
@@ -60,6 +71,38 @@ void CourseSources::Forget() {
   chosen.clear();
   rows.clear();
   modules.clear();
+  standIns.clear();
+}
+
+TzPath CourseSources::FindOwnFolder(const TzPath& folder) const {
+  for (const auto& [standIn, file] : standIns) {
+    if (standIn.GetParentTzPath() == folder) return file.GetParentTzPath();
+  }
+  return folder;
+}
+
+std::map<TzString, TzPath> CourseSources::FindTaken(const kelpui::controls::UI_Node* addButton) const {
+  std::map<TzString, TzPath> taken;
+  const Tree* tree = screen->GetTree();
+  for (std::size_t index = 0; tree != nullptr && index < tree->CountRows(); ++index) {
+    const RowPtr row = tree->GetRow(static_cast<std::int64_t>(index));
+    if (const auto file = GetFile(row)) NoteTaken(*file, taken);
+    const auto module = modules.find(row);
+    for (const CoursePlace place : kPlaces) {
+      if (module == modules.end() || addButton == nullptr) break;
+      const RowPtr header = GetHeader(*row, place);
+      if (header == nullptr || !Holds(*header, *addButton)) continue;
+      for (const TzPath& file : module->second.added[static_cast<std::size_t>(place)]) NoteTaken(file, taken);
+    }
+  }
+  return taken;
+}
+
+void CourseSources::NameFiles(Placed& placed) const {
+  for (auto& file : placed) {
+    const auto found = file ? standIns.find(*file) : standIns.end();
+    if (found != standIns.end()) file = found->second;
+  }
 }
 
 void CourseSources::Settle() {
@@ -103,6 +146,7 @@ CourseSources::Placed CourseSources::SettleList() {
   std::ranges::reverse(names);
   Placed placed = FindPlacedFiles(files, names);
   placed.resize(added.size());
+  NameFiles(placed);
   for (std::size_t index = 0; index < added.size(); ++index) rows[added[index]] = placed[index];
   return placed;
 }
@@ -125,6 +169,10 @@ CourseSources::Placed CourseSources::SettleModule(const RowPtr& module, CoursePl
 CourseSources::Placed CourseSources::Take(Module& module, CoursePlace place, const TzString& shown) {
   module.names[static_cast<std::size_t>(place)] = shown;
   Placed placed = FindPlacedFiles(chosen, shown);
+  NameFiles(placed);
+  for (const auto& file : placed) {
+    if (file) module.added[static_cast<std::size_t>(place)].push_back(*file);
+  }
   if (place == CoursePlace::Content) {
     for (const auto& file : placed) {
       if (file) module.files.content.push_back(*file);

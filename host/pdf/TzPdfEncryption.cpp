@@ -28,7 +28,7 @@ int GetVersion(QPDFObjectHandle encryption) {
 
 /// The method of the filter that the key names; "None" for one that leaves data as they are.
 std::string GetMethod(QPDFObjectHandle encryption, const std::string& key) {
-  const std::string filter = GetName(encryption.getKey(key));
+  std::string filter = GetName(encryption.getKey(key));
   if (filter.empty() || filter == "Identity") return "None";
   QPDFObjectHandle filters = encryption.getKey("/CF");
   if (!filters.isDictionary()) return filter;
@@ -36,7 +36,7 @@ std::string GetMethod(QPDFObjectHandle encryption, const std::string& key) {
   return found.isDictionary() ? GetName(found.getKey("/CFM")) : filter;
 }
 
-bool LeavesContentPlain(QPDFObjectHandle encryption) {
+bool LeavesContentPlain(const QPDFObjectHandle& encryption) {
   return GetVersion(encryption) >= kFirstWithFilters && GetMethod(encryption, "/StmF") == "None" &&
          GetMethod(encryption, "/StrF") == "None";
 }

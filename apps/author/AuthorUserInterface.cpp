@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/author/AuthorUserInterface.h"
 
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -109,17 +110,18 @@ std::vector<TzPath> AuthorUserInterface::ChooseFiles(const TzFileChooserRequest&
 }
 
 std::vector<TzPath> AuthorUserInterface::HoldBackTaken(const std::vector<TzPath>& files) {
-  std::map<TzString, TzPath> taken = sources.FindTaken(UI_Button::GetPressed());
+  std::map<TzString, TzPath> chosen;
   std::vector<TzPath> free;
   for (const TzPath& file : files) {
     const TzString name = SafeFileName::Make(TzFileUtil::GetBaseFileName(file));
-    const auto [holder, isFree] = taken.emplace(name, file);
-    if (isFree) {
+    const auto [namesake, isFirst] = chosen.emplace(name, file);
+    const auto holder = isFirst ? sources.FindHolder(name, UI_Button::GetPressed()) : namesake->second;
+    if (!holder) {
       free.push_back(file);
     } else if (playing != nullptr) {
-      playing->NoteTaken(file, holder->second);
+      playing->NoteTaken(file, *holder);
     } else {
-      TzMessageBoxOptions options(GetWord("kPlexoError"), DescribeTaken(file, holder->second));
+      TzMessageBoxOptions options(GetWord("kPlexoError"), DescribeTaken(file, *holder));
       options.SetToUseDictionary(false);
       shown.ShowMessageBox(options, TzMessageBoxKind::Ok);
     }

@@ -220,7 +220,8 @@ void CoursePlayer::AddAll(const std::vector<TzPath>& files, const Add& add) {
     Advance(left.front().GetFileName().GetUTF8String());
     answer = left;
     const CourseSources::Placed placed = add();
-    done += heldBack.size();
+    // The first of the choice was counted when it was begun.
+    done += heldBack.size() - (heldBack.size() == left.size() ? 1 : 0);
     // Of several of one name the first was tried.
     for (const TzPath& file : std::exchange(heldBack, {})) {
       left.erase(std::next(std::ranges::find(left.rbegin(), left.rend(), file)).base());

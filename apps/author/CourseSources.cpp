@@ -51,9 +51,7 @@ bool Holds(CourseScreen::Row& row, const kelpui::controls::UI_Node& control) {
   return row.HasCellViews() && row.GetCellView(0).get() == control.GetParent();
 }
 
-void NoteTaken(const TzPath& file, std::map<TzString, TzPath>& taken) {
-  taken.emplace(SafeFileName::Make(TzFileUtil::GetBaseFileName(file)), file);
-}
+TzString GetFolderName(const TzPath& file) { return SafeFileName::Make(TzFileUtil::GetBaseFileName(file)); }
 
 }  // namespace
 
@@ -70,6 +68,7 @@ CourseSources::RowPtr CourseSources::GetNames(const Row& module, CoursePlace pla
 void CourseSources::Forget() {
   chosen.clear();
   rows.clear();
+  rowsByName.clear();
   modules.clear();
   standIns.clear();
 }
@@ -81,21 +80,27 @@ TzPath CourseSources::FindOwnFolder(const TzPath& folder) const {
   return folder;
 }
 
-std::map<TzString, TzPath> CourseSources::FindTaken(const kelpui::controls::UI_Node* addButton) const {
-  std::map<TzString, TzPath> taken;
+std::optional<TzPath> CourseSources::FindHolder(const TzString& name,
+                                                const kelpui::controls::UI_Node* addButton) const {
+  const auto named = rowsByName.find(name);
+  if (named != rowsByName.end() && named->second->GetTree() != nullptr) return GetFile(named->second);
   const Tree* tree = screen->GetTree();
-  for (std::size_t index = 0; tree != nullptr && index < tree->CountRows(); ++index) {
-    const RowPtr row = tree->GetRow(static_cast<std::int64_t>(index));
-    if (const auto file = GetFile(row)) NoteTaken(*file, taken);
-    const auto module = modules.find(row);
+  const bool hasModules = screen->GetTemplate() != CourseTemplate::MultipleScos;
+  if (tree == nullptr || addButton == nullptr || !hasModules) return std::nullopt;
+  // Backwards, for the last module is the one that is mostly being filled.
+  for (std::size_t index = tree->CountRows(); index > 0; --index) {
+    const RowPtr row = tree->GetRow(static_cast<std::int64_t>(index - 1));
     for (const CoursePlace place : kPlaces) {
-      if (module == modules.end() || addButton == nullptr) break;
       const RowPtr header = GetHeader(*row, place);
       if (header == nullptr || !Holds(*header, *addButton)) continue;
-      for (const TzPath& file : module->second.added[static_cast<std::size_t>(place)]) NoteTaken(file, taken);
+      const auto module = modules.find(row);
+      if (module == modules.end()) return std::nullopt;
+      const auto& added = module->second.added[static_cast<std::size_t>(place)];
+      const auto found = added.find(name);
+      return found != added.end() ? std::optional(found->second) : std::nullopt;
     }
   }
-  return taken;
+  return std::nullopt;
 }
 
 void CourseSources::NameFiles(Placed& placed) const {
@@ -147,7 +152,10 @@ CourseSources::Placed CourseSources::SettleList() {
   Placed placed = FindPlacedFiles(files, names);
   placed.resize(added.size());
   NameFiles(placed);
-  for (std::size_t index = 0; index < added.size(); ++index) rows[added[index]] = placed[index];
+  for (std::size_t index = 0; index < added.size(); ++index) {
+    rows[added[index]] = placed[index];
+    if (placed[index]) rowsByName[GetFolderName(*placed[index])] = added[index];
+  }
   return placed;
 }
 
@@ -171,7 +179,7 @@ CourseSources::Placed CourseSources::Take(Module& module, CoursePlace place, con
   Placed placed = FindPlacedFiles(chosen, shown);
   NameFiles(placed);
   for (const auto& file : placed) {
-    if (file) module.added[static_cast<std::size_t>(place)].push_back(*file);
+    if (file) module.added[static_cast<std::size_t>(place)].emplace(GetFolderName(*file), *file);
   }
   if (place == CoursePlace::Content) {
     for (const auto& file : placed) {

@@ -108,6 +108,7 @@ enum class PlexoFindingId {
   SeveralItems,
   ItemUnknown,
   PackagesTooLarge,
+  TooManyItems,
 
   VersionCorrected,
 

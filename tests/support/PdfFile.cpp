@@ -34,6 +34,11 @@ PdfFile& PdfFile::Object(int number, const std::string& content) {
   return *this;
 }
 
+PdfFile& PdfFile::Information(const std::string& entries) {
+  information += entries + " ";
+  return *this;
+}
+
 PdfFile& PdfFile::DamageTable() {
   hasTable = false;
   return *this;
@@ -63,7 +68,8 @@ std::string PdfFile::Build() const {
   }
   const std::size_t tableStart = hasTable ? text.size() : text.size() / 2;
   const std::string size = std::to_string(next);
-  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< /Root 1 0 R /Size " + size +
+  const std::string info = information.empty() ? "" : " /Info << " + information + ">>";
+  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< /Root 1 0 R /Size " + size + info +
          " >>\nstartxref\n" + std::to_string(tableStart) + "\n%%EOF\n";
 }
 

@@ -25,8 +25,9 @@ void AddOwnFiles(const PlexoResource& resource, const PlexoCheckedPackage& packa
 }  // namespace
 
 PlexoFileShares::PlexoFileShares(const PlexoCheckedPackage& checked, const PlexoPackageLayout& packageLayout,
-                                 const std::vector<PlexoLaunchable>& launchables)
-    : package(checked), layout(packageLayout), items(launchables) {
+                                 const std::vector<PlexoLaunchable>& launchables,
+                                 const PlexoContentLinks* contentLinks)
+    : package(checked), layout(packageLayout), items(launchables), links(contentLinks) {
   for (const PlexoResource& resource : package.GetResources()) {
     AddOwnFiles(resource, package, filesOf[&resource]);
   }
@@ -44,9 +45,10 @@ std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& 
   if (items.size() == 1) return layout.GetContent();
   const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
   const bool saysNothing = own.size() == 1;
+  const std::unordered_set<const TzZipEntry*> needed = links->GetReached(own);
   std::vector<const TzZipEntry*> share;
   for (const TzZipEntry* file : layout.GetContent()) {
-    const bool isTaken = own.contains(file) || !owned.contains(file) ||
+    const bool isTaken = needed.contains(file) || !owned.contains(file) ||
                          (saysNothing && !pages.contains(file) && !IsInFolderOfOther(*file, launchable));
     if (isTaken) share.push_back(file);
   }
@@ -86,6 +88,21 @@ bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunc
     if (!isAround && pageFolders.contains(name.substr(0, slash))) return true;
   }
   return false;
+}
+
+void PlexoFileShares::AddSiblingLinks(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) const {
+  if (items.size() == 1) return;
+  const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
+  const std::unordered_set<const TzZipEntry*> needed = links->GetReached(own);
+  std::set<std::string_view> siblings;
+  for (const TzZipEntry* file : needed) {
+    if (pages.contains(file) && !own.contains(file)) siblings.insert(file->name);
+  }
+  if (siblings.empty()) return;
+  findings.Add(SiblingPageLinked,
+               {launchable.GetIdentifier(),
+                PlexoAdoptFindings::DescribeNames(std::string(*siblings.begin()), siblings.size()),
+                siblings.size() == 1 ? "a page of another item" : "pages of other items"});
 }
 
 void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {

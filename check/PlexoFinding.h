@@ -141,6 +141,11 @@ enum class PlexoFindingId {
   CompletionPasses,
   CompletionMayNotPass,
   ReportsNothing,
+  LaunchValueReplaced,
+  LaunchDataUnread,
+  SuccessUncertain,
+  SiblingPageLinked,
+  PackagesOutgrowSource,
 
   Count
 };

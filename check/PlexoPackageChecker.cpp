@@ -4,8 +4,10 @@
 #include "check/PlexoActivityTree.h"
 #include "check/PlexoArchiveCheck.h"
 #include "check/PlexoCheckedPackage.h"
+#include "check/PlexoCourseLosses.h"
 #include "check/PlexoFileCheck.h"
 #include "check/PlexoFindingList.h"
+#include "check/PlexoForeignFormat.h"
 #include "check/PlexoIdentifierCheck.h"
 #include "check/PlexoLimitCheck.h"
 #include "check/PlexoSchemaCheck.h"
@@ -60,6 +62,12 @@ class PackageCheck {
       findings.AddLine(ManifestTooLarge, 0, {package.manifest.GetExcess()});
       return;
     }
+    const bool hasRoot = package.manifest.GetRoot()->name == "manifest";
+    const std::string format = hasRoot ? PlexoForeignFormat::FindByManifest(package) : std::string();
+    if (!format.empty()) {
+      findings.Add(ForeignFormat, {format});
+      return;
+    }
     CheckManifest();
     if (code == kTzSuccess && package.manifest.GetRoot()->name == "manifest") {
       PlexoSchemaCheck::Run(package, manifest, schemaFolder, findings);
@@ -71,6 +79,7 @@ class PackageCheck {
     if (package.manifest.GetRoot()->name != "manifest") return;
     PlexoIdentifierCheck::Run(package, findings);
     PlexoFileCheck::Run(package, findings);
+    PlexoCourseLosses::Run(package, findings);
     const PlexoScriptIndex scripts(package, findings);
     if (scripts.GetFailure()) {
       Fail(scripts.GetFailure());

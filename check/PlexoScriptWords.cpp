@@ -65,6 +65,7 @@ void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
     if (character == 0) continue;
     if (!IsPartOfWord(character)) {
       if (!current.empty()) EndWord(character);
+      statements.TakeOther(character);
       before = character;
     } else if (current.size() < kMostWordBytes) {
       current += character;
@@ -76,11 +77,17 @@ void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
 
 PlexoScriptWords PlexoScriptScan::Finish() {
   EndWord(0);
+  if (statements.CompletesAlone()) {
+    words.Add(PlexoScriptWords::CompletesAlone);
+  } else if (statements.StatesSuccess()) {
+    words.Add(PlexoScriptWords::SuccessStated);
+  }
   return words;
 }
 
 void PlexoScriptScan::EndWord(char after) {
   const std::string_view word = current;
+  statements.TakeWord(isTooLong ? std::string_view() : word);
   if (!isTooLong) {
     if (word == "LMS" && before == after && (before == '"' || before == '\'')) {
       words.Add(PlexoScriptWords::Assembled12);

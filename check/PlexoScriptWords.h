@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "check/PlexoStatusStatements.h"
+
 /// The words of the SCORM run-time API and data model that content's scripts hold. A set of bits.
 class PlexoScriptWords {
  public:
@@ -36,6 +38,9 @@ class PlexoScriptWords {
     Api2004 = 1U << 16U,
     /// Names of the SCORM 1.2 API are put together while the script runs.
     Assembled12 = 1U << 17U,
+    /// Every place that reports completion reports success too; or some reports completion alone.
+    SuccessStated = 1U << 24U,
+    CompletesAlone = 1U << 25U,
   };
 
   [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }
@@ -58,6 +63,12 @@ class PlexoScriptWords {
     const bool canPass = Has(Passed) || (Has(MasteryScore) && Has(RawScore12));
     return (Has(LessonStatus) && canPass) || (Has(CompletionPasses) && ReportsCompletion());
   }
+  /// Content that can report success may be set to report completion only: it is certain where no place does
+  /// so.
+  [[nodiscard]] bool CertainlyReportsSuccess() const {
+    if (Has(Translated) && Has(CompletionPasses)) return true;
+    return Has(SuccessStated) && !Has(CompletesAlone) && !Has(Assembled);
+  }
 
  private:
   std::uint32_t bits = 0;
@@ -75,6 +86,7 @@ class PlexoScriptScan {
   void EndWord(char after);
 
   PlexoScriptWords words;
+  PlexoStatusStatements statements;
   /// The letters, digits, points and the like since the last other character; beyond a bound they are left
   /// out.
   std::string current;

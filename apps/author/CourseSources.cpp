@@ -59,6 +59,7 @@ CourseSources::RowPtr CourseSources::GetNames(const Row& module, CoursePlace pla
 void CourseSources::Forget() {
   chosen.clear();
   rows.clear();
+  rowTitles.clear();
   modules.clear();
 }
 
@@ -103,7 +104,10 @@ CourseSources::Placed CourseSources::SettleList() {
   std::ranges::reverse(names);
   Placed placed = FindPlacedFiles(files, names);
   placed.resize(added.size());
-  for (std::size_t index = 0; index < added.size(); ++index) rows[added[index]] = placed[index];
+  for (std::size_t index = 0; index < added.size(); ++index) {
+    rows[added[index]] = placed[index];
+    if (placed[index]) rowTitles[added[index]] = GetGivenTitle(*placed[index]);
+  }
   return placed;
 }
 
@@ -125,6 +129,9 @@ CourseSources::Placed CourseSources::SettleModule(const RowPtr& module, CoursePl
 CourseSources::Placed CourseSources::Take(Module& module, CoursePlace place, const TzString& shown) {
   module.names[static_cast<std::size_t>(place)] = shown;
   Placed placed = FindPlacedFiles(chosen, shown);
+  for (const auto& file : placed) {
+    if (file) module.titles[static_cast<std::size_t>(place)][*file] = GetGivenTitle(*file);
+  }
   if (place == CoursePlace::Content) {
     for (const auto& file : placed) {
       if (file) module.files.content.push_back(*file);
@@ -144,4 +151,20 @@ std::optional<TzPath> CourseSources::GetFile(const RowPtr& row) const {
 CourseSources::ModuleFiles CourseSources::GetModuleFiles(const RowPtr& module) const {
   const auto found = modules.find(module);
   return found != modules.end() ? found->second.files : ModuleFiles();
+}
+
+std::string CourseSources::FindTitle(const Titles& titles, const TzPath& file) {
+  const auto found = titles.find(file);
+  return found != titles.end() ? found->second : std::string();
+}
+
+std::string CourseSources::GetTitle(const RowPtr& row) const {
+  const auto found = rowTitles.find(row);
+  return found != rowTitles.end() ? found->second : std::string();
+}
+
+std::string CourseSources::GetTitle(const RowPtr& module, CoursePlace place, const TzPath& file) const {
+  const auto found = modules.find(module);
+  if (found == modules.end()) return {};
+  return FindTitle(found->second.titles[static_cast<std::size_t>(place)], file);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "apps/author/CourseScreen.h"
@@ -31,9 +32,15 @@ class CourseSources {
     std::vector<TzPath> content;
     std::optional<TzPath> postTest;
   };
+  /// What the course calls its files, where it says so.
+  using Titles = std::map<TzPath, std::string>;
 
   /// The screen has to outlive this.
   explicit CourseSources(const CourseScreen& courseScreen) : screen(&courseScreen) {}
+
+  /// Of the files that are chosen from here on.
+  void GiveTitles(Titles titles) { given = std::move(titles); }
+  [[nodiscard]] std::string GetGivenTitle(const TzPath& file) const { return FindTitle(given, file); }
 
   void NoteChosen(std::vector<TzPath> files) { chosen = std::move(files); }
   /// Finds out what became of the files chosen last. As long as nothing has, they stay unsettled.
@@ -47,6 +54,9 @@ class CourseSources {
   /// None for a row that stands for no file.
   [[nodiscard]] std::optional<TzPath> GetFile(const RowPtr& row) const;
   [[nodiscard]] ModuleFiles GetModuleFiles(const RowPtr& module) const;
+  /// The title that the file was given when it was chosen; empty if there was none.
+  [[nodiscard]] std::string GetTitle(const RowPtr& row) const;
+  [[nodiscard]] std::string GetTitle(const RowPtr& module, CoursePlace place, const TzPath& file) const;
 
   /// The row below a module that has the header of the place with its button; the one after it shows the
   /// names. Null if the template has no such place.
@@ -58,12 +68,16 @@ class CourseSources {
     ModuleFiles files;
     /// As they were shown last, by place.
     std::array<TzString, 3> names;
+    std::array<Titles, 3> titles;
   };
 
+  [[nodiscard]] static std::string FindTitle(const Titles& titles, const TzPath& file);
   Placed Take(Module& module, CoursePlace place, const TzString& shown);
 
   const CourseScreen* screen;
   std::vector<TzPath> chosen;
+  Titles given;
   std::map<RowPtr, std::optional<TzPath>> rows;
+  std::map<RowPtr, std::string> rowTitles;
   std::map<RowPtr, Module> modules;
 };

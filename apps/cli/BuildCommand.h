@@ -42,6 +42,8 @@ class BuildCommand {
     std::uint32_t index = 0;
     std::uint32_t moduleIndex = 0;
     TzString moduleKey = {};
+    /// Something stays closed until the SCO is known to have passed or failed.
+    bool isAwaited = false;
   };
 
   /// What the command line says, looked at before any work starts.
@@ -55,6 +57,10 @@ class BuildCommand {
   /// Adds the packages that the file becomes, from this place on, and moves the place behind them.
   [[nodiscard]] Failure AddFile(const ListedFile& file, Place& place);
   [[nodiscard]] Failure AddPackage(const ListedFile& file, const TzPath& package, const Place& place);
+  /// Looks at the package that was added last.
+  [[nodiscard]] Failure CheckAdded(const ListedFile& file);
+  /// Warns of what the course will lose of a SCO that was taken as it stands.
+  void WarnOfLosses(const ListedFile& file, const PlexoSCOManifest& manifest);
   void NotePlaced(const ListedFile& file, const Place& place, bool isAdopted);
   /// The text with listed files in the place of packages that were made of them.
   [[nodiscard]] std::string NameListedFiles(std::string text) const;

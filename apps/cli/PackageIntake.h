@@ -12,10 +12,17 @@
 #include "core/PlexoSCOKind.h"
 
 /// Makes of each file of a course the packages that the course takes: adopted ones, where it would refuse or
-/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file. What
-/// isn't a package, the course wraps itself.
+/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file, and
+/// warns of what the course will lose of it. What isn't a package, the course wraps itself.
 class PackageIntake {
  public:
+  /// Where in the course the file goes.
+  struct Place {
+    PlexoSCOKind kind = PlexoSCOKind::LINEAR;
+    /// Something stays closed until the file's SCO is known to have passed or failed.
+    bool isAwaited = false;
+  };
+
   PackageIntake(const CourseDocument& courseFile, CommandSession& commandSession,
                 CommandOutput& commandOutput)
       : course(courseFile), session(commandSession), output(commandOutput) {}
@@ -27,16 +34,13 @@ class PackageIntake {
     /// Set if the file can't be taken.
     std::optional<CommandFailure> failure = std::nullopt;
   };
-  [[nodiscard]] Result Take(const ListedFile& file, PlexoSCOKind kind);
+  [[nodiscard]] Result Take(const ListedFile& file, Place place);
 
  private:
-  [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, PlexoSCOKind kind) const;
-  [[nodiscard]] bool WaitsForSuccess() const;
+  [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, Place place) const;
   [[nodiscard]] Result Write(const ListedFile& file, PlexoAdopter& adopter);
   [[nodiscard]] Result Fail(const ListedFile& file, const PlexoAdoptResult& result) const;
-  void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,
-                   const std::vector<PlexoFinding>& findings);
-  void TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings);
+  void Warn(const ListedFile& file, const std::vector<PlexoFinding>& findings);
 
   const CourseDocument& course;
   CommandSession& session;

@@ -62,14 +62,18 @@ void PlexoContentLinks::ReadFile(PlexoCheckedPackage& checked, const TzZipEntry&
   }
 }
 
-PlexoContentLinks::Files PlexoContentLinks::GetReached(Files start) const {
+PlexoContentLinks::Files PlexoContentLinks::GetReached(Files start, const Files& closed, Files& met) const {
   std::vector<const TzZipEntry*> open(start.begin(), start.end());
   while (!open.empty()) {
     const auto found = links.find(open.back());
     open.pop_back();
     if (found == links.end()) continue;
     for (const TzZipEntry* target : found->second) {
-      if (start.insert(target).second) open.push_back(target);
+      if (closed.contains(target) && !start.contains(target)) {
+        met.insert(target);
+      } else if (start.insert(target).second) {
+        open.push_back(target);
+      }
     }
   }
   return start;

@@ -18,8 +18,9 @@ class PlexoContentLinks {
   /// What kept a file from being read: a fault of the machine, or a stop that was asked for.
   [[nodiscard]] const TzZipFailure& GetFailure() const { return failure; }
 
-  /// These files, and all that they refer to, directly or through other files.
-  [[nodiscard]] Files GetReached(Files start) const;
+  /// These files, and all that they refer to, directly or through other files, but for `closed`. What is met
+  /// of those is put into `met`.
+  [[nodiscard]] Files GetReached(Files start, const Files& closed, Files& met) const;
 
  private:
   void ReadFile(PlexoCheckedPackage& checked, const TzZipEntry& file, PlexoFindingList& findings);

@@ -25,6 +25,10 @@ using enum PlexoFindingId;
 /// a course that repeats some shared files in every item stays far below.
 constexpr std::uint64_t kMostTogether = std::uint64_t{1} << 30U;
 constexpr std::uint64_t kMostGrowth = 20;
+/// The same for pages of other items that links lead to: items that all link to each other would otherwise
+/// each hold everything.
+constexpr std::uint64_t kMostLinked = std::uint64_t{50} << 20U;
+constexpr std::uint64_t kMostLinkedGrowth = 5;
 
 std::string FormatOneDecimal(double number) {
   std::array<char, 32> text = {};
@@ -197,9 +201,12 @@ TzErrorCodeEnum PlexoExamination::ReadLinks() {
 TzErrorCodeEnum PlexoExamination::ShareFiles() {
   shares.emplace(package, *layout, launchables, links ? &*links : nullptr);
   shares->AddFindings(findings);
+  const std::uint64_t source = PlexoFileShares::GetPackedSize(layout->GetContent());
+  if (taken.size() > 1 && !FitTogether(std::max(kMostLinked, kMostLinkedGrowth * source))) {
+    shares->LeaveSiblings();
+  }
   for (const PlexoLaunchable& launchable : taken) shares->AddSiblingLinks(launchable, findings);
   if (taken.size() == 1) return kTzSuccess;
-  const std::uint64_t source = PlexoFileShares::GetPackedSize(layout->GetContent());
   const std::uint64_t most = std::max(kMostTogether, kMostGrowth * source);
   std::uint64_t together = 0;
   for (const PlexoLaunchable& launchable : taken) {
@@ -209,6 +216,15 @@ TzErrorCodeEnum PlexoExamination::ShareFiles() {
   }
   TellGrowth(source, together);
   return kTzSuccess;
+}
+
+bool PlexoExamination::FitTogether(std::uint64_t most) const {
+  std::uint64_t together = 0;
+  for (const PlexoLaunchable& launchable : taken) {
+    together += PlexoFileShares::GetPackedSize(shares->GetShare(launchable));
+    if (together > most) return false;
+  }
+  return true;
 }
 
 void PlexoExamination::TellGrowth(std::uint64_t source, std::uint64_t together) {

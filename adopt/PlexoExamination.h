@@ -50,6 +50,8 @@ class PlexoExamination {
   [[nodiscard]] TzErrorCodeEnum MakeSCOs();
   [[nodiscard]] TzErrorCodeEnum ReadLinks();
   [[nodiscard]] TzErrorCodeEnum ShareFiles();
+  /// The packages of all items that are taken hold at most so many bytes.
+  [[nodiscard]] bool FitTogether(std::uint64_t most) const;
   void TellGrowth(std::uint64_t source, std::uint64_t together);
   [[nodiscard]] TzErrorCodeEnum Refuse(PlexoFindingId id, const std::vector<std::string>& words);
   [[nodiscard]] TzErrorCodeEnum Take(const TzZipFailure& problem);

@@ -45,7 +45,8 @@ std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& 
   if (items.size() == 1) return layout.GetContent();
   const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
   const bool saysNothing = own.size() == 1;
-  const std::unordered_set<const TzZipEntry*> needed = links->GetReached(own);
+  PlexoContentLinks::Files siblings;
+  const PlexoContentLinks::Files needed = GetNeeded(own, siblings);
   std::vector<const TzZipEntry*> share;
   for (const TzZipEntry* file : layout.GetContent()) {
     const bool isTaken = needed.contains(file) || !owned.contains(file) ||
@@ -90,16 +91,25 @@ bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunc
   return false;
 }
 
+PlexoContentLinks::Files PlexoFileShares::GetNeeded(const PlexoContentLinks::Files& own,
+                                                    PlexoContentLinks::Files& siblings) const {
+  if (!siblingsAreKept) return links->GetReached(own, pages, siblings);
+  PlexoContentLinks::Files needed = links->GetReached(own, {}, siblings);
+  for (const TzZipEntry* file : needed) {
+    if (pages.contains(file) && !own.contains(file)) siblings.insert(file);
+  }
+  return needed;
+}
+
 void PlexoFileShares::AddSiblingLinks(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) const {
   if (items.size() == 1) return;
   const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
-  const std::unordered_set<const TzZipEntry*> needed = links->GetReached(own);
+  PlexoContentLinks::Files linked;
+  static_cast<void>(GetNeeded(own, linked));
+  if (linked.empty()) return;
   std::set<std::string_view> siblings;
-  for (const TzZipEntry* file : needed) {
-    if (pages.contains(file) && !own.contains(file)) siblings.insert(file->name);
-  }
-  if (siblings.empty()) return;
-  findings.Add(SiblingPageLinked,
+  for (const TzZipEntry* file : linked) siblings.insert(file->name);
+  findings.Add(siblingsAreKept ? SiblingPageLinked : SiblingLinksDead,
                {launchable.GetIdentifier(),
                 PlexoAdoptFindings::DescribeNames(std::string(*siblings.begin()), siblings.size()),
                 siblings.size() == 1 ? "a page of another item" : "pages of other items"});

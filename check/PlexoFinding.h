@@ -146,6 +146,7 @@ enum class PlexoFindingId {
   SuccessUncertain,
   SiblingPageLinked,
   PackagesOutgrowSource,
+  SiblingLinksDead,
 
   Count
 };

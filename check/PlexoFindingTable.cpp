@@ -414,6 +414,10 @@ constexpr std::array kKinds = {
                      "the {2} of the source",
                      "take only the items that the course needs: 'item' in the course file, --item of "
                      "'plexo adopt'"},
+    PlexoFindingKind{SiblingLinksDead, "PLX-870", kWarning, "Links to pages of other items are dead",
+                     "item '{0}': its pages link to {1}, {2} that its package doesn't hold, for the packages "
+                     "would be too large together; these links are dead",
+                     "remove the links, or take the package as one SCO from its source"},
 };
 
 consteval bool IsInOrder() {

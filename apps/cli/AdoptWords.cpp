@@ -13,11 +13,13 @@ using enum PlexoFindingId;
 
 /// What an author wants to know of an adoption, the most important first. The others come behind these, and
 /// at the end those that only mend how the package is written.
-constexpr std::array kImportant = {
-    SequencingDropped, PrerequisitesDropped, ItemLeftOut,           OrganizationsLeftOut, LaunchValueReplaced,
-    LaunchDataUnread,  LimitDropped,         LaunchDataDropped,     ListedFileAbsent,     MetadataFileAbsent,
-    ItemMended,        ItemsSeparated,       PackagesOutgrowSource, SiblingPageLinked,    OtherItemsLeftOut,
-    LaunchPageAdded,   CompletionPasses,     OtherResourceLaunched, TitleSupplied,        OtherTitleRead};
+constexpr std::array kImportant = {SequencingDropped,     PrerequisitesDropped, ItemLeftOut,
+                                   OrganizationsLeftOut,  LaunchValueReplaced,  LaunchDataUnread,
+                                   LimitDropped,          LaunchDataDropped,    ListedFileAbsent,
+                                   MetadataFileAbsent,    ItemMended,           ItemsSeparated,
+                                   PackagesOutgrowSource, SiblingPageLinked,    SiblingLinksDead,
+                                   OtherItemsLeftOut,     LaunchPageAdded,      CompletionPasses,
+                                   OtherResourceLaunched, TitleSupplied,        OtherTitleRead};
 constexpr std::array kMended = {VersionCorrected, PrefixRebound, EncodingChanged, HrefMatched, FilesListed};
 
 std::size_t GetRank(const PlexoFinding& finding) {
@@ -85,9 +87,9 @@ void SortByImportance(std::vector<PlexoFinding>& findings) {
 }
 
 bool IsToldByItself(const PlexoFinding& finding) {
-  static constexpr std::array kTold = {ItemLeftOut,       CompletionMayNotPass, ReportsNothing,
-                                       SuccessUncertain,  LaunchValueReplaced,  LaunchDataUnread,
-                                       SiblingPageLinked, PackagesOutgrowSource};
+  static constexpr std::array kTold = {ItemLeftOut,       CompletionMayNotPass,  ReportsNothing,
+                                       SuccessUncertain,  LaunchValueReplaced,   LaunchDataUnread,
+                                       SiblingPageLinked, PackagesOutgrowSource, SiblingLinksDead};
   return std::ranges::find(kTold, finding.id) != kTold.end();
 }
 

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "AdoptedPackages.h"
+#include "check/PlexoFindingTable.h"
 #include "support/ScoZip.h"
+#include "support/TestSession.h"
 
 namespace {
 
@@ -100,6 +102,39 @@ TEST(PlexoFileShares, HoldWhatTheItemsPagesReferTo) {
       linked.findings,
       Contains("PLX-868 item 'A': its pages link to 'b/i.htm', a page of another item that its package holds "
                "too; what a learner does there counts for 'A'"));
+}
+
+TEST(PlexoFileShares, LeavePagesOfOtherItemsOutWhereAllLinkToEachOther) {
+  std::string items;
+  std::string resources;
+  ScoZip zip("chain");
+  constexpr int kItems = 700;
+  for (int index = 0; index < kItems; ++index) {
+    const std::string number = std::to_string(index);
+    items += "<item identifier='I" + number + "' identifierref='R" + number + "'/>";
+    resources += "<resource identifier='R" + number + "' type='webcontent' href='" + number +
+                 ".htm'><file href='" + number + ".htm'/><file href='x.js'/></resource>";
+    zip.File(number + ".htm", "<img src='" + number + ".png'><a href='" +
+                                  std::to_string((index + 1) % kItems) + ".htm'>on</a>");
+  }
+  const std::string archive =
+      zip.File("x.js", "")
+          .Manifest("<manifest identifier='M' version='1.3'><organizations><organization identifier='O'>" +
+                    items + "</organization></organizations><resources>" + resources +
+                    "</resources></manifest>")
+          .Build();
+  const TestFolder folder;
+  PlexoAdoptRequest request = ForList();
+  request.package = folder.Write("chain.zip", archive);
+  PlexoAdopter adopter(request, folder.Path());
+  const PlexoAdoptResult result = adopter.Examine();
+  ASSERT_EQ(result.code, kTzSuccess);
+  EXPECT_EQ(adopter.CountFiles(0), 2U);
+  std::vector<std::string> texts;
+  for (const PlexoFinding& finding : result.findings) texts.push_back(PlexoFindingTable::GetText(finding));
+  EXPECT_THAT(texts, Contains("item 'I0': its pages link to '1.htm', a page of another item that its package "
+                              "doesn't hold, for the packages would be too large together; these links are "
+                              "dead"));
 }
 
 TEST(PlexoFileShares, SayHowMuchLargerTheyAreThanTheirSource) {

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kFileKeys[] = {"file", "title", "item", "completion-passes"};
+constexpr std::string_view kFileKeys[] = {"file", "item", "title", "completion-passes"};
 
 struct Objection {
   std::string message;

@@ -120,7 +120,7 @@ TEST_F(CourseFileTest, RefusesOptionsOfAFileThatHaveNoMeaning) {
       {"files: [{item: x}]", "3:9: a file needs 'file': its path"},
       {"files: [{file: a.zip, item: \"\"}]", "3:29: 'item' is empty; leave it out to take what there is"},
       {"files: [{file: a.zip, itme: x}]",
-       "3:23: unknown key 'itme', did you mean 'item'? allowed: file, title, item, completion-passes"},
+       "3:23: unknown key 'itme', did you mean 'item'? allowed: file, item, title, completion-passes"},
       {"intake: as-is\nfiles: [{file: a.zip, item: x}]", "4:23: 'item' can't be had with 'intake: as-is'"},
       {"intake: asis\nfiles: [a.zip]", "3:9: 'intake' must be auto, as-is or always"},
       {"files: [{file: [a.zip]}]", "3:16: 'file' must be a text"},
@@ -214,7 +214,7 @@ TEST_F(CourseFileTest, RefusesListedFilesThatACourseCantTake) {
        CourseFault::Wrong},
       {"files: [{file: film.swf, item: A}]", "3:26: 'item' is for SCO packages only", CourseFault::Wrong},
       {"files: [{file: guide.pdf, item: A}]", "3:27: 'item' is for SCO packages only", CourseFault::Wrong},
-      {"files: [{file: a.zip, title: ' '}]", "3:31: 'title' is empty; leave it out to keep the file's own",
+      {"files: [{file: a.zip, title: ' '}]", "3:30: 'title' is empty; leave it out to keep the file's own",
        CourseFault::Wrong},
       {"completion-passes: true\nintake: as-is\nfiles: [a.zip]",
        "3:1: 'completion-passes' can't be had with 'intake: as-is'", CourseFault::Wrong},
@@ -332,7 +332,7 @@ TEST_F(CourseFileTest, RefusesWeightagesThatArentExactlyTheWhole) {
 TEST_F(CourseFileTest, RefusesWhatIsNoCourseFile) {
   const std::string expected =
       "the course file must be made of keys and values; allowed: template, scorm, identifier, title, "
-      "description, version, duration, subject, force-sequence, intake, files, modules";
+      "description, version, duration, subject, force-sequence, intake, files, modules, completion-passes";
   EXPECT_EQ(ErrorsOf("").at(0), "0:0: " + expected);
   EXPECT_EQ(ErrorsOf("- a\n").at(0), "1:1: " + expected);
   EXPECT_THAT(ErrorsOf("title: a\n---\ntitle: b\n"),

@@ -33,9 +33,13 @@ PlexoAdoptResult PlexoAdopter::Examine() {
   result.findings = examination->GetFindings().GetList().TakeSorted();
   reasons = examination->GetFindings().GetReasons().TakeSorted();
   if (result.code != kTzSuccess) return result;
-  for (const PlexoAdoptedSCO& sco : examination->GetSCOs()) items.push_back({sco.item, sco.title});
+  for (const PlexoAdoptedSCO& sco : examination->GetSCOs()) {
+    items.push_back({sco.item, sco.title, sco.launch, sco.contentEdition, sco.courseEdition});
+  }
   return result;
 }
+
+std::size_t PlexoAdopter::CountFiles(std::size_t index) const { return examination->GetFiles(index).size(); }
 
 PlexoAdoptResult PlexoAdopter::Write(const std::vector<TzPath>& targets) {
   const auto& scos = examination->GetSCOs();

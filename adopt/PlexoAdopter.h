@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,8 @@ struct PlexoAdoptRequest {
   std::optional<PlexoCourseEdition> edition;
   /// The identifier of the one item that is wanted; empty for all that can be launched.
   std::string item;
+  /// For the one SCO that is taken; empty for its own.
+  std::string title = {};
   /// What the place can take: a pretest one SCO, a list any number.
   enum class Place { OneSCO, List } place = Place::OneSCO;
   /// `Passes`: what completes has passed, for content that reports no success.
@@ -44,6 +47,10 @@ struct PlexoAdoptedItem {
   /// As the package writes it; empty if no item launches the resource.
   std::string identifier;
   std::string title;
+  /// Of the content in the adopted package, query and fragment included: "content/index.htm?x=1".
+  std::string page = {};
+  PlexoCourseEdition contentEdition = PlexoCourseEdition::Scorm2004;
+  PlexoCourseEdition courseEdition = PlexoCourseEdition::Scorm2004;
 };
 
 /// Brings a package of any maker into the form that a course takes without loss: SCORM 1.2 or SCORM 2004 3rd
@@ -52,8 +59,8 @@ struct PlexoAdoptedItem {
 /// Guarantees: the files of the content keep their bytes and their places towards each other, and each is in
 /// at least one of the packages that all items become; only unlisted schema documents and what a system left
 /// behind are no content. Nothing of the package is trusted. The same package and request give the same
-/// bytes, and a package that was adopted stays as it is. Only the manifest and scripts are read; the other
-/// entries are copied as they are packed.
+/// bytes, and a package that was adopted stays as it is. Only the manifest, scripts, and the pages and style
+/// sheets of a package of several items are read; the other entries are copied as they are packed.
 class PlexoAdopter {
  public:
   /// `launchFiles` is the folder of the launch page, for content of the other edition.
@@ -67,6 +74,8 @@ class PlexoAdopter {
 
   /// The SCOs that the package becomes, in the order of its items; empty if it can't be adopted.
   [[nodiscard]] const std::vector<PlexoAdoptedItem>& GetItems() const { return items; }
+  /// The number of content files that the item of this index has.
+  [[nodiscard]] std::size_t CountFiles(std::size_t index) const;
   /// The findings for which a course would refuse the package as it stands, or damage it; empty if it takes
   /// it as it is.
   [[nodiscard]] const std::vector<PlexoFinding>& GetReasons() const { return reasons; }

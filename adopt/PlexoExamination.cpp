@@ -2,16 +2,18 @@
 #include "adopt/PlexoExamination.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <unordered_set>
 
 #include "adopt/PlexoEditionEvidence.h"
-#include "adopt/PlexoForeignFormat.h"
 #include "adopt/PlexoIntakeForecast.h"
 #include "adopt/PlexoItemData.h"
 #include "adopt/PlexoManifestEncoding.h"
 #include "adopt/PlexoSCOMaking.h"
 #include "check/PlexoArchiveCheck.h"
+#include "check/PlexoForeignFormat.h"
 #include "check/PlexoScratchFolder.h"
 #include "host/xml/TzXMLParser.h"
 
@@ -25,6 +27,21 @@ constexpr std::uint64_t kMostTogether = std::uint64_t{1} << 30U;
 constexpr std::uint64_t kMostGrowth = 20;
 /// Each item costs a package of its own, written to the disk; courses of lessons have some hundreds.
 constexpr std::size_t kMostItems = 1'000;
+/// The same for pages of other items that links lead to: items that all link to each other would otherwise
+/// each hold everything.
+constexpr std::uint64_t kMostLinked = std::uint64_t{50} << 20U;
+constexpr std::uint64_t kMostLinkedGrowth = 5;
+
+std::string FormatOneDecimal(double number) {
+  std::array<char, 32> text = {};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, 1);
+  return {text.data(), end.ptr};
+}
+
+std::string FormatMegabytes(std::uint64_t bytes) {
+  constexpr double kMegabyte = 1e6;
+  return FormatOneDecimal(static_cast<double>(bytes) / kMegabyte) + " MB";
+}
 
 }  // namespace
 
@@ -33,7 +50,7 @@ TzErrorCodeEnum PlexoExamination::Run(std::string& failure) {
   for (const auto step :
        {&PlexoExamination::ReadManifest, &PlexoExamination::CheckManifest, &PlexoExamination::FindEditions,
         &PlexoExamination::ChooseItems, &PlexoExamination::ReadScripts, &PlexoExamination::MakeSCOs,
-        &PlexoExamination::ShareFiles}) {
+        &PlexoExamination::ReadLinks, &PlexoExamination::ShareFiles}) {
     if (code == kTzSuccess) code = (this->*step)();
   }
   failure = failureText;
@@ -141,7 +158,8 @@ void PlexoExamination::LeaveOutItemsOutsideContent() {
   const std::unordered_set<const TzZipEntry*> files(content.begin(), content.end());
   std::erase_if(launchables, [&](const PlexoLaunchable& launchable) {
     if (files.contains(launchable.page)) return false;
-    findings.AddReason(ItemLeftOut, {launchable.GetIdentifier(), launchable.page->name});
+    findings.AddReason(ItemLeftOut, {launchable.GetIdentifier(), "its page '" + launchable.page->name +
+                                                                     "' is no content of the package"});
     return true;
   });
 }
@@ -165,6 +183,7 @@ TzErrorCodeEnum PlexoExamination::MakeSCOs() {
     PlexoAdoptedSCO& sco = scos.back();
     if (isOnly) PlexoIntakeForecast::AddReasons(package, launchable, sco, layout->GetContent(), findings);
     PlexoItemData::DropWithoutPlace(sco, findings);
+    PlexoItemData::AddCourseLosses(sco, findings);
     if (PlexoLaunchableItems::IsAsset(*launchable.resource)) {
       findings.Add(AssetLaunched, {launchable.GetIdentifier()});
     }
@@ -173,11 +192,24 @@ TzErrorCodeEnum PlexoExamination::MakeSCOs() {
   return kTzSuccess;
 }
 
+TzErrorCodeEnum PlexoExamination::ReadLinks() {
+  if (launchables.size() == 1) return kTzSuccess;
+  PlexoFindingList damaged;
+  links.emplace(package, damaged);
+  if (links->GetFailure()) return Take(links->GetFailure());
+  for (const PlexoFinding& finding : damaged.Get()) findings.Add(finding.id, finding.words);
+  return damaged.Get().empty() ? kTzSuccess : kTzBadContent;
+}
+
 TzErrorCodeEnum PlexoExamination::ShareFiles() {
-  shares.emplace(package, *layout, launchables);
+  shares.emplace(package, *layout, launchables, links ? &*links : nullptr);
   shares->AddFindings(findings);
-  if (taken.size() == 1) return kTzSuccess;
   const std::uint64_t source = PlexoFileShares::GetPackedSize(layout->GetContent());
+  if (taken.size() > 1 && !FitTogether(std::max(kMostLinked, kMostLinkedGrowth * source))) {
+    shares->LeaveSiblings();
+  }
+  for (const PlexoLaunchable& launchable : taken) shares->AddSiblingLinks(launchable, findings);
+  if (taken.size() == 1) return kTzSuccess;
   const std::uint64_t most = std::max(kMostTogether, kMostGrowth * source);
   std::uint64_t together = 0;
   for (const PlexoLaunchable& launchable : taken) {
@@ -185,7 +217,27 @@ TzErrorCodeEnum PlexoExamination::ShareFiles() {
     if (together <= most) continue;
     return Refuse(PackagesTooLarge, {std::to_string(taken.size()), std::to_string(most >> 20U)});
   }
+  TellGrowth(source, together);
   return kTzSuccess;
+}
+
+bool PlexoExamination::FitTogether(std::uint64_t most) const {
+  std::uint64_t together = 0;
+  for (const PlexoLaunchable& launchable : taken) {
+    together += PlexoFileShares::GetPackedSize(shares->GetShare(launchable));
+    if (together > most) return false;
+  }
+  return true;
+}
+
+void PlexoExamination::TellGrowth(std::uint64_t source, std::uint64_t together) {
+  constexpr double kFactorTold = 1.5;
+  constexpr std::uint64_t kGrowthTold = 100'000;
+  const double factor =
+      static_cast<double>(together) / static_cast<double>(std::max<std::uint64_t>(source, 1));
+  if (factor < kFactorTold || together - source < kGrowthTold) return;
+  findings.Add(PackagesOutgrowSource, {std::to_string(taken.size()), FormatMegabytes(together),
+                                       FormatMegabytes(source), FormatOneDecimal(factor)});
 }
 
 std::vector<PlexoAdoptedFile> PlexoExamination::GetFiles(std::size_t index) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "adopt/PlexoAdoptedPackage.h"
 #include "adopt/PlexoAdoptedSCO.h"
 #include "adopt/PlexoAdopter.h"
+#include "adopt/PlexoContentLinks.h"
 #include "adopt/PlexoFileShares.h"
 #include "adopt/PlexoLaunchableItems.h"
 #include "adopt/PlexoPackageLayout.h"
@@ -18,7 +20,8 @@
 #include "check/PlexoScriptIndex.h"
 
 /// Decides what a package becomes, step by step; each step's changes are findings. Reads the archive's
-/// directory, the manifest and the scripts, and writes nothing.
+/// directory, the manifest and the scripts, of a package of several items also pages and style sheets; writes
+/// nothing.
 class PlexoExamination {
  public:
   /// `launchFileNames` are the names of the launch page's files within their folder.
@@ -45,7 +48,11 @@ class PlexoExamination {
   [[nodiscard]] TzErrorCodeEnum ChooseItems();
   [[nodiscard]] TzErrorCodeEnum ReadScripts();
   [[nodiscard]] TzErrorCodeEnum MakeSCOs();
+  [[nodiscard]] TzErrorCodeEnum ReadLinks();
   [[nodiscard]] TzErrorCodeEnum ShareFiles();
+  /// The packages of all items that are taken hold at most so many bytes.
+  [[nodiscard]] bool FitTogether(std::uint64_t most) const;
+  void TellGrowth(std::uint64_t source, std::uint64_t together);
   [[nodiscard]] TzErrorCodeEnum Refuse(PlexoFindingId id, const std::vector<std::string>& words);
   [[nodiscard]] TzErrorCodeEnum Take(const TzZipFailure& problem);
 
@@ -68,6 +75,8 @@ class PlexoExamination {
   std::vector<PlexoLaunchable> taken;
   /// None if it doesn't matter what they report.
   std::optional<PlexoScriptIndex> scripts;
+  /// None for a single item, whose package holds everything.
+  std::optional<PlexoContentLinks> links;
   std::optional<PlexoFileShares> shares;
   std::vector<PlexoAdoptedSCO> scos;
 };

@@ -25,8 +25,9 @@ void AddOwnFiles(const PlexoResource& resource, const PlexoCheckedPackage& packa
 }  // namespace
 
 PlexoFileShares::PlexoFileShares(const PlexoCheckedPackage& checked, const PlexoPackageLayout& packageLayout,
-                                 const std::vector<PlexoLaunchable>& launchables)
-    : package(checked), layout(packageLayout), items(launchables) {
+                                 const std::vector<PlexoLaunchable>& launchables,
+                                 const PlexoContentLinks* contentLinks)
+    : package(checked), layout(packageLayout), items(launchables), links(contentLinks) {
   for (const PlexoResource& resource : package.GetResources()) {
     AddOwnFiles(resource, package, filesOf[&resource]);
   }
@@ -44,9 +45,11 @@ std::vector<const TzZipEntry*> PlexoFileShares::GetShare(const PlexoLaunchable& 
   if (items.size() == 1) return layout.GetContent();
   const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
   const bool saysNothing = own.size() == 1;
+  PlexoContentLinks::Files siblings;
+  const PlexoContentLinks::Files needed = GetNeeded(own, siblings);
   std::vector<const TzZipEntry*> share;
   for (const TzZipEntry* file : layout.GetContent()) {
-    const bool isTaken = own.contains(file) || !owned.contains(file) ||
+    const bool isTaken = needed.contains(file) || !owned.contains(file) ||
                          (saysNothing && !pages.contains(file) && !IsInFolderOfOther(*file, launchable));
     if (isTaken) share.push_back(file);
   }
@@ -86,6 +89,30 @@ bool PlexoFileShares::IsInFolderOfOther(const TzZipEntry& file, const PlexoLaunc
     if (!isAround && pageFolders.contains(name.substr(0, slash))) return true;
   }
   return false;
+}
+
+PlexoContentLinks::Files PlexoFileShares::GetNeeded(const PlexoContentLinks::Files& own,
+                                                    PlexoContentLinks::Files& siblings) const {
+  if (!siblingsAreKept) return links->GetReached(own, pages, siblings);
+  PlexoContentLinks::Files needed = links->GetReached(own, {}, siblings);
+  for (const TzZipEntry* file : needed) {
+    if (pages.contains(file) && !own.contains(file)) siblings.insert(file);
+  }
+  return needed;
+}
+
+void PlexoFileShares::AddSiblingLinks(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) const {
+  if (items.size() == 1) return;
+  const std::unordered_set<const TzZipEntry*> own = GetListed({launchable.resource});
+  PlexoContentLinks::Files linked;
+  static_cast<void>(GetNeeded(own, linked));
+  if (linked.empty()) return;
+  std::set<std::string_view> siblings;
+  for (const TzZipEntry* file : linked) siblings.insert(file->name);
+  findings.Add(siblingsAreKept ? SiblingPageLinked : SiblingLinksDead,
+               {launchable.GetIdentifier(),
+                PlexoAdoptFindings::DescribeNames(std::string(*siblings.begin()), siblings.size()),
+                siblings.size() == 1 ? "a page of another item" : "pages of other items"});
 }
 
 void PlexoFileShares::AddFindings(PlexoAdoptFindings& findings) const {

@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <regex>
 #include <set>
 
 #include "adopt/PlexoLaunchAddress.h"
+#include "check/PlexoCourseLosses.h"
 
 namespace {
 
@@ -148,6 +151,19 @@ bool IsTimeLimit(const std::string& text, PlexoCourseEdition edition) {
          std::regex_match(text, edition == PlexoCourseEdition::Scorm12 ? kTimespan : kDuration);
 }
 
+/// A score from 0 to 1 as SCORM 1.2 writes it; empty for what is none.
+std::string AsPercent(const std::string& scaled) {
+  double score = 0.0;
+  const auto [end, error] = std::from_chars(scaled.data(), scaled.data() + scaled.size(), score);
+  if (error != std::errc() || end != scaled.data() + scaled.size() || std::abs(score) > 1.0) return {};
+  constexpr double kThousand = 1000.0;
+  constexpr double kTen = 10.0;
+  std::array<char, 32> text = {};
+  const auto written =
+      std::to_chars(text.data(), text.data() + text.size(), std::round(score * kThousand) / kTen);
+  return {text.data(), written.ptr};
+}
+
 }  // namespace
 
 std::string PlexoItemData::ReadObjective(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) {
@@ -212,6 +228,23 @@ void PlexoItemData::DropWithoutPlace(PlexoAdoptedSCO& sco, PlexoAdoptFindings& f
     if (hasPlace || (sco.data.*value).empty()) continue;
     findings.Add(LimitDropped, {sco.item, name, sco.data.*value});
     (sco.data.*value).clear();
+  }
+}
+
+void PlexoItemData::AddCourseLosses(const PlexoAdoptedSCO& sco, PlexoAdoptFindings& findings) {
+  const bool is12 = sco.courseEdition == PlexoCourseEdition::Scorm12;
+  const PlexoLaunchData& data = sco.data;
+  PlexoCourseLosses::Values values;
+  if (is12)
+    values.passMark = data.masteryScore.empty() ? AsPercent(data.scaledPassingScore) : data.masteryScore;
+  // A launch page hands the rest to the content itself. The pass mark is what an LMS of SCORM 1.2 decides by.
+  if (!sco.HasLaunchPage()) {
+    values.timeLimit = data.maxTimeAllowed;
+    values.timeLimitAction = data.timeLimitAction;
+    values.launchData = data.dataFromLms;
+  }
+  for (const PlexoFinding& loss : PlexoCourseLosses::Find(sco.item, values, is12)) {
+    findings.Add(loss.id, loss.words);
   }
 }
 

@@ -19,6 +19,9 @@ class PlexoItemData {
   /// Takes out what a course of the SCO's edition has no place for, each a finding: limits and thresholds,
   /// unless a launch page hands them to the content, and an objective of SCORM 1.2 content in SCORM 1.2.
   static void DropWithoutPlace(PlexoAdoptedSCO& sco, PlexoAdoptFindings& findings);
+  /// Adds what a course of the SCO's edition loses or replaces of its launch data, though the adopted package
+  /// has it.
+  static void AddCourseLosses(const PlexoAdoptedSCO& sco, PlexoAdoptFindings& findings);
   /// Adds what isn't kept of the items, their resources and what is around them: sequencing, prerequisites,
   /// metadata that stands in the manifest itself, and what they say about how an LMS shows them.
   static void AddDropped(const std::vector<PlexoLaunchable>& launchables, const PlexoCheckedPackage& package,

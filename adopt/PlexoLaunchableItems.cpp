@@ -75,10 +75,11 @@ class ItemSearch {
     if (found.size() == 1 && found.front().item == nullptr && package.GetItems().size() == 1) {
       const PlexoManifestElement& item = *package.GetItems().front();
       found.front().item = &item;
-      findings.AddReason(ItemMended, {item.GetValue("identifier"), item.GetValue("identifierref"),
-                                      found.front().resource->identifier});
+      const std::string cause = leftOut.empty() ? "it names no resource" : leftOut.front().second;
+      findings.AddReason(ItemMended,
+                         {item.GetValue("identifier"), cause, found.front().resource->identifier});
     } else {
-      for (const auto& [identifier, wanted] : leftOut) findings.AddReason(ItemLeftOut, {identifier, wanted});
+      for (const auto& [identifier, cause] : leftOut) findings.AddReason(ItemLeftOut, {identifier, cause});
     }
     return found;
   }
@@ -119,14 +120,24 @@ class ItemSearch {
     const std::string reference = Collapse(item.GetValue("identifierref"));
     if (reference.empty()) return;
     const PlexoResource* resource = package.FindResource(reference);
-    if (resource == nullptr || !resource->launch) {
-      leftOut.emplace_back(item.GetValue("identifier"), reference);
-    } else if (const TzZipEntry* page = PlexoLaunchableItems::FindFile(*resource->launch, package);
-               page != nullptr) {
+    const TzZipEntry* page = resource != nullptr && resource->launch
+                                 ? PlexoLaunchableItems::FindFile(*resource->launch, package)
+                                 : nullptr;
+    if (page != nullptr) {
       found.push_back({&item, resource, page});
     } else {
-      leftOut.emplace_back(item.GetValue("identifier"), resource->launch->written);
+      leftOut.emplace_back(item.GetValue("identifier"), DescribeCause(reference, resource));
     }
+  }
+
+  /// Why an item with this reference has no page.
+  static std::string DescribeCause(const std::string& reference, const PlexoResource* resource) {
+    if (resource == nullptr) return "the manifest has no resource '" + reference + "', which it names";
+    if (!resource->launch) return "its resource '" + reference + "' has no href";
+    const PlexoFileReference& page = *resource->launch;
+    if (page.href.isExternal) return "its page '" + page.written + "' is on another server";
+    if (page.href.leavesPackage) return "its page '" + page.written + "' lies outside the package";
+    return "its page '" + page.written + "' isn't in the package";
   }
 
   void AddOnlyResource() {
@@ -149,7 +160,7 @@ class ItemSearch {
   const PlexoCheckedPackage& package;
   PlexoAdoptFindings& findings;
   std::vector<PlexoLaunchable> found;
-  /// Items that lead nowhere: their identifiers, and what they want to launch.
+  /// Items that lead nowhere: their identifiers, and why.
   std::vector<std::pair<std::string, std::string>> leftOut;
 };
 

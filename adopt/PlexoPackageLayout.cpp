@@ -6,10 +6,10 @@
 #include <set>
 
 #include "adopt/PlexoAdoptedManifest.h"
-#include "adopt/PlexoForeignFormat.h"
 #include "adopt/PlexoLaunchableItems.h"
 #include "adopt/PlexoSchemaNames.h"
 #include "check/PlexoArchiveCheck.h"
+#include "check/PlexoForeignFormat.h"
 
 namespace {
 

@@ -17,7 +17,8 @@ PlexoAdoptedSCO PlexoSCOMaking::Make(const PlexoLaunchable& launchable, const Pl
   const auto& settings = layout.GetLaunchSettings();
   PlexoAdoptedSCO sco;
   sco.item = launchable.GetIdentifier();
-  sco.title = PlexoLaunchableItems::GetTitle(launchable, package);
+  sco.title =
+      task.request.title.empty() ? PlexoLaunchableItems::GetTitle(launchable, package) : task.request.title;
   sco.manifest = package.manifest.GetRoot()->GetValue("identifier");
   if (!task.isOnly) sco.manifest += (sco.manifest.empty() ? "" : "-") + sco.item;
   sco.contentEdition = task.contentEdition;
@@ -90,7 +91,10 @@ void PlexoSCOMaking::AddDoubts(const PlexoLaunchable& launchable, const PlexoScr
     if (sco.contentEdition == PlexoCourseEdition::Scorm12) words.Add(PlexoScriptWords::Content12);
   }
   if (!sco.data.masteryScore.empty()) words.Add(PlexoScriptWords::MasteryScore);
-  if (words.ReportsSuccess()) return;
+  if (words.ReportsSuccess()) {
+    if (!words.CertainlyReportsSuccess()) findings.Add(SuccessUncertain, {sco.item});
+    return;
+  }
   findings.Add(words.ReportsCompletion() ? CompletionMayNotPass : ReportsNothing, {sco.item});
 }
 

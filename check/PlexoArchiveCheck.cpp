@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "check/PlexoForeignFormat.h"
+
 namespace {
 
 using enum PlexoFindingId;
@@ -58,6 +60,8 @@ void CheckManifestPlace(const PlexoCheckedPackage& package, PlexoFindingList& fi
   });
   if (found != entries.end()) {
     findings.AddFile(ManifestInFolder, found->name, {found->name});
+  } else if (const std::string_view format = PlexoForeignFormat::FindByFiles(package); !format.empty()) {
+    findings.Add(ForeignFormat, {std::string(format)});
   } else {
     findings.Add(ManifestMissing, {});
   }

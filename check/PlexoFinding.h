@@ -151,6 +151,12 @@ enum class PlexoFindingId {
   CompletionPasses,
   CompletionMayNotPass,
   ReportsNothing,
+  LaunchValueReplaced,
+  LaunchDataUnread,
+  SuccessUncertain,
+  SiblingPageLinked,
+  PackagesOutgrowSource,
+  SiblingLinksDead,
   ObjectivesPreset,
 
   Count

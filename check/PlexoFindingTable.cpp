@@ -96,26 +96,27 @@ constexpr std::array kKinds = {
                      "resource '{0}': its type is '{1}'", "write type=\"webcontent\""},
     PlexoFindingKind{ResourceUnused, "PLX-212", kHint, "A SCO is never launched",
                      "resource '{0}': a SCO that no item launches", "add an item for it, or remove it"},
-    PlexoFindingKind{
-        LowerCaseLaunchData, "PLX-213", kWarning, "Launch data under its SCORM 1.2 name",
-        "item '{0}': '{1}' in lower case is the SCORM 1.2 name: the schema of 2004 refuses it, and many "
-        "LMSs don't read it. Plexo writes it on purpose, for the LMSs that import its packages do",
-        "write adlcp:dataFromLMS and adlcp:timeLimitAction where the LMS follows the standard"},
-    PlexoFindingKind{
-        RepeatedLaunchData, "PLX-214", kWarning, "A SCORM 1.2 element stands twice in an item",
-        "item '{0}': '{1}' stands more than once. Plexo writes its own beside the SCO's on purpose; "
-        "an LMS may take either",
-        "keep one of them where the LMS refuses both"},
+    PlexoFindingKind{LowerCaseLaunchData, "PLX-213", kWarning, "Launch data under its SCORM 1.2 name",
+                     "item '{0}': '{1}' in lower case is the SCORM 1.2 name: LMSs that follow the schema of "
+                     "2004 ignore it, "
+                     "and its value '{3}' is lost there. Plexo writes it on purpose, for the LMSs that "
+                     "import its packages "
+                     "read it",
+                     "write adlcp:dataFromLMS and adlcp:timeLimitAction where the LMS follows the standard"},
+    PlexoFindingKind{RepeatedLaunchData, "PLX-214", kWarning, "A SCORM 1.2 element stands twice in an item",
+                     "item '{0}': '{1}' stands more than once. Plexo writes its own behind the SCO's on "
+                     "purpose; LMSs that "
+                     "keep the last one lose the value '{2}'",
+                     "keep one of them where the LMS refuses both"},
     PlexoFindingKind{
         NestedManifest, "PLX-215", kWarning, "There is a manifest in the manifest",
         "manifest '{0}': stands in another, where many LMSs don't read it; what is in it isn't checked",
         "put its items and resources into the manifest around it"},
-    PlexoFindingKind{
-        TitleEmpty, "PLX-216", kWarning, "A title is empty",
-        "{0} '{1}': its title is empty, and LMSs show a line without words. Plexo writes it for a document "
-        "or "
-        "movie of a flat course, which brings no title",
-        "add a title, or take the document or movie into a module, where it has its file's name"},
+    PlexoFindingKind{TitleEmpty, "PLX-216", kWarning, "A title is empty",
+                     "{0} '{1}': its title is empty, so LMS menus show a blank line. Plexo writes it for a "
+                     "movie of a flat "
+                     "course that has no title in the course file",
+                     "add a title: 'title' beside the movie in the course file"},
     PlexoFindingKind{EditionUndetermined, "PLX-217", kError, "Nothing in the manifest tells its edition",
                      "{0}: names no schemaversion of SCORM, and no namespace tells the edition",
                      "Write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
@@ -387,8 +388,7 @@ constexpr std::array kKinds = {
     PlexoFindingKind{OtherTitleRead, "PLX-843", kWarning, "The last title wasn't the launched item's",
                      "title '{0}': the last one, but that of {1} is '{2}'", "nothing to do"},
     PlexoFindingKind{ItemLeftOut, "PLX-844", kWarning, "An item that can't be launched was left out",
-                     "item '{0}': left out, for '{1}' is no page of the package",
-                     "add the page to the package if the course needs it"},
+                     "item '{0}': left out: {1}", "correct the source if the course needs the item"},
     PlexoFindingKind{OtherItemsLeftOut, "PLX-845", kWarning, "Items that weren't asked for were left out",
                      "the package: item '{0}' was taken, and {1} others left out: {2}",
                      "adopt the others too, if the course needs them"},
@@ -417,8 +417,8 @@ constexpr std::array kKinds = {
     PlexoFindingKind{TitleSupplied, "PLX-853", kWarning, "What is launched had no title of its own",
                      "{0}: has no title of its own, and got '{1}'", "give it a title in the source"},
     PlexoFindingKind{ItemMended, "PLX-854", kWarning, "The only item launched nothing",
-                     "item '{0}': '{1}' is no resource with a page, and '{2}', the only one, took its place",
-                     "correct the identifierref in the source, if that isn't what it means"},
+                     "item '{0}': {1}, so it launches resource '{2}', the only one with a page",
+                     "correct the identifierref in the source if another page is meant"},
     PlexoFindingKind{DetailDropped, "PLX-855", kHint, "Something that a course has no place for was dropped",
                      "{0} '{1}': its {2} was dropped", "nothing to do"},
 
@@ -437,7 +437,36 @@ constexpr std::array kKinds = {
                      "what waits for it "
                      "never opens",
                      "let the content report, or don't force the order"},
-    PlexoFindingKind{ObjectivesPreset, "PLX-868", kWarning, "A launch page lists the content's objectives",
+    PlexoFindingKind{LaunchValueReplaced, "PLX-865", kWarning,
+                     "A SCORM 1.2 course replaces what an item says",
+                     "item '{0}': its {1} '{2}' is lost in a course of SCORM 1.2, which publishes {3} for "
+                     "every SCO",
+                     "set it in the LMS after the import, or in the content itself"},
+    PlexoFindingKind{LaunchDataUnread, "PLX-866", kWarning,
+                     "A SCORM 2004 course publishes launch data under a name that some LMSs ignore",
+                     "item '{0}': a course of SCORM 2004 publishes its {1} '{2}' as {3}, which LMSs that "
+                     "follow the schema ignore",
+                     "try the content in the LMS: it may hang there, or start without its data"},
+    PlexoFindingKind{SuccessUncertain, "PLX-867", kWarning, "Content may not report success",
+                     "item '{0}': can't tell whether it reports success: its scripts can, and may be set to "
+                     "report completion only; what waits for its success would never open",
+                     "let completion pass: 'completion-passes: true' in the course file, beside the file or "
+                     "for the whole course; --completion-passes of 'plexo adopt'"},
+    PlexoFindingKind{SiblingPageLinked, "PLX-868", kWarning, "A page links to the page of another item",
+                     "item '{0}': its pages link to {1}, {2} that its package holds too; what a learner does "
+                     "there counts for '{0}'",
+                     "remove the link, or take the package as one SCO from its source"},
+    PlexoFindingKind{PackagesOutgrowSource, "PLX-869", kWarning,
+                     "The packages of all items are larger together than their source",
+                     "the package: its {0} items share files, so their packages hold {1} together, {3} times "
+                     "the {2} of the source",
+                     "take only the items that the course needs: 'item' in the course file, --item of "
+                     "'plexo adopt'"},
+    PlexoFindingKind{SiblingLinksDead, "PLX-870", kWarning, "Links to pages of other items are dead",
+                     "item '{0}': its pages link to {1}, {2} that its package doesn't hold, for the packages "
+                     "would be too large together; these links are dead",
+                     "remove the links, or take the package as one SCO from its source"},
+    PlexoFindingKind{ObjectivesPreset, "PLX-871", kWarning, "A launch page lists the content's objectives",
                      "item '{0}': a course has no place for its objectives {1}, so a launch page lists them",
                      "nothing to do"},
 };

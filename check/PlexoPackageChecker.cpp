@@ -5,8 +5,10 @@
 #include "check/PlexoArchiveCheck.h"
 #include "check/PlexoCheckedPackage.h"
 #include "check/PlexoContentReading.h"
+#include "check/PlexoCourseLosses.h"
 #include "check/PlexoFileCheck.h"
 #include "check/PlexoFindingList.h"
+#include "check/PlexoForeignFormat.h"
 #include "check/PlexoIdentifierCheck.h"
 #include "check/PlexoLimitCheck.h"
 #include "check/PlexoResultCheck.h"
@@ -68,8 +70,14 @@ class PackageCheck {
       findings.AddLine(ManifestTooLarge, 0, {package.manifest.GetExcess()});
       return;
     }
+    const bool hasRoot = package.manifest.GetRoot()->name == "manifest";
+    const std::string format = hasRoot ? PlexoForeignFormat::FindByManifest(package) : std::string();
+    if (!format.empty()) {
+      findings.Add(ForeignFormat, {format});
+      return;
+    }
     CheckManifest(reading);
-    if (package.manifest.GetRoot()->name == "manifest") {
+    if (hasRoot) {
       PlexoSchemaCheck::Run(package, manifest, schemaFolder, findings);
     }
   }
@@ -79,6 +87,7 @@ class PackageCheck {
     if (package.manifest.GetRoot()->name != "manifest") return;
     PlexoIdentifierCheck::Run(package, findings);
     PlexoFileCheck::Run(package, findings);
+    PlexoCourseLosses::Run(package, findings);
     const PlexoScriptIndex scripts(package, reading);
     PlexoScriptCheck::Run(package, scripts, findings);
     PlexoLimitCheck::Run(package, scripts, findings);

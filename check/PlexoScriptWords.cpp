@@ -81,9 +81,10 @@ void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
     // A word goes on in the next piece, and behind every second byte of a text in UTF-16.
     if (end == text.size() || text[end] == 0) {
       Keep(run);
-    } else if (current.empty() && !isTooLong) {
+      continue;
+    }
+    if (current.empty() && !isTooLong) {
       if (!run.empty()) EndWord(run, text[end]);
-      before = text[end];
     } else {
       Keep(run);
       EndWord(current, text[end]);
@@ -99,11 +100,18 @@ void PlexoScriptScan::Keep(std::string_view part) {
 
 PlexoScriptWords PlexoScriptScan::Finish() {
   EndWord(current, 0);
+  if (statements.CompletesAlone()) {
+    words.Add(PlexoScriptWords::CompletesAlone);
+  } else if (statements.StatesSuccess()) {
+    words.Add(PlexoScriptWords::SuccessStated);
+  }
   return words;
 }
 
 void PlexoScriptScan::EndWord(std::string_view word, char after) {
-  if (!isTooLong && word.size() <= kMostWordBytes) {
+  if (word.size() > kMostWordBytes) isTooLong = true;
+  statements.TakeWord(isTooLong ? std::string_view() : word);
+  if (!isTooLong) {
     if (sent == Sent::Exit && word == "logout") words.Add(PlexoScriptWords::SendsLogout);
     if (sent == Sent::Navigation && word == "exitAll") words.Add(PlexoScriptWords::SendsExitAll);
     sent = Sent::Nothing;

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "check/PlexoStatusStatements.h"
+
 /// The words of the SCORM run-time API and data model that content's scripts hold. A set of bits.
 class PlexoScriptWords {
  public:
@@ -51,6 +53,9 @@ class PlexoScriptWords {
     SendsExitAll = 1U << 25U,
     /// The status of those who didn't pass.
     Failed = 1U << 26U,
+    /// Every place that reports completion reports success too; or some reports completion alone.
+    SuccessStated = 1U << 27U,
+    CompletesAlone = 1U << 28U,
   };
   /// What counts in the settings of a launch page only.
   static constexpr std::uint32_t kOfLaunchSettings =
@@ -83,6 +88,12 @@ class PlexoScriptWords {
   }
   /// Content reports a score to an LMS of SCORM 2004.
   [[nodiscard]] bool ReportsScore() const { return Has(ScaledScore) || (Has(Translated) && Has(RawScore12)); }
+  /// Content that can report success may be set to report completion only: it is certain where no place does
+  /// so.
+  [[nodiscard]] bool CertainlyReportsSuccess() const {
+    if (Has(Translated) && Has(CompletionPasses)) return true;
+    return Has(SuccessStated) && !Has(CompletesAlone) && !Has(Assembled);
+  }
 
  private:
   /// A launch page compares the content's score with what it takes to pass.
@@ -110,6 +121,7 @@ class PlexoScriptScan {
   void EndWord(std::string_view word, char after);
 
   PlexoScriptWords words;
+  PlexoStatusStatements statements;
   /// What the next word would be sent as.
   enum class Sent { Nothing, Exit, Navigation } sent = Sent::Nothing;
   /// What was kept of the word so far.

@@ -108,6 +108,11 @@ class StructureCheck {
     }
   }
 
+  static std::string Show(const PlexoManifestElement& element) {
+    constexpr std::size_t kShownBytes = 60;
+    return PlexoFindingList::Shorten(element.text, kShownBytes);
+  }
+
   void CheckLaunchData(const PlexoManifestElement& item) {
     for (const auto& [oldName, newName] : kLaunchData) {
       const auto found = item.FindAll(Adlcp, oldName);
@@ -117,10 +122,10 @@ class StructureCheck {
         if (std::string_view(newName).empty()) continue;
         for (const auto* element : found) {
           findings.AddElement(LowerCaseLaunchData, *element,
-                              {identifier, written, std::string("adlcp:") + newName});
+                              {identifier, written, std::string("adlcp:") + newName, Show(*element)});
         }
       } else if (found.size() > 1) {
-        findings.AddElement(RepeatedLaunchData, *found[1], {identifier, written});
+        findings.AddElement(RepeatedLaunchData, *found[1], {identifier, written, Show(*found[0])});
       }
     }
   }

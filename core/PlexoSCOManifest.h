@@ -39,6 +39,14 @@ struct PlexoSCOManifest {
   bool hasDataFromLMS = false;
   /// Every file that the SCO's manifest lists, in its order.
   std::vector<TzString> files;
+  /// The title that the author gave the file when choosing it; empty if none was given. It is published in
+  /// place of whatever else titles the SCO.
+  TzString givenTitle;
+
+  /// The title to publish: the given one, or else this one.
+  [[nodiscard]] TzString GetTitleOr(const TzString& otherwise) const {
+    return givenTitle.IsEmpty() ? otherwise : givenTitle;
+  }
 
   bool operator==(const PlexoSCOManifest&) const = default;
 };

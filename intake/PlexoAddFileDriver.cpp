@@ -79,6 +79,7 @@ int AddPackage(const TzPath& path, const TzPath& folder, PlexoSCOModel& sco,
   manifest.scoName = sco.scoName = TzFileUtil::GetBaseFileName(path);
   manifest.folderPath = sco.folderPath = folder.GetString();
   manifest.sourcePath = sco.sourcePath = path.GetString();
+  manifest.givenTitle = TzFileChooserUtils::GetGivenTitle(path);
   if (const int result = PlexoAddFileDriver::ReadSCOManifest(manifestFile, manifest); result != 0) {
     return result;
   }

@@ -12,6 +12,7 @@
 #include "host/session/TzProblem.h"
 #include "intake/PlexoPdfFields.h"
 #include "intake/PlexoPdfScripts.h"
+#include "intake/PlexoPdfTitle.h"
 #include "intake/PlexoSCOWrapper.h"
 #include "intake/PlexoSharedPlayer.h"
 #include "intake/PlexoWrappedFile.h"
@@ -86,6 +87,7 @@ int PlexoPdfWrapping::AddDocument(const TzPath& path, const TzPath& scoFolder, P
   if (!MakeTracked(file.GetCopy())) return Refuse(dictionary, "kPlexoPDFJSInsertionError");
 
   PlexoSCOManifest manifest = file.Describe(sco);
+  manifest.title = PlexoPdfTitle::Find(path);
   PlexoSCOWrapper wrapper;
   wrapper.SetKind(PlexoWrapperKind::PDF);
   wrapper.SetSourcePath(file.GetCopy());

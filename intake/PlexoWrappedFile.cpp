@@ -6,6 +6,7 @@
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoErrorBox.h"
 #include "host/files/TzFileUtil.h"
+#include "host/session/TzFileChooser.h"
 
 PlexoWrappedFile::PlexoWrappedFile(TzPath chosenFile, TzPath scoFolder, const TzString& extension)
     : source(std::move(chosenFile)),
@@ -32,6 +33,7 @@ PlexoSCOManifest PlexoWrappedFile::Describe(PlexoSCOModel& sco) const {
   manifest.href = sco.launchFile = page;
   manifest.scormVersion = sco.scormVersion = GetCourseModel()->GetScormVersion();
   manifest.files = {copyName};
+  manifest.givenTitle = TzFileChooserUtils::GetGivenTitle(source);
   // Appended, for one record serves a whole selection of files.
   sco.files.push_back(page);
   sco.files.push_back(copyName);

@@ -61,7 +61,7 @@ int WriteLinearCourse(PlexoManifestWriter& manifest) {
   for (std::uint32_t index = 0; index < scos.size(); ++index) {
     const PlexoSCOManifest& sco = scos[index].manifest;
     const TzDOMNode item = manifest.WriteItem(
-        MakeIdentifier("SCO", index, kNoIndex, ItemKind::Item), sco.title,
+        MakeIdentifier("SCO", index, kNoIndex, ItemKind::Item), sco.GetTitleOr(sco.title),
         MakeIdentifier("RES", index, kNoIndex, ItemKind::Item), true, {}, &sco, stagedFolder);
     if (manifest.IsScorm2004()) {
       sequencing.WriteItemSequencing(item, forced, index, kNoIndex, ItemKind::Item);

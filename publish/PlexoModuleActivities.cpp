@@ -50,12 +50,12 @@ TzDOMNode PlexoModuleActivities::WriteMappedObjective(TzDOMNode objectives, Obje
   return objective;
 }
 
-// A test is titled by its place: its own name means nothing to a learner who sees it beside the module's
-// title.
+// A test is titled by its place, unless the author gave it a title: its own name means nothing to a learner
+// who sees it beside the module's title.
 TzDOMNode PlexoModuleActivities::WriteTest(TzDOMNode moduleItem, ItemKind kind, const TzString& stagedFolder,
                                            const PlexoSCOManifest& sco) {
   const TzString title = MakeEntityName(index, ItemKind::Module) + "_" + MakeEntityName(kNoIndex, kind);
-  return manifest.WriteItem(MakeIdentifier("SCO", kNoIndex, index, kind), title,
+  return manifest.WriteItem(MakeIdentifier("SCO", kNoIndex, index, kind), sco.GetTitleOr(title),
                             MakeIdentifier("RES", kNoIndex, index, kind), true, moduleItem, &sco,
                             stagedFolder);
 }
@@ -112,10 +112,10 @@ void PlexoModuleActivities::WriteContentModule(TzDOMNode moduleItem) {
 
 void PlexoModuleActivities::WriteContentItem(TzDOMNode wrapper, const PlexoSCOModel& content,
                                              std::uint32_t contentIndex, const TzString& stagedFolder) {
-  const TzDOMNode item =
-      manifest.WriteItem(MakeIdentifier("SCO", contentIndex, index, ItemKind::Content), content.scoName,
-                         MakeIdentifier("RES", contentIndex, index, ItemKind::Content), true, wrapper,
-                         &content.manifest, stagedFolder);
+  const TzDOMNode item = manifest.WriteItem(MakeIdentifier("SCO", contentIndex, index, ItemKind::Content),
+                                            content.manifest.GetTitleOr(content.scoName),
+                                            MakeIdentifier("RES", contentIndex, index, ItemKind::Content),
+                                            true, wrapper, &content.manifest, stagedFolder);
   if (module.contentForcedSequence) {
     sequencing.WriteItemSequencing(item, true, contentIndex, index, ItemKind::Content);
   } else {

@@ -32,6 +32,9 @@ class AuthorUserInterface : public ITzUserInterface {
 
   int ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) override;
   std::vector<TzPath> ChooseFiles(const TzFileChooserRequest& request) override;
+  [[nodiscard]] TzString GetGivenTitle(const TzPath& file) const override {
+    return sources.GetGivenTitle(file);
+  }
   TzString ChooseFolder(const TzFolderChooserRequest& request) override;
   TzCanvasPtr CreateCanvas(const TzCanvasSpec& spec) override;
   void DialogClosed(TzCanvas& dialog, int result) override;

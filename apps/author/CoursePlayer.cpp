@@ -67,6 +67,7 @@ CoursePlayResult CoursePlayer::Play(const CourseDocument& courseDocument) {
   total = 1 + CountSteps(courseDocument);
   const Scripted scripted(ui, *this);
   const Outcome outcome = PlayScripted();
+  ui.GetSources().GiveTitles({});
   return {outcome, std::move(refusals)};
 }
 
@@ -198,6 +199,7 @@ void CoursePlayer::PlayPlace(const std::vector<ListedFile>& files, const RowPtr&
 
 std::vector<TzPath> CoursePlayer::FindThere(const std::vector<ListedFile>& files) {
   std::vector<TzPath> there;
+  CourseSources::Titles titles;
   for (const ListedFile& file : files) {
     const std::string path = file.path.GetString().GetUTF8String();
     if (!TzFile(file.path).Exists()) {
@@ -210,7 +212,9 @@ std::vector<TzPath> CoursePlayer::FindThere(const std::vector<ListedFile>& files
              "the panel takes it as it is");
     }
     there.push_back(file.path);
+    titles[file.path] = file.title;
   }
+  ui.GetSources().GiveTitles(std::move(titles));
   return there;
 }
 

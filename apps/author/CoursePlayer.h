@@ -64,7 +64,7 @@ class CoursePlayer : private AuthorScript {
   void PlayPlace(const std::vector<ListedFile>& files, const RowPtr& row, CoursePlace place);
   void EnterWeightage(double percent, std::size_t number, const RowPtr& row);
 
-  /// Those that are there; the others are refused.
+  /// Those that are there; the others are refused. Gives them their titles.
   [[nodiscard]] std::vector<TzPath> FindThere(const std::vector<ListedFile>& files);
   /// Adds the files, in as many choices as it takes; returns how many the panel took.
   void AddAll(const std::vector<TzPath>& files, const Add& add);

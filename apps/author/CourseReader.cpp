@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/author/CourseReader.h"
 
+#include <utility>
+
 #include "apps/author/TreeGlance.h"
 #include "host/kelpui/UI_Checkbox.h"
 #include "host/kelpui/UI_NumberEdit.h"
@@ -13,19 +15,15 @@ using kelpui::controls::UI_TextEdit;
 
 namespace {
 
-ListedFile MakeListedFile(const TzPath& path) {
-  return ListedFile{.name = path.GetString().GetUTF8String(), .path = path};
-}
-
-std::optional<ListedFile> MakeListedFile(const std::optional<TzPath>& path) {
-  return path ? std::optional(MakeListedFile(*path)) : std::nullopt;
+ListedFile MakeListedFile(const TzPath& path, std::string title) {
+  return ListedFile{.name = path.GetString().GetUTF8String(), .path = path, .title = std::move(title)};
 }
 
 std::vector<ListedFile> ReadFiles(const CourseScreen::Tree& tree, const CourseSources& sources) {
   std::vector<ListedFile> files;
   for (std::size_t index = 0; index < tree.CountRows(); ++index) {
-    const auto file = sources.GetFile(tree.GetRow(static_cast<std::int64_t>(index)));
-    if (file) files.push_back(MakeListedFile(*file));
+    const UI_RowPtr row = tree.GetRow(static_cast<std::int64_t>(index));
+    if (const auto file = sources.GetFile(row)) files.push_back(MakeListedFile(*file, sources.GetTitle(row)));
   }
   return files;
 }
@@ -42,9 +40,12 @@ CourseModule ReadModule(TreeGlance& glance, const UI_RowPtr& row, const CourseSo
     module.forceContentSequence = force != nullptr && force->GetValue() == 1;
   }
   const CourseSources::ModuleFiles files = sources.GetModuleFiles(row);
-  module.preTest = MakeListedFile(files.preTest);
-  for (const TzPath& path : files.content) module.content.push_back(MakeListedFile(path));
-  module.postTest = MakeListedFile(files.postTest);
+  const auto make = [&](const TzPath& path, CoursePlace place) {
+    return MakeListedFile(path, sources.GetTitle(row, place, path));
+  };
+  if (files.preTest) module.preTest = make(*files.preTest, CoursePlace::PreTest);
+  for (const TzPath& path : files.content) module.content.push_back(make(path, CoursePlace::Content));
+  if (files.postTest) module.postTest = make(*files.postTest, CoursePlace::PostTest);
   return module;
 }
 

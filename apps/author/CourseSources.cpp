@@ -69,6 +69,7 @@ void CourseSources::Forget() {
   chosen.clear();
   rows.clear();
   rowsByName.clear();
+  rowTitles.clear();
   modules.clear();
   standIns.clear();
 }
@@ -154,7 +155,9 @@ CourseSources::Placed CourseSources::SettleList() {
   NameFiles(placed);
   for (std::size_t index = 0; index < added.size(); ++index) {
     rows[added[index]] = placed[index];
-    if (placed[index]) rowsByName[GetFolderName(*placed[index])] = added[index];
+    if (!placed[index]) continue;
+    rowsByName[GetFolderName(*placed[index])] = added[index];
+    rowTitles[added[index]] = GetGivenTitle(*placed[index]);
   }
   return placed;
 }
@@ -179,7 +182,9 @@ CourseSources::Placed CourseSources::Take(Module& module, CoursePlace place, con
   Placed placed = FindPlacedFiles(chosen, shown);
   NameFiles(placed);
   for (const auto& file : placed) {
-    if (file) module.added[static_cast<std::size_t>(place)].emplace(GetFolderName(*file), *file);
+    if (!file) continue;
+    module.added[static_cast<std::size_t>(place)].emplace(GetFolderName(*file), *file);
+    module.titles[static_cast<std::size_t>(place)][*file] = GetGivenTitle(*file);
   }
   if (place == CoursePlace::Content) {
     for (const auto& file : placed) {
@@ -200,4 +205,20 @@ std::optional<TzPath> CourseSources::GetFile(const RowPtr& row) const {
 CourseSources::ModuleFiles CourseSources::GetModuleFiles(const RowPtr& module) const {
   const auto found = modules.find(module);
   return found != modules.end() ? found->second.files : ModuleFiles();
+}
+
+std::string CourseSources::FindTitle(const Titles& titles, const TzPath& file) {
+  const auto found = titles.find(file);
+  return found != titles.end() ? found->second : std::string();
+}
+
+std::string CourseSources::GetTitle(const RowPtr& row) const {
+  const auto found = rowTitles.find(row);
+  return found != rowTitles.end() ? found->second : std::string();
+}
+
+std::string CourseSources::GetTitle(const RowPtr& module, CoursePlace place, const TzPath& file) const {
+  const auto found = modules.find(module);
+  if (found == modules.end()) return {};
+  return FindTitle(found->second.titles[static_cast<std::size_t>(place)], file);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "apps/author/CourseScreen.h"
@@ -31,9 +32,15 @@ class CourseSources {
     std::vector<TzPath> content;
     std::optional<TzPath> postTest;
   };
+  /// What the course calls its files, where it says so.
+  using Titles = std::map<TzPath, std::string>;
 
   /// The screen has to outlive this.
   explicit CourseSources(const CourseScreen& courseScreen) : screen(&courseScreen) {}
+
+  /// Of the files that are chosen from here on.
+  void GiveTitles(Titles titles) { given = std::move(titles); }
+  [[nodiscard]] std::string GetGivenTitle(const TzPath& file) const { return FindTitle(given, file); }
 
   void NoteChosen(std::vector<TzPath> files) { chosen = std::move(files); }
   /// A file goes by another path to the component; answers name the file.
@@ -55,6 +62,9 @@ class CourseSources {
   /// None for a row that stands for no file.
   [[nodiscard]] std::optional<TzPath> GetFile(const RowPtr& row) const;
   [[nodiscard]] ModuleFiles GetModuleFiles(const RowPtr& module) const;
+  /// The title that the file was given when it was chosen; empty if there was none.
+  [[nodiscard]] std::string GetTitle(const RowPtr& row) const;
+  [[nodiscard]] std::string GetTitle(const RowPtr& module, CoursePlace place, const TzPath& file) const;
 
   /// The row below a module that has the header of the place with its button; the one after it shows the
   /// names. Null if the template has no such place.
@@ -68,8 +78,10 @@ class CourseSources {
     std::array<TzString, 3> names;
     /// All that were ever added, by place: the component keeps the folders of what lost its slot.
     std::array<std::map<TzString, TzPath>, 3> added;
+    std::array<Titles, 3> titles;
   };
 
+  [[nodiscard]] static std::string FindTitle(const Titles& titles, const TzPath& file);
   Placed Take(Module& module, CoursePlace place, const TzString& shown);
   /// The files in the place of the files that the component was given.
   void NameFiles(Placed& placed) const;
@@ -77,8 +89,10 @@ class CourseSources {
   const CourseScreen* screen;
   std::vector<TzPath> chosen;
   std::map<TzPath, TzPath> standIns;
+  Titles given;
   std::map<RowPtr, std::optional<TzPath>> rows;
   /// The rows of a flat course by the names of their folders; some may have been removed from it.
   std::map<TzString, RowPtr> rowsByName;
+  std::map<RowPtr, std::string> rowTitles;
   std::map<RowPtr, Module> modules;
 };

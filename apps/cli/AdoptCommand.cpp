@@ -31,7 +31,9 @@ ExitStatus AdoptCommand::Run() {
   if (output.IsJson()) {
     PrintJson(adopter, names, examined.findings);
   } else {
-    PrintText(adopter, names, examined.findings);
+    std::vector<PlexoFinding> findings = examined.findings;
+    SortByImportance(findings);
+    PrintText(adopter, names, findings);
   }
   return ExitStatus::Done;
 }

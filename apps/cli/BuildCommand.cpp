@@ -5,12 +5,14 @@
 #include <new>
 
 #include "apps/cli/Interrupt.h"
+#include "apps/cli/LaunchPage.h"
 #include "apps/cli/ManifestFaults.h"
-#include "apps/cli/PackageIntake.h"
 #include "apps/cli/PackageReasons.h"
 #include "apps/course/CourseFile.h"
 #include "apps/course/CourseModules.h"
 #include "apps/course/SafeFileName.h"
+#include "check/PlexoCourseLosses.h"
+#include "check/PlexoFindingTable.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
@@ -159,6 +161,7 @@ BuildCommand::Failure BuildCommand::MakePackage() {
 BuildCommand::Failure BuildCommand::AddFiles() {
   Failure failure;
   Place place;
+  if (course.forceSequence && course.scormVersion == "2004") place.awaited = PackageIntake::Awaited::Success;
   for (const ListedFile& file : course.files) {
     if (!failure) failure = AddFile(file, place);
   }
@@ -178,14 +181,20 @@ BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
   model->SetContentForcedSequence(place.moduleKey, module.forceContentSequence);
 
   Failure failure;
+  // Tests decide what opens and whether the module is passed. The post-test waits for the completion of the
+  // content; only content in a forced order waits for the success of the content before it.
+  using enum PackageIntake::Awaited;
+  place.awaited = Success;
   place.kind = PlexoSCOKind::PRE_TEST;
   if (module.preTest) failure = AddFile(*module.preTest, place);
   place.kind = PlexoSCOKind::CONTENT;
+  place.awaited = module.forceContentSequence ? Success : Completion;
   place.index = 0;
   for (const ListedFile& file : module.content) {
     if (!failure) failure = AddFile(file, place);
   }
   place.kind = PlexoSCOKind::POST_TEST;
+  place.awaited = Success;
   if (!failure && module.postTest) failure = AddFile(*module.postTest, place);
   return failure;
 }
@@ -217,7 +226,8 @@ BuildCommand::Failure BuildCommand::StartCourse() {
 }
 
 BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, Place& place) {
-  PackageIntake::Result taken = PackageIntake(course, session, output).Take(file, place.kind, place.module);
+  PackageIntake::Result taken =
+      PackageIntake(course, session, output).Take(file, {place.kind, place.awaited});
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   if (taken.failure) return std::move(taken.failure);
   for (const TzPath& package : taken.packages) {
@@ -264,6 +274,7 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
                                                const Place& place) {
   if (auto failure = RefuseTakenName(file, package, place)) return failure;
   session.GetUI().AnswerNextChooser({package});
+  session.GetUI().GiveTitle(package, file.title);
   const bool isPlaced = place.kind == PlexoSCOKind::LINEAR
                             ? !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty()
                             : !PlexoAddFileDriver::AddFilesToModule(place.moduleKey, place.kind).empty();
@@ -278,7 +289,7 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
     const std::string fault = FindLaunchFault(href.GetUTF8String());
     if (!fault.empty()) return CommandFailure{ExitStatus::Refused, file.name, fault, {}};
     for (const std::string& reason : reasons.Describe(problems)) output.Warn(file.name + ": " + reason);
-    return std::nullopt;
+    return CheckAdded(file);
   }
   CommandFailure failure{isMachine ? ExitStatus::Machine : ExitStatus::Refused, file.name, {}, {}};
   failure.message = boxes.empty() ? "can't be added to the course" : boxes.front();
@@ -290,6 +301,34 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
   for (std::string& reason : failure.reasons) reason = NameListedFiles(std::move(reason));
   if (failure.reasons.empty()) failure.reasons.emplace_back("the cause can't be seen");
   return failure;
+}
+
+BuildCommand::Failure BuildCommand::CheckAdded(const ListedFile& file) {
+  const PlexoCourseModel* model = GetCourseModel();
+  const PlexoSCOManifest manifest = model->GetSCOManifest(model->GetSCOManifestCount() - 1);
+  if (!file.IsPackage()) return std::nullopt;
+  if (const std::string fault = FindLaunchPageFault(manifest); !fault.empty()) {
+    return CommandFailure{
+        ExitStatus::Refused, file.name, fault, {"correct its manifest, or leave out 'intake: as-is'"}};
+  }
+  if (course.intake == CourseIntake::AsIs) WarnOfLosses(file, manifest);
+  return std::nullopt;
+}
+
+void BuildCommand::WarnOfLosses(const ListedFile& file, const PlexoSCOManifest& manifest) {
+  const auto get = [](bool has, const TzString& value) {
+    return has ? value.GetUTF8String() : std::string();
+  };
+  const PlexoCourseLosses::Values values = {
+      .passMark = get(manifest.hasMasteryScore, manifest.masteryScore),
+      .timeLimit = get(manifest.hasMaxTimeAllowed, manifest.maxTimeAllowed),
+      .timeLimitAction = get(manifest.hasTimeLimitAction, manifest.timeLimitAction),
+      .launchData = get(manifest.hasDataFromLMS, manifest.dataFromLMS)};
+  for (const PlexoFinding& loss :
+       PlexoCourseLosses::Find(manifest.identifier.GetUTF8String(), values, course.scormVersion == "1.2")) {
+    output.Warn(file.name + ": " + PlexoFindingTable::GetText(loss) + "; " +
+                PlexoFindingTable::GetWayOut(loss));
+  }
 }
 
 std::string BuildCommand::NameListedFiles(std::string text) const {
@@ -304,6 +343,7 @@ void BuildCommand::NotePlaced(const ListedFile& file, const Place& place, bool i
   PlacedSCO sco{.source = file.name,
                 .isAdopted = isAdopted,
                 .manifest = model->GetSCOManifest(model->GetSCOManifestCount() - 1)};
+  sco.page = FindContentPage(sco.manifest);
   const PlaceInPackage& inPackage = kPlacesInPackage[static_cast<std::size_t>(place.kind)];
   const bool inModule = place.kind != PlexoSCOKind::LINEAR;
   sco.identifier = MakeIdentifier("SCO", place.index, inModule ? place.moduleIndex : kNoIndex, inPackage.kind)

@@ -10,6 +10,7 @@
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CommandSession.h"
 #include "apps/cli/CourseReport.h"
+#include "apps/cli/PackageIntake.h"
 #include "apps/cli/PackageTarget.h"
 #include "apps/cli/WorkingFolder.h"
 #include "apps/course/CourseDocument.h"
@@ -44,6 +45,7 @@ class BuildCommand {
     std::uint32_t index = 0;
     std::uint32_t moduleIndex = 0;
     TzString moduleKey = {};
+    PackageIntake::Awaited awaited = PackageIntake::Awaited::Nothing;
   };
 
   /// What the command line says, looked at before any work starts.
@@ -63,6 +65,10 @@ class BuildCommand {
   /// Fails if another file has the package's base name in this place. Asked before the component hears of the
   /// file: a refusal for any other reason would delete what has the name.
   [[nodiscard]] Failure RefuseTakenName(const ListedFile& file, const TzPath& package, const Place& place);
+  /// Looks at the package that was added last.
+  [[nodiscard]] Failure CheckAdded(const ListedFile& file);
+  /// Warns of what the course will lose of a SCO that was taken as it stands.
+  void WarnOfLosses(const ListedFile& file, const PlexoSCOManifest& manifest);
   void NotePlaced(const ListedFile& file, const Place& place, bool isAdopted);
   /// The text with listed files in the place of the files that stand in for them.
   [[nodiscard]] std::string NameListedFiles(std::string text) const;

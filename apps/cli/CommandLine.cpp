@@ -35,7 +35,10 @@ constexpr const char* kBuildNotes =
     "  subject: Safety\n"
     "  force-sequence: true        # the lessons in this order only\n"
     "  intake: auto                # adopt packages that don't fit; or as-is: none, always: all\n"
-    "  files: [intro.zip, doors.zip]\n"
+    "  completion-passes: true     # packages that report no success pass when they complete\n"
+    "  files:\n"
+    "    - intro.zip\n"
+    "    - {file: doors.zip, title: Doors and exits}\n"
     "\n"
     "The templates simple-remediation and test-rollup, of SCORM 2004 only, have modules for files:\n"
     "  template: test-rollup\n"
@@ -54,8 +57,8 @@ constexpr const char* kBuildNotes =
 
 constexpr const char* kInspectStatuses =
     "Exit status:\n"
-    "  0  a course can take the manifest\n"
-    "  1  the package or its manifest was refused\n"
+    "  0  a course takes the package, as it is or adopted\n"
+    "  1  the package or its manifest is refused\n"
     "  2  the command line is wrong, or there is no such file\n"
     "  3  the machine failed: disk full, no permission\n";
 
@@ -114,8 +117,8 @@ class Arguments {
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
   void Parse(int argumentCount, const char* const* arguments) { app.parse(argumentCount, arguments); }
-  /// True when the first argument is neither a command nor an option. CLI11 answers a "--help" behind such a word
-  /// with the program's help, as if the word weren't there.
+  /// True when the first argument is neither a command nor an option. CLI11 answers a "--help" behind such a
+  /// word with the program's help, as if the word weren't there.
   [[nodiscard]] bool StartsWithUnknownCommand(std::span<const char* const> arguments) const {
     return app.get_subcommands().empty() && arguments.size() > 1 && *arguments[1] != '-';
   }
@@ -250,7 +253,7 @@ class Arguments {
   }
 
   void DefineInspect() {
-    inspect = app.add_subcommand("inspect", "Say what a course would take from a SCO package's manifest");
+    inspect = app.add_subcommand("inspect", "Say what a course would take from a SCO package");
     inspect->formatter(std::make_shared<UsageFormatter>("plexo inspect FILE.zip [OPTIONS]"));
     inspect->add_option("FILE.zip", inspectOptions.package, "The SCO package")
         ->required()

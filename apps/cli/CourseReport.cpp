@@ -8,12 +8,13 @@
 void CourseReport::PrintText(CommandOutput& output) const {
   output.PrintLine(package);
   std::vector<std::vector<std::string>> rows;
-  for (const auto& [source, identifier, moduleNumber, role, isAdopted, manifest] : scos) {
+  for (const auto& [source, identifier, moduleNumber, role, isAdopted, page, manifest] : scos) {
     std::vector<std::string>& row = rows.emplace_back();
     if (moduleNumber != 0) row = {"  module " + std::to_string(moduleNumber), role};
     const std::size_t count = manifest.files.size();
-    row.push_back((moduleNumber == 0 ? "  " : "") + MakePrintable(manifest.title.GetUTF8String()));
-    row.push_back(MakePrintable(manifest.href.GetUTF8String()));
+    row.push_back((moduleNumber == 0 ? "  " : "") +
+                  MakePrintable(manifest.GetTitleOr(manifest.title).GetUTF8String()));
+    row.push_back(MakePrintable(page));
     row.push_back(std::to_string(count) + (count == 1 ? " file" : " files"));
   }
   for (const std::string& line : AlignColumns(rows)) output.PrintLine(line);
@@ -27,10 +28,11 @@ void CourseReport::PrintJson(CommandOutput& output) const {
                    {"scorm", model->GetScormVersion().GetUTF8String()},
                    {"template", GetTemplateName(course.courseTemplate)},
                    {"scos", Json::array()}};
-  for (const auto& [source, identifier, moduleNumber, role, isAdopted, manifest] : scos) {
-    Json sco = {{"title", manifest.title.GetUTF8String()},
+  for (const auto& [source, identifier, moduleNumber, role, isAdopted, page, manifest] : scos) {
+    Json sco = {{"title", manifest.GetTitleOr(manifest.title).GetUTF8String()},
                 {"identifier", identifier},
                 {"href", manifest.href.GetUTF8String()},
+                {"page", page},
                 {"files", manifest.files.size()},
                 {"source", source},
                 {"adopted", isAdopted}};

@@ -19,6 +19,8 @@ struct PlacedSCO {
   std::size_t moduleNumber = 0;
   std::string role = {};
   bool isAdopted = false;
+  /// Of the content, within the SCO's folder; the launch address may be that of a page in front of it.
+  std::string page = {};
   PlexoSCOManifest manifest = {};
 };
 
@@ -28,7 +30,7 @@ class CourseReport {
   CourseReport(const CourseDocument& courseFile, std::string packageName, std::vector<PlacedSCO> placedSCOs)
       : course(courseFile), package(std::move(packageName)), scos(std::move(placedSCOs)) {}
 
-  /// The package's path, and a line of title, launch file and number of files for each SCO; in a module
+  /// The package's path, and a line of title, page and number of files for each SCO; in a module
   /// course with its module and its place in front.
   void PrintText(CommandOutput& output) const;
   void PrintPath(CommandOutput& output) const { output.PrintLine(package); }

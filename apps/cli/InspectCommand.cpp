@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/cli/AdoptWords.h"
+#include "apps/cli/FindingOutput.h"
 #include "apps/cli/PackageFile.h"
 #include "apps/cli/PackageReasons.h"
 #include "apps/cli/ScratchFolder.h"
@@ -28,11 +30,33 @@ ExitStatus InspectCommand::Run() {
   if (const auto failure = CheckPackageFile(options.package, "a SCO package", ExitStatus::Machine)) {
     return output.Fail({*failure});
   }
+  PlexoAdoptRequest request;
+  request.package = TzPath::FromNative(options.package);
+  request.place = PlexoAdoptRequest::Place::List;
+  request.scripts = PlexoAdoptRequest::Scripts::Skip;
+  if (options.scormVersion == "1.2") request.edition = PlexoCourseEdition::Scorm12;
+  if (options.scormVersion == "2004") request.edition = PlexoCourseEdition::Scorm2004;
+  PlexoAdopter adopter(std::move(request), PlexoAdopter::GetLaunchInstallFolder());
+  const PlexoAdoptResult adoption = adopter.Examine();
+  if (adoption.code == kTzCancelled) return output.Fail({DescribeRefusal(adoption)});
+  const bool isAdopted = adoption.code == kTzSuccess && !adopter.GetReasons().empty();
+  if (isAdopted && !output.IsJson()) {
+    PrintAdoption(adopter, adoption);
+    return ExitStatus::Done;
+  }
+  return TellReading(adopter, adoption);
+}
+
+ExitStatus InspectCommand::TellReading(const PlexoAdopter& adopter, const PlexoAdoptResult& adoption) {
+  const bool isAdopted = adoption.code == kTzSuccess && !adopter.GetReasons().empty();
+  const bool isRefused = IsRefusedByAdopter(adoption);
+  static_cast<void>(session.TakeProblems());
   const std::optional<TzPath> folder = MakeScratchFolder("inspect");
   if (!folder) return FailWithoutFolder();
   const TzPath manifestFile = *folder / "imsmanifest.xml";
-  if (const auto failure = ExtractManifest(manifestFile)) return output.Fail({*failure});
-
+  if (const auto failure = ExtractManifest(manifestFile); failure && !isAdopted) {
+    return output.Fail({isRefused ? DescribeRefusal(adoption) : *failure});
+  }
   std::string courseVersion = options.scormVersion;
   if (courseVersion.empty()) {
     const std::string named = Read(manifestFile, "").manifest.scormVersion.GetUTF8String();
@@ -42,9 +66,14 @@ ExitStatus InspectCommand::Run() {
   const Reading reading = Read(manifestFile, courseVersion);
   const std::vector<TzProblem> problems = session.TakeProblems();
   if (output.IsJson()) {
-    PrintJson(reading);
-  } else {
+    PrintJson(reading, adopter, adoption);
+  } else if (!isRefused) {
     PrintText(reading);
+  }
+  if (isAdopted) return ExitStatus::Done;
+  if (isRefused) {
+    output.Explain(DescribeRefusal(adoption));
+    return ExitStatus::Refused;
   }
   // A manifest that never told its version is no failure of the reader, and refused by the course.
   const bool isOfCourse = reading.manifest.scormVersion.GetUTF8String() == courseVersion;
@@ -116,28 +145,66 @@ void InspectCommand::PrintText(const Reading& reading) {
   for (const TzString& file : manifest.files) output.PrintLine("  " + MakePrintable(file.GetUTF8String()));
 }
 
-void InspectCommand::PrintJson(const Reading& reading) {
+void InspectCommand::PrintAdoption(const PlexoAdopter& adopter, const PlexoAdoptResult& adoption) {
+  output.PrintLine("adopted first: " + MakePrintable(DescribeAdoption(adopter, adoption.findings)));
+  for (std::size_t index = 0; index < adopter.GetItems().size(); ++index) {
+    const PlexoAdoptedItem& item = adopter.GetItems()[index];
+    std::vector<std::vector<std::string>> rows = {
+        {"identifier", item.identifier.empty() ? "-" : MakePrintable(item.identifier)},
+        {"title", MakePrintable(item.title)},
+        {"launch page", MakePrintable(item.page)},
+        {"SCORM version", std::string(GetScormVersion(item.courseEdition))},
+        {"files", std::to_string(adopter.CountFiles(index))}};
+    if (item.contentEdition != item.courseEdition) {
+      rows[3][1] +=
+          ", through a page that translates its SCORM " + std::string(GetScormVersion(item.contentEdition));
+    }
+    for (const std::string& line : AlignColumns(rows)) output.PrintLine("  " + line);
+    if (index + 1 < adopter.GetItems().size()) output.PrintLine("");
+  }
+}
+
+CommandFailure InspectCommand::DescribeRefusal(const PlexoAdoptResult& adoption) {
+  return DescribeAdoptFailure(adoption, options.package, {}, session);
+}
+
+void InspectCommand::PrintJson(const Reading& reading, const PlexoAdopter& adopter,
+                               const PlexoAdoptResult& adoption) {
   using Json = nlohmann::ordered_json;
   const PlexoSCOManifest& manifest = reading.manifest;
   Json files = Json::array();
   for (const TzString& file : manifest.files) files.push_back(file.GetUTF8String());
-  const Json document = {{"identifier", manifest.identifier.GetUTF8String()},
-                         {"title", manifest.title.GetUTF8String()},
-                         {"href", manifest.href.GetUTF8String()},
-                         {"metadataLocation", manifest.metadataLocation.GetUTF8String()},
-                         {"objectiveId", manifest.objectiveId.GetUTF8String()},
-                         {"scormVersion", manifest.scormVersion.GetUTF8String()},
-                         {"masteryScore", manifest.masteryScore.GetUTF8String()},
-                         {"hasMasteryScore", manifest.hasMasteryScore},
-                         {"maxTimeAllowed", manifest.maxTimeAllowed.GetUTF8String()},
-                         {"hasMaxTimeAllowed", manifest.hasMaxTimeAllowed},
-                         {"timeLimitAction", manifest.timeLimitAction.GetUTF8String()},
-                         {"hasTimeLimitAction", manifest.hasTimeLimitAction},
-                         {"dataFromLMS", manifest.dataFromLMS.GetUTF8String()},
-                         {"hasDataFromLMS", manifest.hasDataFromLMS},
-                         {"files", files},
-                         {"failed", reading.hasFailed},
-                         {"failureCode", GetName(reading.failure)}};
+  Json document = {{"identifier", manifest.identifier.GetUTF8String()},
+                   {"title", manifest.title.GetUTF8String()},
+                   {"href", manifest.href.GetUTF8String()},
+                   {"metadataLocation", manifest.metadataLocation.GetUTF8String()},
+                   {"objectiveId", manifest.objectiveId.GetUTF8String()},
+                   {"scormVersion", manifest.scormVersion.GetUTF8String()},
+                   {"masteryScore", manifest.masteryScore.GetUTF8String()},
+                   {"hasMasteryScore", manifest.hasMasteryScore},
+                   {"maxTimeAllowed", manifest.maxTimeAllowed.GetUTF8String()},
+                   {"hasMaxTimeAllowed", manifest.hasMaxTimeAllowed},
+                   {"timeLimitAction", manifest.timeLimitAction.GetUTF8String()},
+                   {"hasTimeLimitAction", manifest.hasTimeLimitAction},
+                   {"dataFromLMS", manifest.dataFromLMS.GetUTF8String()},
+                   {"hasDataFromLMS", manifest.hasDataFromLMS},
+                   {"files", files},
+                   {"failed", reading.hasFailed},
+                   {"failureCode", GetName(reading.failure)}};
+  Json items = Json::array();
+  for (std::size_t index = 0; index < adopter.GetItems().size(); ++index) {
+    const PlexoAdoptedItem& item = adopter.GetItems()[index];
+    items.push_back({{"identifier", item.identifier},
+                     {"title", item.title},
+                     {"page", item.page},
+                     {"scormVersion", GetScormVersion(item.courseEdition)},
+                     {"contentScormVersion", GetScormVersion(item.contentEdition)},
+                     {"files", adopter.CountFiles(index)}});
+  }
+  document["adoption"] = {{"possible", adoption.code == kTzSuccess},
+                          {"needed", !adopter.GetReasons().empty()},
+                          {"items", items},
+                          {"findings", DescribeFindings(adoption.findings)}};
   output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "adopt/PlexoAdopter.h"
 #include "apps/cli/CommandOutput.h"
 #include "apps/cli/CommandSession.h"
 #include "core/PlexoSCOManifest.h"
@@ -16,7 +17,8 @@ struct InspectOptions {
   std::string scormVersion;
 };
 
-/// `plexo inspect`: says what the manifest reader makes of a SCO package.
+/// `plexo inspect`: says what a course takes from a SCO package: what the manifest reader makes of it, or
+/// what adoption gives where a course adopts it first.
 class InspectCommand {
  public:
   InspectCommand(const InspectOptions& inspectOptions, CommandSession& commandSession,
@@ -33,13 +35,17 @@ class InspectCommand {
     bool hasFailed = false;
   };
 
+  /// What the manifest reader makes of the package; of one that a course adopts first, beside the adoption.
+  [[nodiscard]] ExitStatus TellReading(const PlexoAdopter& adopter, const PlexoAdoptResult& adoption);
   [[nodiscard]] ExitStatus FailWithoutFolder();
   [[nodiscard]] std::optional<CommandFailure> ExtractManifest(const TzPath& manifestFile);
   [[nodiscard]] static Reading Read(const TzPath& manifestFile, const std::string& courseVersion);
   void PrintText(const Reading& reading);
-  void PrintJson(const Reading& reading);
+  void PrintAdoption(const PlexoAdopter& adopter, const PlexoAdoptResult& adoption);
+  void PrintJson(const Reading& reading, const PlexoAdopter& adopter, const PlexoAdoptResult& adoption);
   [[nodiscard]] ExitStatus ExplainFailure(const Reading& reading, const TzPath& manifestFile,
                                           const std::string& courseVersion);
+  [[nodiscard]] CommandFailure DescribeRefusal(const PlexoAdoptResult& adoption);
 
   InspectOptions options;
   CommandSession& session;

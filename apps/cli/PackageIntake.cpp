@@ -1,77 +1,56 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/cli/PackageIntake.h"
 
-#include <algorithm>
+#include <map>
 
 #include "apps/cli/AdoptWords.h"
 #include "check/PlexoFindingTable.h"
 #include "host/files/TzFileUtil.h"
 
-namespace {
-
-bool IsWarning(const PlexoFinding& finding) {
-  return PlexoFindingTable::GetKind(finding.id).severity == PlexoSeverity::Warning;
-}
-
-/// The course's own words tell better what is wrong with an archive or a manifest that can't be read at all.
-bool IsOfAdoption(const PlexoAdoptResult& result) {
-  static constexpr PlexoFindingId kRefusals[] = {
-      PlexoFindingId::ForeignFormat,    PlexoFindingId::SeveralManifests, PlexoFindingId::EditionUntold,
-      PlexoFindingId::NothingToLaunch,  PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown,
-      PlexoFindingId::PackagesTooLarge, PlexoFindingId::TooManyItems};
-  return std::ranges::any_of(result.findings, [](const PlexoFinding& finding) {
-    return std::ranges::find(kRefusals, finding.id) != std::end(kRefusals);
-  });
-}
-
-/// In a module whose content has no order, completion is all that the content needs to report.
-bool NeedsSuccess(PlexoSCOKind kind, const CourseModule* module) {
-  return kind != PlexoSCOKind::CONTENT || module == nullptr || module->forceContentSequence;
-}
-
-}  // namespace
-
-PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind,
-                                          const CourseModule* module) {
+PackageIntake::Result PackageIntake::Take(const ListedFile& file, Place place) {
   // What isn't a package is wrapped when it is added.
   if (course.intake == CourseIntake::AsIs || !file.IsPackage()) return {{file.path}};
-  PlexoAdopter adopter(MakeRequest(file, kind), PlexoAdopter::GetLaunchInstallFolder());
+  PlexoAdopter adopter(MakeRequest(file, place), PlexoAdopter::GetLaunchInstallFolder());
   PlexoAdoptResult examined = adopter.Examine();
-  if (!NeedsSuccess(kind, module)) {
+  if (place.awaited != Awaited::Success) {
     std::erase_if(examined.findings, [](const PlexoFinding& finding) {
-      return finding.id == PlexoFindingId::CompletionMayNotPass;
+      return finding.id == PlexoFindingId::CompletionMayNotPass ||
+             finding.id == PlexoFindingId::SuccessUncertain;
     });
   }
   const bool isAsked = course.intake == CourseIntake::Always || !file.item.empty() || file.completionPasses;
-  if (examined.code == kTzBadContent && !isAsked && !IsOfAdoption(examined)) {
+  if (examined.code == kTzBadContent && !isAsked && !IsRefusedByAdopter(examined)) {
     static_cast<void>(session.TakeProblems());
     return {{file.path}};
   }
   if (examined.code != kTzSuccess) return Fail(file, examined);
-  TellDoubts(file, examined.findings);
-  if (!isAsked && adopter.GetReasons().empty()) return {{file.path}};
-  TellReasons(file, adopter.GetReasons(), examined.findings);
-  return Write(file, adopter);
+  if (!file.title.empty() && adopter.GetItems().size() > 1) {
+    return {
+        .failure = CommandFailure{
+            ExitStatus::Refused,
+            file.name,
+            "its title is for one SCO, and the package becomes " + std::to_string(adopter.GetItems().size()),
+            {"name one of its items in the course file: {file: ..., item: ..., title: ...}"}}};
+  }
+  const bool isAdopted = isAsked || !adopter.GetReasons().empty();
+  if (isAdopted) output.Note(file.name + ": adopted: " + DescribeAdoption(adopter, examined.findings));
+  Warn(file, examined.findings);
+  return isAdopted ? Write(file, adopter) : Result{{file.path}};
 }
 
-PlexoAdoptRequest PackageIntake::MakeRequest(const ListedFile& file, PlexoSCOKind kind) const {
+PlexoAdoptRequest PackageIntake::MakeRequest(const ListedFile& file, Place place) const {
   using Request = PlexoAdoptRequest;
-  const bool isList = kind == PlexoSCOKind::LINEAR || kind == PlexoSCOKind::CONTENT;
+  const bool isList = place.kind == PlexoSCOKind::LINEAR || place.kind == PlexoSCOKind::CONTENT;
   Request request;
   request.package = file.path;
   request.item = file.item;
+  request.title = file.title;
   request.edition =
       course.scormVersion == "1.2" ? PlexoCourseEdition::Scorm12 : PlexoCourseEdition::Scorm2004;
   if (isList) request.place = Request::Place::List;
   if (file.completionPasses) request.completion = Request::Completion::Passes;
-  if (!ReadsScripts()) request.scripts = Request::Scripts::Skip;
+  if (place.awaited == Awaited::Nothing) request.scripts = Request::Scripts::Skip;
   return request;
-}
-
-/// Whether the sequencing holds something back until a SCO has reported its completion or success.
-bool PackageIntake::ReadsScripts() const {
-  const bool isLinear = course.courseTemplate == CourseTemplate::MultipleScos;
-  return course.scormVersion == "2004" && (!isLinear || course.forceSequence);
 }
 
 PackageIntake::Result PackageIntake::Write(const ListedFile& file, PlexoAdopter& adopter) {
@@ -93,24 +72,17 @@ PackageIntake::Result PackageIntake::Fail(const ListedFile& file, const PlexoAdo
               result, file.name, "name one of them in the course file: {file: ..., item: ...}", session)};
 }
 
-void PackageIntake::TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,
-                                const std::vector<PlexoFinding>& findings) {
-  std::string text = "the course file asks for it";
-  auto more = std::ranges::count_if(findings, IsWarning);
-  if (!reasons.empty()) {
-    text = PlexoFindingTable::GetText(reasons.front());
-    more -= IsWarning(reasons.front()) ? 1 : 0;
-  }
-  if (more > 0) text += "; 'plexo adopt' tells " + std::to_string(more) + " more";
-  output.Note(file.name + ": adopted: " + text);
-}
-
-void PackageIntake::TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings) {
+void PackageIntake::Warn(const ListedFile& file, const std::vector<PlexoFinding>& findings) {
+  constexpr std::size_t kMostOfAKind = 10;
+  std::map<PlexoFindingId, std::size_t> counts;
   for (const PlexoFinding& finding : findings) {
-    const bool isDoubt =
-        finding.id == PlexoFindingId::CompletionMayNotPass || finding.id == PlexoFindingId::ReportsNothing;
-    if (!isDoubt) continue;
+    if (!IsToldByItself(finding) || ++counts[finding.id] > kMostOfAKind) continue;
     output.Warn(file.name + ": " + PlexoFindingTable::GetText(finding) + "; " +
                 PlexoFindingTable::GetWayOut(finding));
+  }
+  for (const auto& [id, count] : counts) {
+    if (count <= kMostOfAKind) continue;
+    output.Warn(file.name + ": " + std::to_string(count - kMostOfAKind) + " more of its items: " +
+                std::string(PlexoFindingTable::GetKind(id).title) + "; 'plexo adopt --json' lists them");
   }
 }

@@ -12,10 +12,18 @@
 #include "core/PlexoSCOKind.h"
 
 /// Makes of each file of a course the packages that the course takes: adopted ones, where it would refuse or
-/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file. What
-/// isn't a package, the course wraps itself.
+/// damage the file as it stands, or where the course file asks for it. Says so in a line for each file, and
+/// warns of what the course will lose of it. What isn't a package, the course wraps itself.
 class PackageIntake {
  public:
+  /// What a SCO must have reported before something behind it opens.
+  enum class Awaited { Nothing, Completion, Success };
+  /// Where in the course the file goes.
+  struct Place {
+    PlexoSCOKind kind = PlexoSCOKind::LINEAR;
+    Awaited awaited = Awaited::Nothing;
+  };
+
   PackageIntake(const CourseDocument& courseFile, CommandSession& commandSession,
                 CommandOutput& commandOutput)
       : course(courseFile), session(commandSession), output(commandOutput) {}
@@ -27,17 +35,13 @@ class PackageIntake {
     /// Set if the file can't be taken.
     std::optional<CommandFailure> failure = std::nullopt;
   };
-  /// `module` is the file's module; null for a file of a flat course.
-  [[nodiscard]] Result Take(const ListedFile& file, PlexoSCOKind kind, const CourseModule* module);
+  [[nodiscard]] Result Take(const ListedFile& file, Place place);
 
  private:
-  [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, PlexoSCOKind kind) const;
-  [[nodiscard]] bool ReadsScripts() const;
+  [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, Place place) const;
   [[nodiscard]] Result Write(const ListedFile& file, PlexoAdopter& adopter);
   [[nodiscard]] Result Fail(const ListedFile& file, const PlexoAdoptResult& result) const;
-  void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,
-                   const std::vector<PlexoFinding>& findings);
-  void TellDoubts(const ListedFile& file, const std::vector<PlexoFinding>& findings);
+  void Warn(const ListedFile& file, const std::vector<PlexoFinding>& findings);
 
   const CourseDocument& course;
   CommandSession& session;

@@ -29,6 +29,8 @@ struct ListedFile {
   TzPath path;
   /// The identifier of the one item to take of it; empty for what there is.
   std::string item = {};
+  /// What the course calls it; empty for its own title.
+  std::string title = {};
   /// What completes has passed.
   bool completionPasses = false;
   /// There was no such file when the course was read.
@@ -38,7 +40,8 @@ struct ListedFile {
   [[nodiscard]] bool IsPackage() const { return TzFileUtil::GetExtension(path) == "zip"; }
   /// The same file, taken in the same way, however it is written and whether or not it is there.
   bool operator==(const ListedFile& other) const {
-    return path == other.path && item == other.item && completionPasses == other.completionPasses;
+    return path == other.path && item == other.item && title == other.title &&
+           completionPasses == other.completionPasses;
   }
 };
 

@@ -77,9 +77,14 @@ class CourseFormatter {
     if (value) Add(key, WriteYamlText(*value));
   }
 
+  [[nodiscard]] std::string FormatFile(const ListedFile& file) const {
+    const std::string path = paths.Write(file.path);
+    return file.title.empty() ? path : "{file: " + path + ", title: " + WriteYamlText(file.title) + "}";
+  }
+
   void AddFiles(const std::string& key, const std::vector<ListedFile>& files) {
     Add(key, files.empty() ? "[]" : "");
-    for (const ListedFile& file : files) text += indent + "  - " + paths.Write(file.path) + "\n";
+    for (const ListedFile& file : files) text += indent + "  - " + FormatFile(file) + "\n";
   }
 
   void AddModules(const std::vector<CourseModule>& modules) {
@@ -89,9 +94,9 @@ class CourseFormatter {
       AddText("title", module.title);
       if (module.weightage) Add("weightage", *module.weightage);
       if (module.forceContentSequence) Add("force-content-sequence", "true");
-      if (module.preTest) Add("pretest", paths.Write(module.preTest->path));
+      if (module.preTest) Add("pretest", FormatFile(*module.preTest));
       AddFiles("content", module.content);
-      if (module.postTest) Add("post-test", paths.Write(module.postTest->path));
+      if (module.postTest) Add("post-test", FormatFile(*module.postTest));
     }
   }
 

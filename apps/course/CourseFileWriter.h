@@ -17,8 +17,8 @@ enum class CoursePaths {
 };
 
 /// The text of a course file for this path, in the order of keys and with the words that a person would
-/// choose. Files are taken as they are ("intake: as-is"), as somebody chose them one by one; options of
-/// listed files, which only adoption has, aren't written.
+/// choose. Files are taken as they are ("intake: as-is"), as somebody chose them one by one; of the options
+/// of listed files the title is written, and those that only adoption has are not.
 std::string FormatCourse(const CourseDocument& course, const std::string& path, CoursePaths paths);
 
 /// Writes the course file in one step: whatever fails, the earlier file stays as it was. None if it was

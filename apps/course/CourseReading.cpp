@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr std::string_view kCourseKeys[] = {"template",       "scorm",   "identifier", "title",
-                                            "description",    "version", "duration",   "subject",
-                                            "force-sequence", "intake",  "files",      "modules"};
+constexpr std::string_view kCourseKeys[] = {
+    "template", "scorm",          "identifier", "title", "description", "version",          "duration",
+    "subject",  "force-sequence", "intake",     "files", "modules",     "completion-passes"};
 
 struct TemplateWord {
   std::string_view name;
@@ -59,6 +59,7 @@ class CourseReading {
     course.subject = ReadPlainText("subject");
     course.forceSequence = keys.ReadFlag("force-sequence");
     ReadIntake();
+    ReadCompletion();
     if (isTemplateKnown) ReadContents();
     return std::move(course);
   }
@@ -142,6 +143,13 @@ class CourseReading {
     }
     course.intake = found->intake;
     if (course.intake == CourseIntake::AsIs) files.RefuseOptions();
+  }
+
+  void ReadCompletion() {
+    if (!keys.ReadFlag("completion-passes")) return;
+    files.LetCompletionPass();
+    if (course.intake != CourseIntake::AsIs) return;
+    errors.Add(keys.GetKeyMark("completion-passes"), "'completion-passes' can't be had with 'intake: as-is'");
   }
 
   void ReadContents() {

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kFileKeys[] = {"file", "item", "completion-passes"};
+constexpr std::string_view kFileKeys[] = {"file", "item", "title", "completion-passes"};
 
 struct Objection {
   std::string message;
@@ -123,14 +123,22 @@ std::optional<ListedFile> ListedFiles::Read(const YAML::Node& node, const std::s
   if (!isPackage || !takesOptions) {
     RefuseAdoption(keys, isPackage ? "can't be had with 'intake: as-is'" : "is for SCO packages only");
   }
-  const auto item = keys.ReadText("item");
-  const bool completionPasses = keys.ReadFlag("completion-passes");
-  if (item && item->text.empty())
-    errors.Add(item->mark, "'item' is empty; leave it out to take what there is");
-  if (!file) return std::nullopt;
-  if (item) file->item = item->text;
-  file->completionPasses = completionPasses;
+  ListedFile unknown;
+  ReadOptions(keys, file ? *file : unknown);
   return file;
+}
+
+void ListedFiles::ReadOptions(const CourseKeys& keys, ListedFile& file) {
+  const auto read = [&](std::string_view key, std::string& value, const char* otherwise) {
+    const auto text = keys.ReadText(key);
+    if (!text) return;
+    const bool isBlank = text->text.find_first_not_of(" \t\r\n") == std::string::npos;
+    if (isBlank) errors.Add(text->mark, "'" + std::string(key) + "' is empty; leave it out " + otherwise);
+    value = text->text;
+  };
+  read("item", file.item, "to take what there is");
+  read("title", file.title, "to keep the file's own");
+  if (keys.Has("completion-passes")) file.completionPasses = keys.ReadFlag("completion-passes");
 }
 
 void ListedFiles::RefuseAdoption(const CourseKeys& keys, const std::string& reason) {
@@ -147,10 +155,18 @@ std::optional<ListedFile> ListedFiles::Look(const CourseText& text) {
     return std::nullopt;
   }
   const TzPath path = TzPath::FromNative((fs::path(folder) / text.text).native());
-  if (purpose == CoursePurpose::Edit) return KeepForEditing(text.text, path);
+  if (purpose == CoursePurpose::Edit) {
+    ListedFile file = KeepForEditing(text.text, path);
+    file.completionPasses = completionPasses && file.IsPackage();
+    return file;
+  }
   std::optional<Objection> objection = ObjectToNode(path);
   if (!objection) objection = ObjectToName(path);
-  if (!objection) return ListedFile{text.text, path};
+  if (!objection) {
+    ListedFile file{text.text, path};
+    file.completionPasses = completionPasses && file.IsPackage();
+    return file;
+  }
   errors.Add(text.mark, "'" + text.text + "' " + objection->message, {}, objection->fault);
   return std::nullopt;
 }

@@ -25,8 +25,10 @@ class ListedFiles {
   [[nodiscard]] std::optional<ListedFile> Find(const CourseKeys& keys, std::string_view key);
   /// Likewise those of the key's list.
   [[nodiscard]] std::vector<ListedFile> FindAll(const CourseKeys& keys, std::string_view key);
-  /// From here on options are errors: files that are taken as they are have none.
+  /// From here on options of adoption are errors: files that are taken as they are have none.
   void RefuseOptions() { takesOptions = false; }
+  /// From here on what completes has passed, in every package that doesn't say otherwise.
+  void LetCompletionPass() { completionPasses = true; }
 
  private:
   [[nodiscard]] std::vector<YAML::Node> ReadList(const CourseKeys& keys, std::string_view key) const;
@@ -34,11 +36,13 @@ class ListedFiles {
                                                const YAML::Mark& place);
   /// The options of a file that isn't adopted are errors.
   void RefuseAdoption(const CourseKeys& keys, const std::string& reason);
+  void ReadOptions(const CourseKeys& keys, ListedFile& file);
   [[nodiscard]] std::optional<ListedFile> Look(const CourseText& text);
 
   CoursePurpose purpose;
   CourseStop isStopped;
   bool takesOptions = true;
+  bool completionPasses = false;
   std::string folder;
   std::size_t count = 0;
   CourseFileErrors& errors;

@@ -140,6 +140,11 @@ std::vector<TzPath> TzHeadlessUI::ChooseFiles(const TzFileChooserRequest& reques
   return files;
 }
 
+TzString TzHeadlessUI::GetGivenTitle(const TzPath& file) const {
+  const auto found = givenTitles.find(file);
+  return found != givenTitles.end() ? found->second : TzString();
+}
+
 TzString TzHeadlessUI::ChooseFolder(const TzFolderChooserRequest& request) {
   folderRequests.push_back(request);
   const std::string what = "folder chooser " + Quote(request.title);

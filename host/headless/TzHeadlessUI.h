@@ -43,6 +43,8 @@ class TzHeadlessUI : public ITzUserInterface {
     boxAnswers.push_back({answer, text});
   }
   void AnswerNextChooser(std::vector<TzPath> files) { chooserAnswers.push_back(std::move(files)); }
+  /// The title of a file whenever it is chosen from here on; empty for none.
+  void GiveTitle(const TzPath& file, const TzString& title) { givenTitles[file] = title; }
   /// Empty for a chooser that is cancelled.
   void AnswerNextFolderChooser(const TzString& folder) { folderAnswers.push_back(folder); }
   void OnNextDialog(DialogScript person) { dialogScripts.push_back(std::move(person)); }
@@ -80,6 +82,7 @@ class TzHeadlessUI : public ITzUserInterface {
 
   int ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) override;
   std::vector<TzPath> ChooseFiles(const TzFileChooserRequest& request) override;
+  [[nodiscard]] TzString GetGivenTitle(const TzPath& file) const override;
   TzString ChooseFolder(const TzFolderChooserRequest& request) override;
   TzCanvasPtr CreateCanvas(const TzCanvasSpec& spec) override;
   void StartTimer(TimerKey key, double delay) override { timers[key] = delay; }
@@ -102,6 +105,7 @@ class TzHeadlessUI : public ITzUserInterface {
   Script script;
   std::deque<BoxAnswer> boxAnswers;
   std::deque<std::vector<TzPath>> chooserAnswers;
+  std::map<TzPath, TzString> givenTitles;
   std::deque<TzString> folderAnswers;
   std::deque<DialogScript> dialogScripts;
   std::vector<TzShownBox> shownBoxes;

@@ -184,6 +184,10 @@ TzPdfObject TzPdfDocument::GetCatalog() const {
   return GuardPdf([&] { return TzPdfObject(document->getRoot()); });
 }
 
+TzPdfObject TzPdfDocument::GetInformation() const {
+  return GuardPdf([&] { return TzPdfObject(document->getTrailer().getKey("/Info")); });
+}
+
 TzPdfObject TzPdfDocument::NewIndirect(const TzPdfObject& object) {
   return GuardPdf([&] { return TzPdfObject(document->makeIndirectObject(object.GetHandle())); });
 }

@@ -34,6 +34,8 @@ class TzPdfDocument {
   /// The page's dictionary. Throws if there is no such page.
   [[nodiscard]] TzPdfObject GetPage(std::size_t index);
   [[nodiscard]] TzPdfObject GetCatalog() const;
+  /// The document information dictionary (14.3.3); null if there is none.
+  [[nodiscard]] TzPdfObject GetInformation() const;
 
   /// Makes an indirect object of a direct one; the handle that comes back names it.
   [[nodiscard]] TzPdfObject NewIndirect(const TzPdfObject& object);

@@ -19,6 +19,8 @@ class ITzUserInterface {
   virtual int ShowMessageBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) = 0;
   /// Empty when cancelled.
   virtual std::vector<TzPath> ChooseFiles(const TzFileChooserRequest& request) = 0;
+  /// The title that the author gave the file when choosing it last; empty if none was given.
+  [[nodiscard]] virtual TzString GetGivenTitle(const TzPath& /*file*/) const { return {}; }
   /// Empty when cancelled.
   virtual TzString ChooseFolder(const TzFolderChooserRequest& request) = 0;
 

@@ -23,6 +23,11 @@ std::vector<TzPath> TzFileChooserUtils::OpenOSDialogSelectFile(const std::vector
   return userInterface->ChooseFiles({title, startFolder, filters, parent, multiple});
 }
 
+TzString TzFileChooserUtils::GetGivenTitle(const TzPath& file) {
+  const ITzUserInterface* userInterface = GetUserInterface();
+  return userInterface != nullptr ? userInterface->GetGivenTitle(file) : TzString();
+}
+
 TzString TzFileChooserUtils::BrowseForFolders(const TzString& title, TzWindowHandle parent,
                                               const TzString& startFolder) {
   ITzUserInterface* userInterface = GetUserInterface();

@@ -49,6 +49,9 @@ class TzFileChooserUtils {
                                                     const TzString& title, const TzPath& startFolder,
                                                     TzWindowHandle parent, bool multiple);
 
+  /// The title that the author gave the chosen file; empty if none was given or there is no user interface.
+  static TzString GetGivenTitle(const TzPath& file);
+
   /// The folder chosen; empty if the chooser was cancelled or there is no user interface.
   static TzString BrowseForFolders(const TzString& title, TzWindowHandle parent, const TzString& startFolder);
 };

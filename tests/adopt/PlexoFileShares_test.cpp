@@ -5,34 +5,39 @@
 #include <gtest/gtest.h>
 
 #include "AdoptedPackages.h"
+#include "check/PlexoFindingTable.h"
 #include "support/ScoZip.h"
+#include "support/TestSession.h"
 
 namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using ::testing::StartsWith;
 
-/// Two SCOs, with these elements in their resources, and further resources.
+/// The manifest of two SCOs, with these elements in their resources, and further resources.
+std::string TwoSCOsManifest(const std::string& hrefA, const std::string& filesA, const std::string& hrefB,
+                            const std::string& filesB, const std::string& more) {
+  const auto resource = [](const std::string& name, const std::string& href, const std::string& content) {
+    return "<resource identifier='R" + name + "' type='webcontent' adlcp:scormType='sco' href='" + href +
+           "'>" + content + "</resource>";
+  };
+  return "<manifest identifier='M' version='1.3' xmlns='http://www.imsglobal.org/xsd/imscp_v1p1' "
+         "xmlns:adlcp='http://www.adlnet.org/xsd/adlcp_v1p3'><organizations><organization identifier='O'>"
+         "<title>Two</title><item identifier='A' identifierref='RA'/>"
+         "<item identifier='B' identifierref='RB'><title>Second</title></item>"
+         "</organization></organizations><resources>" +
+         resource("A", hrefA, filesA) + resource("B", hrefB, filesB) + more + "</resources></manifest>";
+}
+
 std::string TwoSCOs(const std::string& hrefA, const std::string& filesA, const std::string& hrefB,
                     const std::string& filesB, const std::vector<std::string>& files,
                     const std::string& more = {}) {
   ScoZip zip("two");
   for (const std::string& file : files) zip.File(file, file);
-  const auto resource = [](const std::string& name, const std::string& href, const std::string& content) {
-    return "<resource identifier='R" + name + "' type='webcontent' adlcp:scormType='sco' href='" + href +
-           "'>" + content + "</resource>";
-  };
-  return zip
-      .Manifest(
-          "<manifest identifier='M' version='1.3' xmlns='http://www.imsglobal.org/xsd/imscp_v1p1' "
-          "xmlns:adlcp='http://www.adlnet.org/xsd/adlcp_v1p3'><organizations><organization identifier='O'>"
-          "<title>Two</title><item identifier='A' identifierref='RA'/>"
-          "<item identifier='B' identifierref='RB'><title>Second</title></item>"
-          "</organization></organizations><resources>" +
-          resource("A", hrefA, filesA) + resource("B", hrefB, filesB) + more + "</resources></manifest>")
-      .Build();
+  return zip.Manifest(TwoSCOsManifest(hrefA, filesA, hrefB, filesB, more)).Build();
 }
 
 TEST(PlexoFileShares, GiveEachItemItsOwnFilesAndThoseOfItsDependencies) {
@@ -65,6 +70,88 @@ TEST(PlexoFileShares, GiveAnItemThatListsNothingWhatMayBeMeantForIt) {
                                          "b/b.htm", "", {"a/a.htm", "b/b.htm", "a/own.js", "lib/all.js"}),
                                  ForList());
   EXPECT_THAT(folders.FileNames(1), ElementsAre("content/b/b.htm", "content/lib/all.js", "imsmanifest.xml"));
+}
+
+TEST(PlexoFileShares, HoldWhatTheItemsPagesReferTo) {
+  // Only the other item's resource lists the script, the style sheet and its image.
+  const std::string ofB =
+      "<file href='b/i.htm'/><file href='lib/s.js'/><file href='lib/s.css'/>"
+      "<file href='lib/s.png'/><file href='lib/other.png'/>";
+  const auto zip = [&](const std::string& page) {
+    return ScoZip("two")
+        .File("a/i.htm", page)
+        .File("a/x.js", "")
+        .File("b/i.htm", "<a href='../lib/other.png'>")
+        .File("lib/s.js", "")
+        .File("lib/s.css", "p { background: url(s.png) }")
+        .File("lib/s.png", "")
+        .File("lib/other.png", "")
+        .Manifest(TwoSCOsManifest("a/i.htm", "<file href='a/x.js'/>", "b/i.htm", ofB, {}))
+        .Build();
+  };
+  const Adoption adoption =
+      Adopt(zip("<script src='../lib/s.js'></script><link href='../LIB/s.css'>"), ForList());
+  EXPECT_THAT(adoption.FileNames(0), ElementsAre("content/a/i.htm", "content/a/x.js", "content/lib/s.css",
+                                                 "content/lib/s.js", "content/lib/s.png", "imsmanifest.xml"));
+  EXPECT_THAT(adoption.findings, Not(Contains(StartsWith("PLX-868"))));
+
+  const Adoption linked = Adopt(zip("<a href='../b/i.htm?from=a'>on</a>"), ForList());
+  EXPECT_THAT(linked.FileNames(0), ElementsAre("content/a/i.htm", "content/a/x.js", "content/b/i.htm",
+                                               "content/lib/other.png", "imsmanifest.xml"));
+  EXPECT_THAT(
+      linked.findings,
+      Contains("PLX-868 item 'A': its pages link to 'b/i.htm', a page of another item that its package holds "
+               "too; what a learner does there counts for 'A'"));
+}
+
+TEST(PlexoFileShares, LeavePagesOfOtherItemsOutWhereAllLinkToEachOther) {
+  std::string items;
+  std::string resources;
+  ScoZip zip("chain");
+  constexpr int kItems = 700;
+  for (int index = 0; index < kItems; ++index) {
+    const std::string number = std::to_string(index);
+    items += "<item identifier='I" + number + "' identifierref='R" + number + "'/>";
+    resources += "<resource identifier='R" + number + "' type='webcontent' href='" + number +
+                 ".htm'><file href='" + number + ".htm'/><file href='x.js'/></resource>";
+    zip.File(number + ".htm", "<img src='" + number + ".png'><a href='" +
+                                  std::to_string((index + 1) % kItems) + ".htm'>on</a>");
+  }
+  const std::string archive =
+      zip.File("x.js", "")
+          .Manifest("<manifest identifier='M' version='1.3'><organizations><organization identifier='O'>" +
+                    items + "</organization></organizations><resources>" + resources +
+                    "</resources></manifest>")
+          .Build();
+  const TestFolder folder;
+  PlexoAdoptRequest request = ForList();
+  request.package = folder.Write("chain.zip", archive);
+  PlexoAdopter adopter(request, folder.Path());
+  const PlexoAdoptResult result = adopter.Examine();
+  ASSERT_EQ(result.code, kTzSuccess);
+  EXPECT_EQ(adopter.CountFiles(0), 2U);
+  std::vector<std::string> texts;
+  for (const PlexoFinding& finding : result.findings) texts.push_back(PlexoFindingTable::GetText(finding));
+  EXPECT_THAT(texts, Contains("item 'I0': its pages link to '1.htm', a page of another item that its package "
+                              "doesn't hold, for the packages would be too large together; these links are "
+                              "dead"));
+}
+
+TEST(PlexoFileShares, SayHowMuchLargerTheyAreThanTheirSource) {
+  const std::string shared = "<file href='all.bin'/>";
+  const auto zip = [&](std::size_t size) {
+    return ScoZip("two")
+        .File("a.htm", "a")
+        .File("b.htm", "b")
+        .File("all.bin", MakeNoise(size, 1))
+        .Manifest(TwoSCOsManifest("a.htm", shared, "b.htm", shared, {}))
+        .Build();
+  };
+  EXPECT_THAT(
+      Adopt(zip(1'500'000), ForList()).findings,
+      Contains("PLX-869 the package: its 2 items share files, so their packages hold 3.0 MB together, "
+               "2.0 times the 1.5 MB of the source"));
+  EXPECT_THAT(Adopt(zip(1'000), ForList()).findings, Not(Contains(StartsWith("PLX-869"))));
 }
 
 TEST(PlexoFileShares, HoldWhatBelongsToNoItem) {

@@ -50,6 +50,32 @@ TEST(PlexoScriptScan, FindsWordsWhereverPiecesEnd) {
   }
 }
 
+TEST(PlexoScriptScan, IsCertainOfSuccessWhereNoPlaceReportsCompletionAlone) {
+  const std::string completes = "SetValue('cmi.completion_status', 'completed');";
+  const std::string passes = "SetValue(\"cmi.success_status\",ok ? 'passed' : 'failed');";
+  const struct {
+    std::string script;
+    bool isCertain;
+  } cases[] = {
+      {passes, true},
+      {completes + passes, true},
+      {"SetValue('cmi.completion_status', 'incomplete');" + completes + passes, true},
+      {"GetValue('cmi.completion_status'); a(b, 'completed');" + passes, true},
+      {"x = 'cmi.success_status'", false},
+      {completes, false},
+      {completes + completes + passes, false},
+      {"SetValue('cmi.completion_status', status);" + completes + passes, false},
+      {completes + "SetValue('cmi.success_status', 'failed')", false},
+      {"LMSSetValue('cmi.core.lesson_status', 'passed')", true},
+      {"LMSSetValue('cmi.core.lesson_status', 'passed'); f('cmi.core.lesson_status', 'completed')", false},
+      {passes + "'cmi.' + name", false},
+  };
+  for (const auto& [script, isCertain] : cases) {
+    for (const std::size_t pieceBytes : {1U, 1000U})
+      EXPECT_EQ(Scan(script, pieceBytes).CertainlyReportsSuccess(), isCertain) << script;
+  }
+}
+
 TEST(PlexoScriptScan, ForgetsWordsWithoutEnd) {
   for (const std::size_t pieceBytes : {4096U, 1'000'000U}) {
     EXPECT_FALSE(

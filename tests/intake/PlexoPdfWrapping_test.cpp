@@ -13,6 +13,7 @@
 #include "host/pdf/TzPdfFailure.h"
 #include "host/pdf/TzPdfKit.h"
 #include "intake/PlexoAddFileDriver.h"
+#include "intake/PlexoPdfTitle.h"
 #include "panel/PlexoStrings.h"
 #include "support/FaultyFileSystem.h"
 #include "support/OwnInstallTree.h"
@@ -250,6 +251,26 @@ TEST_F(PlexoPdfWrappingTest, ADocumentOfAnAuthorBecomesASco) {
 
   EXPECT_THAT(AddLinear({chosen}), ElementsAre(""));
   EXPECT_THAT(session.BoxTexts(), ElementsAre(HasSubstr("already been added")));
+}
+
+TEST_F(PlexoPdfWrappingTest, ADocumentIsCalledByItsTitleOrItsFile) {
+  const struct {
+    const char* entries;
+    const char* title;
+  } cases[] = {
+      {"/Title (Fire doors)", "Fire doors"}, {"/Title <FEFF00DC0062000A0065006E>", "Üb en"},
+      {"/Title ( \\t)", "guide0"},           {"/Title 7", "guide0"},
+      {"/Author (Doe)", "guide0"},           {"", "guide0"},
+  };
+  for (const auto& [entries, title] : cases) {
+    PdfFile file(1);
+    if (*entries != 0) file.Information(entries);
+    EXPECT_EQ(PlexoPdfTitle::Find(file.Save(folder.Path(), "guide0.pdf")).GetUTF8String(), title) << entries;
+  }
+  const std::string endless(100'000, 'x');
+  EXPECT_EQ(PlexoPdfTitle::Find(Save(PdfFile(1).Information("/Title (" + endless + ")"))), "document");
+  AddLinear({PdfFile(1).Information("/Title (Fire doors)").Save(folder.Path(), "g.pdf")});
+  EXPECT_EQ(GetLinearCourseModel()->GetSCO(0).manifest.title, "Fire doors");
 }
 
 TEST_F(PlexoPdfWrappingTest, ARefusedDocumentHasItsWordsAndLeavesNothing) {

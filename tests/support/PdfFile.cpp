@@ -39,6 +39,11 @@ PdfFile& PdfFile::Trailer(const std::string& entries) {
   return *this;
 }
 
+PdfFile& PdfFile::Information(const std::string& entries) {
+  information += entries + " ";
+  return *this;
+}
+
 PdfFile& PdfFile::DamageTable() {
   hasTable = false;
   return *this;
@@ -68,8 +73,9 @@ std::string PdfFile::Build() const {
   }
   const std::size_t tableStart = hasTable ? text.size() : text.size() / 2;
   const std::string size = std::to_string(next);
-  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< " + trailer + "/Root 1 0 R /Size " + size +
-         " >>\nstartxref\n" + std::to_string(tableStart) + "\n%%EOF\n";
+  const std::string info = information.empty() ? "" : "/Info << " + information + ">> ";
+  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< " + trailer + info + "/Root 1 0 R /Size " +
+         size + " >>\nstartxref\n" + std::to_string(tableStart) + "\n%%EOF\n";
 }
 
 TzPath PdfFile::Save(const TzPath& folder, const std::string& name) const {

@@ -21,6 +21,8 @@ class PdfFile {
   PdfFile& Object(int number, const std::string& content);
   /// Entries for the trailer ("/Encrypt 5000 0 R").
   PdfFile& Trailer(const std::string& entries);
+  /// Entries for the document's information.
+  PdfFile& Information(const std::string& entries);
   /// The cross-reference table's place is told wrong.
   PdfFile& DamageTable();
 
@@ -30,6 +32,7 @@ class PdfFile {
  private:
   std::string catalog;
   std::string trailer;
+  std::string information;
   std::vector<std::string> pages;
   std::map<int, std::string> others;
   bool hasTable = true;

@@ -96,6 +96,43 @@ TEST_F(CourseRoundTrip, OfAFlatCourseInTheOtherEdition) {
   CheckThereAndBack();
 }
 
+TEST_F(CourseRoundTrip, OfTitlesThatFilesWereGiven) {
+  const auto titled = [&](const std::string& name, const std::string& title) {
+    ListedFile file = Listed(name);
+    file.title = title;
+    return file;
+  };
+  CourseDocument flat;
+  flat.identifier = "C";
+  flat.files = {titled("a", "Doors & exits"), Listed("b")};
+  CourseDocument modules;
+  modules.courseTemplate = CourseTemplate::TestRollup;
+  modules.identifier = "C";
+  modules.modules.resize(1);
+  modules.modules[0].preTest = titled("a", "What do you know?");
+  modules.modules[0].content = {titled("a", "Doors & exits"), Listed("b")};
+  modules.modules[0].postTest = titled("c", "What did you learn?");
+  // The same files under other titles.
+  modules.modules.push_back(modules.modules[0]);
+  modules.modules[1].preTest = Listed("a");
+  modules.modules[1].content = {titled("a", "Ways out"), Listed("b")};
+  for (const CourseDocument& course : {flat, modules}) {
+    const CoursePlayResult played = CoursePlayer(author).Play(course);
+    EXPECT_TRUE(played.refusals.empty()) << played.refusals.front().message;
+    const std::string manifest = Publish();
+    EXPECT_THAT(manifest, testing::HasSubstr("<title>Doors &amp; exits</title>"));
+    EXPECT_THAT(manifest, testing::HasSubstr("<title>b</title>")) << "one without a title keeps its own";
+    if (!course.modules.empty()) {
+      EXPECT_THAT(manifest, testing::HasSubstr("<title>What do you know?</title>"));
+      EXPECT_THAT(manifest, testing::HasSubstr("<title>What did you learn?</title>"));
+      EXPECT_THAT(manifest, testing::HasSubstr("<title>Module_2_PreTest</title>"));
+      EXPECT_THAT(manifest, testing::HasSubstr("<title>Ways out</title>"));
+    }
+    CheckThereAndBack();
+    LeaveCourse();
+  }
+}
+
 TEST_F(CourseRoundTrip, OfBothKindsOfModules) {
   for (const char* name : {"Simple Remediation", "Pre-test or Post-test rollup"}) {
     SCOPED_TRACE(name);

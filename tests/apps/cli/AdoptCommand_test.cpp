@@ -131,7 +131,7 @@ TEST_F(AdoptCommandTest, RefusesWithTheReasonAndTheWayOut) {
        1,
        "away.zip: the manifest: no item leads to a page of the package\n"
        "  correct the identifierref of its items, or the href of its resources\n"
-       "  item 'I-away': left out, for 'http://www.example.com/' is no page of the package\n"},
+       "  item 'I-away': left out: its page 'http://www.example.com/' is on another server\n"},
       {{"adopt", "damaged.zip"},
        1,
        "damaged.zip: can't be unpacked\n  a.htm: the entry's CRC-32 doesn't match\n"},

@@ -94,10 +94,10 @@ TEST_F(BuildCommandTest, TellsMachinesInJson) {
   EXPECT_EQ(document, nlohmann::json::parse(R"({
     "package": "out.zip", "identifier": "My_Course_1", "scorm": "2004", "template": "multiple-scos",
     "scos": [
-      {"title": "The intro", "identifier": "SCO-Item_1", "href": "index.htm", "files": 1, "source": "intro.zip",
-       "adopted": false},
-      {"title": "The doors", "identifier": "SCO-Item_2", "href": "index.htm", "files": 1, "source": "doors.zip",
-       "adopted": false}]})"));
+      {"title": "The intro", "identifier": "SCO-Item_1", "href": "index.htm", "page": "index.htm", "files": 1,
+       "source": "intro.zip", "adopted": false},
+      {"title": "The doors", "identifier": "SCO-Item_2", "href": "index.htm", "page": "index.htm", "files": 1,
+       "source": "doors.zip", "adopted": false}]})"));
 
   const ProgramResult refused = Build({"--json"});
   EXPECT_EQ(refused.status, 1);
@@ -305,7 +305,7 @@ TEST_F(BuildCommandTest, RefusesAContentThatItsModuleHasAlready) {
         "post-test: doors.zip}]\n");
   const ProgramResult result = Build();
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.err, HasSubstr("\nsub/intro.zip: This file has already been added."));
+  EXPECT_THAT(result.err, HasSubstr("sub/intro.zip: This file has already been added."));
   EXPECT_THAT(result.err, HasSubstr("is taken by /"));
 }
 
@@ -376,7 +376,7 @@ TEST_F(BuildCommandTest, LeavesTheUsersManifestAloneWithoutATemporaryFolder) {
 TEST_F(BuildCommandTest, WarnsOfAManifestThatCouldOnlyBeReadInPart) {
   const std::string manifest = ScoZip("torn").Item("Torn", "i.htm").File("i.htm", "").GetManifest();
   ScoZip("torn").Manifest(manifest.substr(0, manifest.find("</manifest>"))).File("i.htm", "").Save(Work());
-  WriteCourse("torn.zip");
+  WriteCourse("torn.zip", "intake: as-is\n");
   const ProgramResult result = Build();
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.err, StartsWith("warning: torn.zip: imsmanifest.xml: line "));

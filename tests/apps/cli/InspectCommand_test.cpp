@@ -38,16 +38,38 @@ TEST_F(InspectCommandTest, TellsEveryFieldOfTheReader) {
     "scormVersion": "1.2", "masteryScore": "70", "hasMasteryScore": true, "maxTimeAllowed": "",
     "hasMaxTimeAllowed": false, "timeLimitAction": "", "hasTimeLimitAction": false, "dataFromLMS": "",
     "hasDataFromLMS": false, "files": ["i.htm", "a/b.js"], "failed": false, "failureCode": "NONE"})");
-  EXPECT_EQ(InspectAsJson({}, 0), expected);
-  EXPECT_EQ(InspectAsJson({"--scorm", "1.2"}, 0), expected);
+  for (const std::vector<std::string>& options : {std::vector<std::string>(), {"--scorm", "1.2"}}) {
+    Json document = InspectAsJson(options, 0);
+    EXPECT_EQ(document["adoption"]["needed"], false);
+    document.erase("adoption");
+    EXPECT_EQ(document, expected);
+  }
 }
 
-TEST_F(InspectCommandTest, ReadsAsACourseOfAnotherVersionDoes) {
-  const Json document = InspectAsJson({"--scorm", "2004"}, 1);
+TEST_F(InspectCommandTest, SaysWhatAdoptionGivesWhereACourseAdoptsFirst) {
+  const Json document = InspectAsJson({"--scorm", "2004"}, 0);
   EXPECT_EQ(document["failed"], true);
   EXPECT_EQ(document["failureCode"], "VERSION");
   EXPECT_EQ(document["masteryScore"], "");
   EXPECT_EQ(document["files"], Json::array());
+  EXPECT_EQ(document["adoption"]["needed"], true);
+  EXPECT_EQ(document["adoption"]["items"][0]["page"], "content/i.htm");
+
+  const ProgramResult result = Plexo({"inspect", "old.zip", "--scorm", "2004"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out,
+            "adopted first: item 'I-old': content of SCORM 1.2, launched in SCORM 2004 through a page that "
+            "translates\n"
+            "  identifier     I-old\n"
+            "  title          Doors & exits\n"
+            "  launch page    content/i.htm\n"
+            "  SCORM version  2004, through a page that translates its SCORM 1.2\n"
+            "  files          2\n");
+  ScoZip("deep").Item("Deep", "i.htm").File("i.htm", "").InFolder("sub").Save(Work());
+  EXPECT_THAT(
+      Plexo({"inspect", "deep.zip"}).out,
+      StartsWith("adopted first: 'sub/imsmanifest.xml': moved to the top\n  identifier     I-deep\n"));
 }
 
 TEST_F(InspectCommandTest, TellsPeopleTheSame) {
@@ -59,7 +81,7 @@ TEST_F(InspectCommandTest, TellsPeopleTheSame) {
 }
 
 TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
-  ScoZip("bare").WithoutManifest().File("sub/IMSmanifest.xml", "").Save(Work());
+  ScoZip("bare").WithoutManifest().File("x.htm", "").Save(Work());
   ScoZip("odd").Manifest("<manifest version='1'/>").Save(Work());
   ScoZip("page").Manifest("<html/>").Save(Work());
   ScoZip("nohref").Manifest("<manifest version='1.3'><resource/></manifest>").Save(Work());
@@ -70,14 +92,15 @@ TEST_F(InspectCommandTest, SaysWhatIsWrongWithAPackage) {
     const char* message;
     const char* reason;
   } cases[] = {
-      {"bare.zip", nullptr, "Invalid SCORM package!", "it has 'sub/IMSmanifest.xml'; "},
+      {"bare.zip", nullptr, "Invalid SCORM package!", "it has no imsmanifest.xml at its top"},
       {"text.zip", nullptr, "Error extracting the ZIP contents!", ""},
-      {"odd.zip", "VERSION", "SCO selected is of incompatible SCORM version!",
-       "its manifest says version '1'; expected '1.0' or '1.3'"},
-      {"page.zip", "NONE", "SCO selected is of incompatible SCORM version!",
-       "its imsmanifest.xml has no manifest element"},
-      {"nohref.zip", "PARSE", "There was an error parsing the XML manifest file!",
-       "its element resource lacks the attribute href"},
+      {"odd.zip", "VERSION",
+       "the manifest: neither its schemaversion nor its namespaces, its resources or "
+       "its version '1' tell an edition of SCORM",
+       "export the course as SCORM 1.2 or SCORM 2004"},
+      {"page.zip", "NONE", "'html': the document's element must be 'manifest'", "export the course as SCORM"},
+      {"nohref.zip", "PARSE", "the manifest: no item leads to a page of the package",
+       "correct the identifierref"},
   };
   for (const auto& [package, code, message, reason] : cases) {
     const ProgramResult result = Plexo({"inspect", package, "--json"});

@@ -59,7 +59,8 @@ TEST_F(CourseFileWriterTest, APersonLikesToReadIt) {
   course.modules.resize(2);
   course.modules[0] = {"Doors", "50", true, Listed("courses/pre.zip"), {}, Listed("shared/post test.zip")};
   course.modules[0].content = {Listed("courses/media/a.zip"),
-                               {.name = "b", .path = TzPath(TzString("/b#1.zip"))}};
+                               {.name = "b", .path = TzPath(TzString("/b#1.zip")), .title = "Doors, exits"}};
+  course.modules[0].postTest->title = "Test";
   const std::string path = (folder.Path() / "courses/course.yaml").GetNative();
   std::filesystem::create_directories(folder.Path().GetNative() + "/courses");
   EXPECT_EQ(FormatCourse(course, path, CoursePaths::Relative), R"(template: test-rollup
@@ -79,8 +80,8 @@ modules:
     pretest: pre.zip
     content:
       - media/a.zip
-      - "/b#1.zip"
-    post-test: ../shared/post test.zip
+      - {file: "/b#1.zip", title: "Doors, exits"}
+    post-test: {file: ../shared/post test.zip, title: Test}
   - content: []
 )");
   ExpectThereAndBack(course);

@@ -91,7 +91,8 @@ TEST_F(CourseFileTest, LeavesOutWhatTheCourseDoesntGive) {
 TEST_F(CourseFileTest, ReadsWhatIsToBeTakenOfAFile) {
   const CourseFileResult result =
       Read(std::string(kStart) +
-           "intake: always\nfiles: [a.zip, {file: b.ZIP, item: I-2, completion-passes: true}]\n");
+           "intake: always\nfiles: [a.zip, {file: b.ZIP, item: I-2, title: Doors, completion-passes: "
+           "true}]\n");
   ASSERT_THAT(result.errors, IsEmpty());
   EXPECT_EQ(result.course.intake, CourseIntake::Always);
   ASSERT_EQ(result.course.files.size(), 2U);
@@ -99,7 +100,16 @@ TEST_F(CourseFileTest, ReadsWhatIsToBeTakenOfAFile) {
   EXPECT_FALSE(result.course.files[0].completionPasses);
   EXPECT_EQ(result.course.files[1].name, "b.ZIP");
   EXPECT_EQ(result.course.files[1].item, "I-2");
+  EXPECT_EQ(result.course.files[1].title, "Doors");
   EXPECT_TRUE(result.course.files[1].completionPasses);
+  const auto files =
+      Read(std::string(kStart) +
+           "completion-passes: true\nfiles: [a.zip, {file: b.ZIP, completion-passes: false}, guide.pdf]\n")
+          .course.files;
+  ASSERT_EQ(files.size(), 3U);
+  EXPECT_TRUE(files[0].completionPasses);
+  EXPECT_FALSE(files[1].completionPasses) << "the file's own word counts";
+  EXPECT_FALSE(files[2].completionPasses) << "of packages only";
 }
 
 TEST_F(CourseFileTest, RefusesOptionsOfAFileThatHaveNoMeaning) {
@@ -110,7 +120,7 @@ TEST_F(CourseFileTest, RefusesOptionsOfAFileThatHaveNoMeaning) {
       {"files: [{item: x}]", "3:9: a file needs 'file': its path"},
       {"files: [{file: a.zip, item: \"\"}]", "3:29: 'item' is empty; leave it out to take what there is"},
       {"files: [{file: a.zip, itme: x}]",
-       "3:23: unknown key 'itme', did you mean 'item'? allowed: file, item, completion-passes"},
+       "3:23: unknown key 'itme', did you mean 'item'? allowed: file, item, title, completion-passes"},
       {"intake: as-is\nfiles: [{file: a.zip, item: x}]", "4:23: 'item' can't be had with 'intake: as-is'"},
       {"intake: asis\nfiles: [a.zip]", "3:9: 'intake' must be auto, as-is or always"},
       {"files: [{file: [a.zip]}]", "3:16: 'file' must be a text"},
@@ -158,10 +168,10 @@ TEST_F(CourseFileTest, RefusesAValueWithItsPlaceAndWhatIsAllowed) {
       {"fils: [a.zip]",
        "3:1: unknown key 'fils', did you mean 'files'? allowed: template, scorm, identifier, title, "
        "description, "
-       "version, duration, subject, force-sequence, intake, files, modules"},
+       "version, duration, subject, force-sequence, intake, files, modules, completion-passes"},
       {"x: 1",
        "3:1: unknown key 'x'; allowed: template, scorm, identifier, title, description, version, duration, "
-       "subject, force-sequence, intake, files, modules"},
+       "subject, force-sequence, intake, files, modules, completion-passes"},
       {"identifier: D", "3:1: 'identifier' is given twice, first in line 2"},
       {"scorm: 1.3", "3:8: 'scorm' must be 1.2 or 2004"},
       {"force-sequence: yes", "3:17: 'force-sequence' must be true or false"},
@@ -204,6 +214,10 @@ TEST_F(CourseFileTest, RefusesListedFilesThatACourseCantTake) {
        CourseFault::Wrong},
       {"files: [{file: film.swf, item: A}]", "3:26: 'item' is for SCO packages only", CourseFault::Wrong},
       {"files: [{file: guide.pdf, item: A}]", "3:27: 'item' is for SCO packages only", CourseFault::Wrong},
+      {"files: [{file: a.zip, title: ' '}]", "3:30: 'title' is empty; leave it out to keep the file's own",
+       CourseFault::Wrong},
+      {"completion-passes: true\nintake: as-is\nfiles: [a.zip]",
+       "3:1: 'completion-passes' can't be had with 'intake: as-is'", CourseFault::Wrong},
       {"files: [[a.zip]]", "3:9: an entry of 'files' must be a text", CourseFault::Wrong},
       {"files: []", "3:8: 'files' is empty", CourseFault::Wrong},
       {"files: a.zip", "3:8: 'files' must be a list", CourseFault::Wrong},
@@ -318,7 +332,7 @@ TEST_F(CourseFileTest, RefusesWeightagesThatArentExactlyTheWhole) {
 TEST_F(CourseFileTest, RefusesWhatIsNoCourseFile) {
   const std::string expected =
       "the course file must be made of keys and values; allowed: template, scorm, identifier, title, "
-      "description, version, duration, subject, force-sequence, intake, files, modules";
+      "description, version, duration, subject, force-sequence, intake, files, modules, completion-passes";
   EXPECT_EQ(ErrorsOf("").at(0), "0:0: " + expected);
   EXPECT_EQ(ErrorsOf("- a\n").at(0), "1:1: " + expected);
   EXPECT_THAT(ErrorsOf("title: a\n---\ntitle: b\n"),

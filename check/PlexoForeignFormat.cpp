@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "adopt/PlexoForeignFormat.h"
+#include "check/PlexoForeignFormat.h"
 
 #include <algorithm>
 #include <array>

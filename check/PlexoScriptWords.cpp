@@ -88,8 +88,9 @@ void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
     } else {
       Keep(run);
       EndWord(current, text[end]);
-      before = text[end];
     }
+    statements.TakeOther(text[end]);
+    before = text[end];
   }
 }
 

@@ -45,7 +45,9 @@ std::string FindLaunchPageFault(const PlexoSCOManifest& sco) {
   const std::string page = "its launch page '" + address + "' ";
   if (address.empty()) return "its manifest names no launch page";
   const PlexoHref href = PlexoHref::Read({}, address);
-  if (href.isExternal) return page + "is on another server";
+  if (href.isExternal)
+    return page +
+           (address.find("//") != std::string::npos ? "is on another server" : "isn't a file of the package");
   if (href.leavesPackage) return page + "lies outside the package";
   const std::string name = HasFile(sco, href.path) ? href.path : href.rawPath;
   if (!HasFile(sco, name)) return page + "isn't in the package";

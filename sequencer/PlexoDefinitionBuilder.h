@@ -64,10 +64,10 @@ class PlexoDefinitionBuilder {
  private:
   void Fail(PlexoDefinitionFault reason, PlexoIndex activity);
   void CountParts(const PlexoActivityRules& rules);
-  void Resolve(PlexoActivityRules& rules);
+  void ResolveNames();
   void LinkChildren();
   void LinkReaders();
-  void SortNames();
+  void SortActivities();
 
   std::shared_ptr<PlexoSequencingDefinition> definition;
   std::vector<PlexoIndex> open;

@@ -166,6 +166,8 @@ struct PlexoActivityNode {
   /// Where its children stand in PlexoSequencingDefinition::GetChildren().
   std::uint32_t firstChildSlot = 0;
   std::uint32_t childCount = 0;
+  /// Its own slot there; 0 for the root, which has none.
+  std::uint32_t slot = 0;
   /// The place of its first objective among those of all activities.
   std::uint32_t firstObjective = 0;
   /// Whether a child has a condition IfNotSkipped, so that a rollup depends on the children's rules.

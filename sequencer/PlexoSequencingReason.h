@@ -60,7 +60,7 @@ struct PlexoSeenCondition {
   std::uint32_t attemptCount = 0;
 };
 
-/// Reasons in words. A text has parameters: {activity}, {rule}, {limit}.
+/// Reasons in words. A pattern has parameters: {activity}, {rule}, {limit}.
 class PlexoReasonText {
  public:
   /// "{activity} is disabled: {rule}"

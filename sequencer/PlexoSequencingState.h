@@ -44,6 +44,10 @@ struct PlexoActivityState {
 /// PlexoTrackingView reads statuses as sequencing sees them; what is stored here is the local information
 /// alone.
 struct PlexoSequencingState {
+  PlexoSequencingState() = default;
+  /// Nothing attempted, all children available in the order of the manifest.
+  explicit PlexoSequencingState(const PlexoSequencingDefinition& definition);
+
   /// One an activity.
   std::vector<PlexoActivityState> activities;
   /// Of all activities; those of an activity begin at its firstObjective.

@@ -68,7 +68,9 @@ class PlexoSequencingTrace {
  public:
   static constexpr std::size_t kMaxSteps = 100'000;
 
-  void Add(const PlexoTraceStep& step);
+  /// Notes that a process begins, and returns the step's number for End.
+  std::size_t Begin(PlexoProcess process, PlexoIndex activity);
+  void End(std::size_t step, PlexoSequencingException exception, PlexoIndex rule = kPlexoNone);
   [[nodiscard]] const std::vector<PlexoTraceStep>& GetSteps() const { return steps; }
   [[nodiscard]] std::size_t GetDropped() const { return dropped; }
   void Clear();

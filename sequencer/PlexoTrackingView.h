@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <span>
+
 #include "sequencer/PlexoSequencingState.h"
 
 /// The tracking information as rules and rollup see it: local information if this attempt (or an earlier one,
@@ -19,11 +21,14 @@ class PlexoTrackingView {
   [[nodiscard]] PlexoMeasure GetRawScore(PlexoIndex activity, PlexoIndex objective = 0) const;
   [[nodiscard]] PlexoMeasure GetMinScore(PlexoIndex activity, PlexoIndex objective = 0) const;
   [[nodiscard]] PlexoMeasure GetMaxScore(PlexoIndex activity, PlexoIndex objective = 0) const;
+  /// The children of a cluster that are selected for this learner, in their order for this learner.
+  [[nodiscard]] std::span<const PlexoIndex> GetAvailableChildren(PlexoIndex cluster) const;
   [[nodiscard]] bool IsAttempted(PlexoIndex activity) const;
   [[nodiscard]] bool IsAttemptLimitExceeded(PlexoIndex activity) const;
 
  private:
-  [[nodiscard]] const PlexoObjectiveState* FindLocal(PlexoIndex activity, PlexoIndex objective) const;
+  [[nodiscard]] const PlexoObjectiveState* FindLocal(PlexoIndex activity, PlexoIndex objective,
+                                                     bool isProgress) const;
   /// The global objective that a value of an objective is read from; null without one.
   [[nodiscard]] const PlexoObjectiveState* FindRead(PlexoIndex activity, PlexoIndex objective,
                                                     PlexoSharedValue value) const;

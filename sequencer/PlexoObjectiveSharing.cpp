@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sequencer/PlexoObjectiveSharing.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/// Writes one value of an objective to the global ones that its maps name.
+template <auto Member>
+void WriteValue(PlexoSequencingRun& run, const PlexoObjectiveDefinition& rules, PlexoObjectiveState& local,
+                PlexoSharedValue value) {
+  const std::uint8_t bit = PlexoMapInfo::Bit(value);
+  const bool isKnown = (local.*Member).IsKnown();
+  if (!isKnown && (local.shared & bit) == 0) return;
+  bool isWritten = false;
+  for (const PlexoMapInfo& map : rules.maps) {
+    if (!map.Writes(value)) continue;
+    isWritten = true;
+    if (run.state.globals[map.global].*Member == local.*Member) continue;
+    run.state.globals[map.global].*Member = local.*Member;
+    run.changedGlobals.push_back(map.global);
+    ++run.changes;
+  }
+  local.shared = static_cast<std::uint8_t>(isWritten && isKnown ? local.shared | bit : local.shared & ~bit);
+}
+
+}  // namespace
+
+void PlexoObjectiveSharing::Write(PlexoSequencingRun& run, PlexoIndex activity) {
+  const PlexoActivityNode& node = run.definition.Get(activity);
+  for (std::size_t at = 0; at < node.rules.objectives.size(); ++at) {
+    const PlexoObjectiveDefinition& rules = node.rules.objectives[at];
+    if (rules.maps.empty()) continue;
+    PlexoObjectiveState& local = run.state.objectives[node.firstObjective + at];
+    WriteValue<&PlexoObjectiveState::satisfied>(run, rules, local, PlexoSharedValue::SatisfiedStatus);
+    WriteValue<&PlexoObjectiveState::measure>(run, rules, local, PlexoSharedValue::NormalizedMeasure);
+    WriteValue<&PlexoObjectiveState::rawScore>(run, rules, local, PlexoSharedValue::RawScore);
+    WriteValue<&PlexoObjectiveState::minScore>(run, rules, local, PlexoSharedValue::MinScore);
+    WriteValue<&PlexoObjectiveState::maxScore>(run, rules, local, PlexoSharedValue::MaxScore);
+    WriteValue<&PlexoObjectiveState::completed>(run, rules, local, PlexoSharedValue::CompletionStatus);
+    WriteValue<&PlexoObjectiveState::progress>(run, rules, local, PlexoSharedValue::ProgressMeasure);
+  }
+}
+
+void PlexoObjectiveSharing::ForgetAttempt(PlexoSequencingRun& run, PlexoIndex activity) {
+  const PlexoActivityNode& node = run.definition.Get(activity);
+  const auto first = run.state.objectives.begin() + node.firstObjective;
+  std::fill_n(first, node.rules.objectives.size(), PlexoObjectiveState());
+}
+
+void PlexoObjectiveSharing::BeginChildrenAnew(PlexoSequencingRun& run, PlexoIndex activity) {
+  if (activity == 0 && !run.definition.AreGlobalsForSystem())
+    std::fill(run.state.globals.begin(), run.state.globals.end(), PlexoObjectiveState());
+  // Parents come before their children, so one pass carries the marks down: a mark goes on below an activity
+  // that got it in this pass.
+  const PlexoIndex end = run.definition.Get(activity).subtreeEnd;
+  std::vector<bool> isObjectiveMarked(end - activity);
+  std::vector<bool> isProgressMarked(end - activity);
+  isObjectiveMarked[0] = isProgressMarked[0] = true;
+  for (PlexoIndex at = activity + 1; at < end; ++at) {
+    const PlexoIndex parent = run.GetParent(at);
+    const PlexoControlModes& controls = run.GetControls(parent);
+    if (controls.useCurrentAttemptObjectiveInfo && isObjectiveMarked[parent - activity])
+      run.At(at).areObjectivesStale = isObjectiveMarked[at - activity] = true;
+    if (controls.useCurrentAttemptProgressInfo && isProgressMarked[parent - activity])
+      run.At(at).isProgressStale = isProgressMarked[at - activity] = true;
+  }
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sequencer/PlexoSequencingRun.h"
+
+/// What activities share through global objectives, and what a new attempt forgets.
+class PlexoObjectiveSharing {
+ public:
+  /// Writes what an activity's objectives know through their write maps. A value that this attempt hasn't
+  /// known leaves the global one alone; one that it has known and that became unknown makes the global one
+  /// unknown too.
+  static void Write(PlexoSequencingRun& run, PlexoIndex activity);
+  /// A new attempt on an activity forgets its local information.
+  static void ForgetAttempt(PlexoSequencingRun& run, PlexoIndex activity);
+  /// A new attempt on a cluster: what its children recorded before it isn't used, where the cluster uses
+  /// information of its current attempt alone; likewise below clusters among them. On the root, global
+  /// objectives are forgotten that aren't for the system.
+  static void BeginChildrenAnew(PlexoSequencingRun& run, PlexoIndex activity);
+};

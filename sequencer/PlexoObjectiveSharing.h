@@ -12,6 +12,9 @@ class PlexoObjectiveSharing {
   static void Write(PlexoSequencingRun& run, PlexoIndex activity);
   /// A new attempt on an activity forgets its local information.
   static void ForgetAttempt(PlexoSequencingRun& run, PlexoIndex activity);
+  /// A cluster that is rolled up before it is attempted again: what it recorded in an earlier attempt on its
+  /// parent is gone, and what it records now counts.
+  static void ForgetStale(PlexoSequencingRun& run, PlexoIndex activity);
   /// A new attempt on a cluster: what its children recorded before it isn't used, where the cluster uses
   /// information of its current attempt alone; likewise below clusters among them. On the root, global
   /// objectives are forgotten that aren't for the system.

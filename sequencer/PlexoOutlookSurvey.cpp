@@ -32,19 +32,18 @@ PlexoOutlookSurvey::PlexoOutlookSurvey(const PlexoSequencingDefinition& course,
 
 PlexoOutlook PlexoOutlookSurvey::Make() {
   NoteWayUp();
-  const bool isEnded = EndCurrent();
+  isEnded = EndCurrent();
   current = outlook.seen.current;
-  outlook.choices.resize(run.definition.GetCount());
   if (isEnded) {
     nodes.resize(run.definition.GetCount());
     NoteSiblings();
     WalkDown();
     WalkFlowsBack();
   }
-  for (PlexoIndex target = 0; target < outlook.choices.size(); ++target)
-    outlook.choices[target] = isEnded ? Judge(target) : failedEnd;
-  outlook.onContinue = isEnded ? Step(PlexoNavigation::Continue) : failedEnd;
-  outlook.onPrevious = isEnded ? Step(PlexoNavigation::Previous) : failedEnd;
+  for (PlexoIndex target = 0; target < run.definition.GetCount(); ++target)
+    outlook.choices.push_back(Judge(target));
+  outlook.onContinue = Step(PlexoNavigation::Continue);
+  outlook.onPrevious = Step(PlexoNavigation::Previous);
   return std::move(outlook);
 }
 
@@ -150,8 +149,8 @@ void PlexoOutlookSurvey::WalkFlowsBack() {
     if (!run.GetControls(parent).flow) {
       node.flow = Refuse(Code::SB_2_2_1, Kind::FlowOff, parent);
     } else if (PlexoUtilityProcesses::FindRule(run, activity, {PlexoRuleAction::Skip}) != kPlexoNone) {
-      node.flow =
-          node.after != kPlexoNone ? nodes[node.after].flow : Refuse(Code::None, Kind::EndOfCourse, 0);
+      node.flow = node.after != kPlexoNone ? nodes[node.after].flow
+                                           : Refuse(Code::None, Kind::EndOfCourse, kPlexoNone);
     } else if (!PlexoUtilityProcesses::IsAllowed(run, activity, Code::SB_2_2_2)) {
       node.flow = GetRefusal();
     } else if (run.IsLeaf(activity)) {
@@ -165,12 +164,15 @@ void PlexoOutlookSurvey::WalkFlowsBack() {
 PlexoProspect PlexoOutlookSurvey::GetFlowInto(PlexoIndex cluster) const {
   const PlexoIndex first = run.GetFirst(cluster);
   if (first != kPlexoNone) return nodes[first].flow;
-  return run.IsLastInTree(cluster) ? Refuse(Code::None, Kind::EndOfCourse, cluster)
+  return run.IsLastInTree(cluster) ? Refuse(Code::None, Kind::EndOfCourse, kPlexoNone)
                                    : Refuse(Code::SB_2_1_2, Kind::NoChildren, cluster);
 }
 
 PlexoProspect PlexoOutlookSurvey::Judge(PlexoIndex target) const {
-  if (const PlexoProspect obstacle = FindObstacle(target); IsObstacle(obstacle)) return obstacle;
+  if (const PlexoProspect obstacle = FindNavigationObstacle(target); IsObstacle(obstacle)) return obstacle;
+  if (!isEnded) return failedEnd;
+  if (IsObstacle(nodes[target].path)) return nodes[target].path;
+  if (const PlexoProspect obstacle = FindObstacleByPlace(target); IsObstacle(obstacle)) return obstacle;
   PlexoIndex delivered = target;
   if (!run.IsLeaf(target)) {
     const PlexoProspect flow = GetFlowInto(target);
@@ -181,16 +183,13 @@ PlexoProspect PlexoOutlookSurvey::Judge(PlexoIndex target) const {
   return {Code::None, {}, delivered};
 }
 
-/// In the order of the navigation request process, then of the choice sequencing request process.
-PlexoProspect PlexoOutlookSurvey::FindObstacle(PlexoIndex target) const {
+PlexoProspect PlexoOutlookSurvey::FindNavigationObstacle(PlexoIndex target) const {
   const PlexoIndex parent = run.GetParent(target);
   if (parent != kPlexoNone && !run.GetControls(parent).choice)
     return Refuse(Code::NB_2_1_10, Kind::ChoiceOff, parent);
   const bool leavesClosed = closedActive != kPlexoNone &&
                             (closedActive == original.current || !run.definition.Holds(closedActive, target));
-  if (leavesClosed) return Refuse(Code::NB_2_1_8, Kind::ChoiceExitOff, closedActive);
-  if (IsObstacle(nodes[target].path)) return nodes[target].path;
-  return FindObstacleByPlace(target);
+  return leavesClosed ? Refuse(Code::NB_2_1_8, Kind::ChoiceExitOff, closedActive) : PlexoProspect();
 }
 
 PlexoProspect PlexoOutlookSurvey::FindObstacleByPlace(PlexoIndex target) const {
@@ -229,6 +228,7 @@ PlexoProspect PlexoOutlookSurvey::Step(PlexoNavigation kind) const {
   PlexoSequencingRun planning(run.definition, before, nullptr);
   const PlexoNavigationPlan plan = PlexoNavigationProcesses::Plan(planning, {kind});
   if (!plan.isValid) return {planning.exception, planning.reason};
+  if (!isEnded) return failedEnd;
   PlexoSequencingState after = outlook.seen;
   PlexoSequencingRun stepping(run.definition, after, nullptr);
   const PlexoIndex delivery =

@@ -45,7 +45,8 @@ class PlexoOutlookSurvey {
   void WalkFlowsBack();
   [[nodiscard]] PlexoProspect GetFlowInto(PlexoIndex cluster) const;
   [[nodiscard]] PlexoProspect Judge(PlexoIndex target) const;
-  [[nodiscard]] PlexoProspect FindObstacle(PlexoIndex target) const;
+  /// What the navigation request process says, before anything ends.
+  [[nodiscard]] PlexoProspect FindNavigationObstacle(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindObstacleByPlace(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindConstraint(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect Step(PlexoNavigation kind) const;
@@ -58,6 +59,7 @@ class PlexoOutlookSurvey {
   std::vector<PlexoIndex> visited;
   /// The current activity after the end of its attempt; kPlexoNone outside a session.
   PlexoIndex current = kPlexoNone;
+  bool isEnded = false;
   PlexoProspect failedEnd;
   /// The lowest activities on the way up from the current one that can't be left: the first before its
   /// attempt ends because it is active, the second at any time; and the lowest that constrains choice.

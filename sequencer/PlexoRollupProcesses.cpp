@@ -121,6 +121,7 @@ void RollUpActivity(PlexoSequencingRun& run, PlexoIndex activity) {
   run.Begin(PlexoProcess::OverallRollup, activity);
   PlexoObjectiveState& primary = run.state.objectives[run.definition.Get(activity).firstObjective];
   const PlexoObjectiveState before = primary;
+  PlexoObjectiveSharing::ForgetStale(run, activity);
   if (!run.IsLeaf(activity)) {
     primary.measure = RollUpMeasure(run, activity);
     if (run.definition.GetEdition() == PlexoSequencingEdition::Fourth)

@@ -18,7 +18,7 @@ std::shared_ptr<const PlexoSequencingDefinition> MakeCourse(std::size_t scos) {
 
 }  // namespace
 
-TEST(PlexoStateFormat, TakesFourBytesAnActivityOfACourseWithScores) {
+TEST(PlexoStateFormat, TakesNineBytesAtMostForAScoWithAScore) {
   const PlexoSequencer sequencer(MakeCourse(200));
   PlexoSequencingState state = sequencer.NewState();
   const auto& course = sequencer.GetDefinition();

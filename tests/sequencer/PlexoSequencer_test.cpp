@@ -41,14 +41,15 @@ TEST(PlexoSequencer, TracesTheProcessesThatARequestPassesAndWhatCameOfThem) {
       CourseText::Parse({"root flow", "  a", "    | skip if always", "  b", "    | retry if always", "  c",
                          "    | disabled if always"}));
   PlexoSequencingState state = sequencer.NewState();
+  const PlexoSequencer* asked = &sequencer;
   const auto ask = [&](const PlexoNavigationRequest& request) {
     PlexoSequencingTrace trace;
-    sequencer.Request(state, request, &trace);
+    asked->Request(state, request, &trace);
     std::string text;
     for (const PlexoTraceStep& step : trace.GetSteps()) {
       text += PlexoSequencingTrace::GetNumber(step.process);
       if (step.activity != kPlexoNone)
-        text += "/" + sequencer.GetDefinition().GetRules(step.activity).identifier;
+        text += "/" + asked->GetDefinition().GetRules(step.activity).identifier;
       if (step.rule != kPlexoNone) text += "#" + std::to_string(step.rule);
       if (step.exception != PlexoSequencingException::None)
         text += "!" + std::string(PlexoExceptionText::GetCode(step.exception));
@@ -57,7 +58,7 @@ TEST(PlexoSequencer, TracesTheProcessesThatARequestPassesAndWhatCameOfThem) {
     return text;
   };
   EXPECT_EQ(ask({PlexoNavigation::Choice, 3}),
-            "OP.1 NB.2.1 SB.2.12 SB.2.9/c SB.2.4/root DB.1.1/c#0!DB.1.1-3 UP.5/root UP.5/c UP.2/c#0 ");
+            "OP.1 NB.2.1 SB.2.12 SB.2.9/c SB.2.4/root DB.1.1/c!DB.1.1-3 UP.5/root UP.5/c UP.2/c#0 ");
   EXPECT_EQ(
       ask({PlexoNavigation::Start}),
       "OP.1 NB.2.1 SB.2.5 SB.2.3/root SB.2.1/root SB.2.2/a#0 UP.2/a#0 SB.2.1/a SB.2.2/b UP.5/b DB.1.1/b "
@@ -68,6 +69,14 @@ TEST(PlexoSequencer, TracesTheProcessesThatARequestPassesAndWhatCameOfThem) {
       "OP.1 NB.2.1/b TB.2.3/b UP.4/b RB.1.5/b RB.1.5/root RB.1.1/root RB.1.2.b/root RB.1.4/root RB.1.4/root "
       "RB.1.3.b/root RB.1.4/root RB.1.4/root TB.2.1/b TB.2.2/b#0 UP.2/b#0 SB.2.10/b DB.1.1/b UP.5/root "
       "UP.5/b DB.2/b UP.3/b ");
+
+  const PlexoSequencer closed(CourseText::Parse(
+      {"root flow", "  a", "    | disabled if always", "    | hiddenFromChoice if always"}));
+  asked = &closed;
+  state = closed.NewState();
+  EXPECT_EQ(ask({PlexoNavigation::Start}),
+            "OP.1 NB.2.1 SB.2.5!SB.2.2-2 SB.2.3/root SB.2.1/root SB.2.2/a#0!SB.2.2-2 UP.5/a UP.2/a#0 ");
+  EXPECT_EQ(ask({PlexoNavigation::Choice, 1}), "OP.1 NB.2.1 SB.2.12!SB.2.9-3 SB.2.9/a!SB.2.9-3 UP.2/a#1 ");
   EXPECT_EQ(PlexoSequencingTrace::GetName(PlexoProcess::CheckActivity), "Check Activity Process");
 }
 

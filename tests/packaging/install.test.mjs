@@ -49,7 +49,7 @@ test('the installed command line builds a course with the schema documents besid
   cpSync(path.join(example, 'forced.yaml'), path.join(scratch, 'forced.yaml'));
   const plexo = path.join(installed, 'bin/plexo');
   run(plexo, 'build', 'forced.yaml', '-o', 'course.zip');
-  assert.match(run(plexo, 'check', 'course.zip'), /nothing found/);
+  assert.doesNotMatch(run(plexo, 'check', 'course.zip'), /^(error|warning) /m);
 });
 
 test('the translations lie where the programs look for them', () => {

@@ -182,10 +182,13 @@ void PlayCommand::PrintAnswer(const PlayLine& line, const PlayAnswer& answer) {
 }
 
 ExitStatus PlayCommand::Finish() {
-  const std::string failed = std::to_string(failedExpectations) + " of " + std::to_string(expectations);
-  if (!output.IsJson() && expectations > 0)
-    output.PrintLine(failedExpectations > 0 ? failed + " expectations failed"
-                                            : "all " + std::to_string(expectations) + " expectations hold");
+  const std::string count = std::to_string(expectations);
+  if (!output.IsJson() && failedExpectations > 0) {
+    output.PrintLine(std::to_string(failedExpectations) + " of " + count +
+                     (expectations > 1 ? " expectations failed" : " expectation failed"));
+  } else if (!output.IsJson() && expectations > 0) {
+    output.PrintLine(expectations > 1 ? "all " + count + " expectations hold" : "the expectation holds");
+  }
   return failedExpectations > 0 ? ExitStatus::Findings : ExitStatus::Done;
 }
 

@@ -20,7 +20,7 @@ struct PlexoStepTaken {
 PlexoStepTaken StepForward(PlexoSequencingRun& run, PlexoIndex activity, bool considersChildren) {
   while (true) {
     if (run.IsLastInTree(activity) || (activity == 0 && !considersChildren)) {
-      run.Refuse(Code::None, PlexoReasonKind::EndOfCourse, activity);
+      run.Refuse(Code::None, PlexoReasonKind::EndOfCourse, kPlexoNone);
       PlexoUtilityProcesses::TerminateDescendentAttempts(run, 0);
       return {kPlexoNone, PlexoDirection::Forward, true};
     }

@@ -2,6 +2,7 @@
 #include "sequencer/PlexoObjectiveSharing.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace {
@@ -23,6 +24,20 @@ void WriteValue(PlexoSequencingRun& run, const PlexoObjectiveDefinition& rules, 
     ++run.changes;
   }
   local.shared = static_cast<std::uint8_t>(isWritten && isKnown ? local.shared | bit : local.shared & ~bit);
+}
+
+struct PlexoStaleMarks {
+  bool objectives = false;
+  bool progress = false;
+  bool isBegun = false;
+};
+
+/// An activity that knows nothing has nothing to set aside, and takes no room in a stored state.
+bool HasRecorded(const PlexoSequencingRun& run, PlexoIndex activity) {
+  const PlexoActivityNode& node = run.definition.Get(activity);
+  const auto first = run.state.objectives.begin() + node.firstObjective;
+  return std::any_of(first, first + static_cast<std::ptrdiff_t>(node.rules.objectives.size()),
+                     [](const PlexoObjectiveState& state) { return state != PlexoObjectiveState(); });
 }
 
 }  // namespace
@@ -49,21 +64,46 @@ void PlexoObjectiveSharing::ForgetAttempt(PlexoSequencingRun& run, PlexoIndex ac
   std::fill_n(first, node.rules.objectives.size(), PlexoObjectiveState());
 }
 
-void PlexoObjectiveSharing::BeginChildrenAnew(PlexoSequencingRun& run, PlexoIndex activity) {
-  if (activity == 0 && !run.definition.AreGlobalsForSystem())
+void PlexoObjectiveSharing::ForgetStale(PlexoSequencingRun& run, PlexoIndex activity) {
+  PlexoActivityState& at = run.At(activity);
+  PlexoObjectiveState& primary = run.state.objectives[run.definition.Get(activity).firstObjective];
+  const auto forget = [&primary](PlexoSharedValue value) {
+    primary.shared = static_cast<std::uint8_t>(primary.shared & ~PlexoMapInfo::Bit(value));
+  };
+  if (at.areObjectivesStale) {
+    forget(PlexoSharedValue::SatisfiedStatus);
+    forget(PlexoSharedValue::NormalizedMeasure);
+    primary.satisfied = PlexoTruth::Unknown();
+    primary.measure = PlexoMeasure::Unknown();
+  }
+  if (at.isProgressStale) {
+    forget(PlexoSharedValue::CompletionStatus);
+    forget(PlexoSharedValue::ProgressMeasure);
+    primary.completed = PlexoTruth::Unknown();
+    primary.progress = PlexoMeasure::Unknown();
+  }
+  at.areObjectivesStale = at.isProgressStale = false;
+}
+
+void PlexoObjectiveSharing::BeginChildrenAnew(PlexoSequencingRun& run, std::span<const PlexoIndex> begun) {
+  if (begun.empty()) return;
+  const PlexoIndex first = begun.front();
+  if (first == 0 && !run.definition.AreGlobalsForSystem())
     std::fill(run.state.globals.begin(), run.state.globals.end(), PlexoObjectiveState());
   // Parents come before their children, so one pass carries the marks down: a mark goes on below an activity
-  // that got it in this pass.
-  const PlexoIndex end = run.definition.Get(activity).subtreeEnd;
-  std::vector<bool> isObjectiveMarked(end - activity);
-  std::vector<bool> isProgressMarked(end - activity);
-  isObjectiveMarked[0] = isProgressMarked[0] = true;
-  for (PlexoIndex at = activity + 1; at < end; ++at) {
+  // that begins anew, and below one that got it in this pass.
+  const PlexoIndex end = run.definition.Get(first).subtreeEnd;
+  std::vector<PlexoStaleMarks> marks(end - first);
+  for (const PlexoIndex at : begun) marks[at - first] = {true, true, true};
+  for (PlexoIndex at = first + 1; at < end; ++at) {
     const PlexoIndex parent = run.GetParent(at);
     const PlexoControlModes& controls = run.GetControls(parent);
-    if (controls.useCurrentAttemptObjectiveInfo && isObjectiveMarked[parent - activity])
-      run.At(at).areObjectivesStale = isObjectiveMarked[at - activity] = true;
-    if (controls.useCurrentAttemptProgressInfo && isProgressMarked[parent - activity])
-      run.At(at).isProgressStale = isProgressMarked[at - activity] = true;
+    PlexoStaleMarks& mark = marks[at - first];
+    if (mark.isBegun) continue;
+    mark.objectives = controls.useCurrentAttemptObjectiveInfo && marks[parent - first].objectives;
+    mark.progress = controls.useCurrentAttemptProgressInfo && marks[parent - first].progress;
+    if (!HasRecorded(run, at)) continue;
+    if (mark.objectives) run.At(at).areObjectivesStale = true;
+    if (mark.progress) run.At(at).isProgressStale = true;
   }
 }

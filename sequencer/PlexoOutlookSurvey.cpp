@@ -32,19 +32,22 @@ PlexoOutlookSurvey::PlexoOutlookSurvey(const PlexoSequencingDefinition& course,
 
 PlexoOutlook PlexoOutlookSurvey::Make() {
   NoteWayUp();
-  const bool isEnded = EndCurrent();
+  const auto planContinue = PlexoNavigationProcesses::Plan(run, {PlexoNavigation::Continue});
+  const PlexoProspect noContinue = GetRefusal();
+  const auto planPrevious = PlexoNavigationProcesses::Plan(run, {PlexoNavigation::Previous});
+  const PlexoProspect noPrevious = GetRefusal();
+  isEnded = EndCurrent();
   current = outlook.seen.current;
-  outlook.choices.resize(run.definition.GetCount());
   if (isEnded) {
     nodes.resize(run.definition.GetCount());
     NoteSiblings();
     WalkDown();
     WalkFlowsBack();
   }
-  for (PlexoIndex target = 0; target < outlook.choices.size(); ++target)
-    outlook.choices[target] = isEnded ? Judge(target) : failedEnd;
-  outlook.onContinue = isEnded ? Step(PlexoNavigation::Continue) : failedEnd;
-  outlook.onPrevious = isEnded ? Step(PlexoNavigation::Previous) : failedEnd;
+  for (PlexoIndex target = 0; target < run.definition.GetCount(); ++target)
+    outlook.choices.push_back(Judge(target));
+  outlook.onContinue = Step(planContinue, noContinue);
+  outlook.onPrevious = Step(planPrevious, noPrevious);
   return std::move(outlook);
 }
 
@@ -150,8 +153,8 @@ void PlexoOutlookSurvey::WalkFlowsBack() {
     if (!run.GetControls(parent).flow) {
       node.flow = Refuse(Code::SB_2_2_1, Kind::FlowOff, parent);
     } else if (PlexoUtilityProcesses::FindRule(run, activity, {PlexoRuleAction::Skip}) != kPlexoNone) {
-      node.flow =
-          node.after != kPlexoNone ? nodes[node.after].flow : Refuse(Code::None, Kind::EndOfCourse, 0);
+      node.flow = node.after != kPlexoNone ? nodes[node.after].flow
+                                           : Refuse(Code::None, Kind::EndOfCourse, kPlexoNone);
     } else if (!PlexoUtilityProcesses::IsAllowed(run, activity, Code::SB_2_2_2)) {
       node.flow = GetRefusal();
     } else if (run.IsLeaf(activity)) {
@@ -165,12 +168,15 @@ void PlexoOutlookSurvey::WalkFlowsBack() {
 PlexoProspect PlexoOutlookSurvey::GetFlowInto(PlexoIndex cluster) const {
   const PlexoIndex first = run.GetFirst(cluster);
   if (first != kPlexoNone) return nodes[first].flow;
-  return run.IsLastInTree(cluster) ? Refuse(Code::None, Kind::EndOfCourse, cluster)
+  return run.IsLastInTree(cluster) ? Refuse(Code::None, Kind::EndOfCourse, kPlexoNone)
                                    : Refuse(Code::SB_2_1_2, Kind::NoChildren, cluster);
 }
 
 PlexoProspect PlexoOutlookSurvey::Judge(PlexoIndex target) const {
-  if (const PlexoProspect obstacle = FindObstacle(target); IsObstacle(obstacle)) return obstacle;
+  if (const PlexoProspect obstacle = FindNavigationObstacle(target); IsObstacle(obstacle)) return obstacle;
+  if (!isEnded) return failedEnd;
+  if (IsObstacle(nodes[target].path)) return nodes[target].path;
+  if (const PlexoProspect obstacle = FindObstacleByPlace(target); IsObstacle(obstacle)) return obstacle;
   PlexoIndex delivered = target;
   if (!run.IsLeaf(target)) {
     const PlexoProspect flow = GetFlowInto(target);
@@ -181,16 +187,13 @@ PlexoProspect PlexoOutlookSurvey::Judge(PlexoIndex target) const {
   return {Code::None, {}, delivered};
 }
 
-/// In the order of the navigation request process, then of the choice sequencing request process.
-PlexoProspect PlexoOutlookSurvey::FindObstacle(PlexoIndex target) const {
+PlexoProspect PlexoOutlookSurvey::FindNavigationObstacle(PlexoIndex target) const {
   const PlexoIndex parent = run.GetParent(target);
   if (parent != kPlexoNone && !run.GetControls(parent).choice)
     return Refuse(Code::NB_2_1_10, Kind::ChoiceOff, parent);
   const bool leavesClosed = closedActive != kPlexoNone &&
                             (closedActive == original.current || !run.definition.Holds(closedActive, target));
-  if (leavesClosed) return Refuse(Code::NB_2_1_8, Kind::ChoiceExitOff, closedActive);
-  if (IsObstacle(nodes[target].path)) return nodes[target].path;
-  return FindObstacleByPlace(target);
+  return leavesClosed ? Refuse(Code::NB_2_1_8, Kind::ChoiceExitOff, closedActive) : PlexoProspect();
 }
 
 PlexoProspect PlexoOutlookSurvey::FindObstacleByPlace(PlexoIndex target) const {
@@ -223,12 +226,10 @@ PlexoProspect PlexoOutlookSurvey::FindConstraint(PlexoIndex target) const {
   return Refuse(Code::SB_2_9_8, Kind::ChoiceConstrained, constrained);
 }
 
-/// Continue or Previous from the state after the end of the attempt.
-PlexoProspect PlexoOutlookSurvey::Step(PlexoNavigation kind) const {
-  PlexoSequencingState before = original;
-  PlexoSequencingRun planning(run.definition, before, nullptr);
-  const PlexoNavigationPlan plan = PlexoNavigationProcesses::Plan(planning, {kind});
-  if (!plan.isValid) return {planning.exception, planning.reason};
+/// Continue or Previous, planned before the end of the attempt and taken after it.
+PlexoProspect PlexoOutlookSurvey::Step(const PlexoNavigationPlan& plan, const PlexoProspect& refusal) const {
+  if (!plan.isValid) return refusal;
+  if (!isEnded) return failedEnd;
   PlexoSequencingState after = outlook.seen;
   PlexoSequencingRun stepping(run.definition, after, nullptr);
   const PlexoIndex delivery =

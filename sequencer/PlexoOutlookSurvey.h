@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "sequencer/PlexoNavigationProcesses.h"
 #include "sequencer/PlexoOutlook.h"
 #include "sequencer/PlexoSequencingRun.h"
 
@@ -45,10 +46,11 @@ class PlexoOutlookSurvey {
   void WalkFlowsBack();
   [[nodiscard]] PlexoProspect GetFlowInto(PlexoIndex cluster) const;
   [[nodiscard]] PlexoProspect Judge(PlexoIndex target) const;
-  [[nodiscard]] PlexoProspect FindObstacle(PlexoIndex target) const;
+  /// What the navigation request process says, before anything ends.
+  [[nodiscard]] PlexoProspect FindNavigationObstacle(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindObstacleByPlace(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindConstraint(PlexoIndex target) const;
-  [[nodiscard]] PlexoProspect Step(PlexoNavigation kind) const;
+  [[nodiscard]] PlexoProspect Step(const PlexoNavigationPlan& plan, const PlexoProspect& refusal) const;
   [[nodiscard]] PlexoProspect GetRefusal() const { return {run.exception, run.reason}; }
 
   const PlexoSequencingState& original;
@@ -58,6 +60,7 @@ class PlexoOutlookSurvey {
   std::vector<PlexoIndex> visited;
   /// The current activity after the end of its attempt; kPlexoNone outside a session.
   PlexoIndex current = kPlexoNone;
+  bool isEnded = false;
   PlexoProspect failedEnd;
   /// The lowest activities on the way up from the current one that can't be left: the first before its
   /// attempt ends because it is active, the second at any time; and the lowest that constrains choice.

@@ -14,7 +14,7 @@ export function makeRandom(seed) {
 }
 
 const leafActions = ["skip", "disabled", "hiddenFromChoice", "stopForwardTraversal"];
-const clusterActions = ["skip", "hiddenFromChoice"];
+const clusterActions = ["hiddenFromChoice"];
 const postActions = ["exitParent", "exitAll", "retry", "retryAll", "continue", "previous"];
 const leafConditions = ["satisfied", "objectiveStatusKnown", "completed", "attempted", "attemptLimitExceeded"];
 

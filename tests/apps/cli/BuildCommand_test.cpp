@@ -156,9 +156,11 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"build", "course.yaml", "-o", std::string(252, 'x') + ".zip"},
        std::string(252, 'x') + ".zip: the package's name is longer than 255 bytes\n"},
       {{"bild"},
-       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
+       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect, play\n  'plexo --help' tells "
+       "more\n"},
       {{"bild", "--help"},
-       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
+       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect, play\n  'plexo --help' tells "
+       "more\n"},
       {{"build", "course.yaml", "-o", "a\\b.zip"}, "a\\b.zip: the package's name can't hold a back-slash\n"},
       {{"build", "course.yaml", "-o", "no/x.zip"}, "no/x.zip: the folder 'no' doesn't exist\n"},
       {{"build", "course.yaml", "-o", "file/x.zip"}, "file/x.zip: the folder 'file' isn't a folder\n"},
@@ -169,9 +171,10 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
       {{"inspect", "x.zip", "--scorm", "1.3"}, "--scorm: '1.3' must be 1.2 or 2004\n"},
       {{"inspect", "none.zip"}, "none.zip: doesn't exist\n"},
       {{},
-       "plexo: a command is missing; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
+       "plexo: a command is missing; allowed: adopt, build, check, inspect, play\n  'plexo --help' tells "
+       "more\n"},
       {{"--bogus"},
-       "plexo: unknown option '--bogus'; first comes a command: adopt, build, check, inspect\n"
+       "plexo: unknown option '--bogus'; first comes a command: adopt, build, check, inspect, play\n"
        "  'plexo --help' tells more\n"},
   };
   for (const auto& [arguments, err] : cases) {

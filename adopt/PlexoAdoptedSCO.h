@@ -14,6 +14,10 @@ struct PlexoLaunchData {
   std::string dataFromLms;
   std::string scaledPassingScore;
   std::string completionThreshold;
+  /// The objectiveIDs that an LMS of SCORM 2004 lists before the content asks: the primary objective's, and
+  /// those of the others, separated by blanks.
+  std::string primaryObjective;
+  std::string objectives;
 
   bool operator==(const PlexoLaunchData& other) const = default;
 };
@@ -38,6 +42,9 @@ struct PlexoAdoptedSCO {
   /// Null if it has no metadata file.
   const TzZipEntry* metadata = nullptr;
 
-  /// It is launched through a page of ours, which translates between content and LMS.
-  [[nodiscard]] bool HasLaunchPage() const { return contentEdition != courseEdition || completionPasses; }
+  /// It is launched through our launch page, which translates between content and LMS, lets completion pass,
+  /// and lists objectives of the content beside the primary one: a course has no place for them.
+  [[nodiscard]] bool HasLaunchPage() const {
+    return contentEdition != courseEdition || completionPasses || !data.objectives.empty();
+  }
 };

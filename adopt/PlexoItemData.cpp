@@ -15,6 +15,8 @@ using enum PlexoVocabulary;
 
 /// Longer values are none that an item can have.
 constexpr std::size_t kMostCharacters = 100;
+/// All ids of an item's objectives, in bytes. An LMS has to keep 100 objectives.
+constexpr std::size_t kMostObjectiveText = std::size_t{1} << 18U;
 
 /// An element of the ADL namespace, by its name in lower case: its spelling differs between the editions.
 const PlexoManifestElement* FindAdl(const PlexoManifestElement& item, std::string_view name) {
@@ -29,11 +31,41 @@ std::string GetAdlText(const PlexoManifestElement& item, std::string_view name) 
   return element != nullptr ? element->text : std::string();
 }
 
-const PlexoManifestElement* FindPrimaryObjective(const PlexoManifestElement& item) {
+const PlexoManifestElement* FindObjectives(const PlexoManifestElement& item) {
   const PlexoManifestElement* sequencing = item.Find(Sequencing, "sequencing");
-  const PlexoManifestElement* objectives =
-      sequencing != nullptr ? sequencing->Find(Sequencing, "objectives") : nullptr;
+  return sequencing != nullptr ? sequencing->Find(Sequencing, "objectives") : nullptr;
+}
+
+const PlexoManifestElement* FindPrimaryObjective(const PlexoManifestElement& item) {
+  const PlexoManifestElement* objectives = FindObjectives(item);
   return objectives != nullptr ? objectives->Find(Sequencing, "primaryObjective") : nullptr;
+}
+
+/// It is an address (IMS Simple Sequencing 1.0, anyURI).
+bool IsObjectiveID(const std::string& objective) {
+  return PlexoLaunchAddress::ProtectSuffix(objective) == objective;
+}
+
+/// The objectives beside the primary one, of which an id is required.
+std::string ReadOtherObjectives(const PlexoLaunchable& launchable, PlexoAdoptFindings& findings) {
+  const PlexoManifestElement* objectives = FindObjectives(*launchable.item);
+  if (objectives == nullptr) return {};
+  std::string list;
+  for (const PlexoManifestElement* element : objectives->FindAll(Sequencing, "objective")) {
+    const std::string objective = element->GetValue("objectiveID");
+    if (objective.empty()) continue;
+    if (!IsObjectiveID(objective)) {
+      findings.Add(LaunchDataDropped, {launchable.GetIdentifier(), "objective", objective, "2004"});
+      continue;
+    }
+    if (list.size() + objective.size() > kMostObjectiveText) {
+      findings.Add(LimitDropped,
+                   {launchable.GetIdentifier(), "list of objectives beginning with", objective});
+      break;
+    }
+    list += (list.empty() ? "" : " ") + objective;
+  }
+  return list;
 }
 
 bool IsTrue(const std::string& value) { return value == "true" || value == "1"; }
@@ -68,7 +100,7 @@ bool IsTimeLimitAction(std::string_view text) {
          text == "continue,no message";
 }
 
-/// True for sequencing that says more than the name of the primary objective.
+/// True for sequencing that says more than the names of objectives.
 bool IsSequenced(const PlexoManifestElement& element) {
   const PlexoManifestElement* sequencing = element.Find(Sequencing, "sequencing");
   if (sequencing == nullptr) return false;
@@ -76,8 +108,7 @@ bool IsSequenced(const PlexoManifestElement& element) {
   for (const PlexoManifestElement* part : sequencing->children) {
     if (!part->Is(Sequencing, "objectives")) return true;
     for (const PlexoManifestElement* objective : part->children) {
-      if (objective->name != "primaryObjective" || !objective->children.empty() ||
-          objective->GetAttribute("satisfiedByMeasure") != nullptr) {
+      if (!objective->children.empty() || objective->GetAttribute("satisfiedByMeasure") != nullptr) {
         return true;
       }
     }
@@ -123,8 +154,7 @@ std::string PlexoItemData::ReadObjective(const PlexoLaunchable& launchable, Plex
   const PlexoManifestElement* element =
       launchable.item != nullptr ? FindPrimaryObjective(*launchable.item) : nullptr;
   std::string objective = element != nullptr ? element->GetValue("objectiveID") : std::string();
-  // It is an address (IMS Simple Sequencing 1.0, anyURI).
-  if (PlexoLaunchAddress::ProtectSuffix(objective) == objective) return objective;
+  if (IsObjectiveID(objective)) return objective;
   findings.Add(LaunchDataDropped, {launchable.GetIdentifier(), "objective", objective, "2004"});
   return {};
 }
@@ -140,6 +170,7 @@ PlexoLaunchData PlexoItemData::ReadLaunchData(const PlexoLaunchable& launchable,
   data.dataFromLms = GetAdlText(item, "datafromlms");
   data.scaledPassingScore = ReadPassingScore(item);
   data.completionThreshold = ReadCompletionThreshold(item);
+  if (edition == PlexoCourseEdition::Scorm2004) data.objectives = ReadOtherObjectives(launchable, findings);
 
   const auto drop = [&](std::string& value, const char* name) {
     findings.Add(LaunchDataDropped,
@@ -170,7 +201,7 @@ void PlexoItemData::DropWithoutPlace(PlexoAdoptedSCO& sco, PlexoAdoptFindings& f
       Limit{"completion threshold", &PlexoLaunchData::completionThreshold},
   };
   const bool is12 = sco.courseEdition == PlexoCourseEdition::Scorm12;
-  if (is12 && !sco.objective.empty()) {
+  if (is12 && sco.contentEdition == PlexoCourseEdition::Scorm12 && !sco.objective.empty()) {
     findings.Add(LimitDropped, {sco.item, "objective", sco.objective});
     sco.objective.clear();
   }

@@ -17,7 +17,7 @@ class PlexoItemData {
   static PlexoLaunchData ReadLaunchData(const PlexoLaunchable& launchable, PlexoCourseEdition edition,
                                         PlexoAdoptFindings& findings);
   /// Takes out what a course of the SCO's edition has no place for, each a finding: limits and thresholds,
-  /// unless a launch page hands them to the content, and an objective in SCORM 1.2.
+  /// unless a launch page hands them to the content, and an objective of SCORM 1.2 content in SCORM 1.2.
   static void DropWithoutPlace(PlexoAdoptedSCO& sco, PlexoAdoptFindings& findings);
   /// Adds what isn't kept of the items, their resources and what is around them: sequencing, prerequisites,
   /// metadata that stands in the manifest itself, and what they say about how an LMS shows them.

@@ -24,6 +24,8 @@ constexpr std::array kDataKeys = {
     DataKey{"dataFromLms", &PlexoLaunchData::dataFromLms},
     DataKey{"scaledPassingScore", &PlexoLaunchData::scaledPassingScore},
     DataKey{"completionThreshold", &PlexoLaunchData::completionThreshold},
+    DataKey{"primaryObjective", &PlexoLaunchData::primaryObjective},
+    DataKey{"objectives", &PlexoLaunchData::objectives},
 };
 
 void AppendUnit(char16_t unit, std::string& text) {

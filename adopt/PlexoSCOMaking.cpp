@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "adopt/PlexoSCOMaking.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "adopt/PlexoItemData.h"
@@ -24,9 +25,11 @@ PlexoAdoptedSCO PlexoSCOMaking::Make(const PlexoLaunchable& launchable, const Pl
   sco.completionPasses = task.request.completion == PlexoAdoptRequest::Completion::Passes ||
                          (settings && settings->completionPasses);
   sco.launch = MakeLaunchAddress(launchable);
-  sco.objective = PlexoItemData::ReadObjective(launchable, findings);
   sco.data =
       settings ? settings->data : PlexoItemData::ReadLaunchData(launchable, task.contentEdition, findings);
+  sco.objective = PlexoItemData::ReadObjective(launchable, findings);
+  if (sco.objective.empty()) sco.objective = sco.data.primaryObjective;
+  if (sco.contentEdition == PlexoCourseEdition::Scorm2004) sco.data.primaryObjective = sco.objective;
   sco.metadata = metadataFiles.Find(
       launchable, task.isOnly ? PlexoMetadataFiles::Scope::Package : PlexoMetadataFiles::Scope::Item,
       findings);
@@ -68,6 +71,12 @@ void PlexoSCOMaking::AddLaunchPageFindings(const PlexoAdoptedSCO& sco) {
     findings.AddReason(LaunchPageAdded, {sco.item, std::string(GetScormVersion(sco.contentEdition)),
                                          std::string(GetScormVersion(sco.courseEdition))});
   }
+  if (!sco.data.objectives.empty() && isNew) {
+    const std::string& names = sco.data.objectives;
+    const auto count = static_cast<std::size_t>(std::count(names.begin(), names.end(), ' ')) + 1;
+    findings.AddReason(ObjectivesPreset, {sco.item, PlexoAdoptFindings::DescribeNames(
+                                                        names.substr(0, names.find(' ')), count)});
+  }
   if (sco.completionPasses && (!settings || !settings->completionPasses)) {
     findings.AddReason(CompletionPasses, {sco.item});
   }
@@ -76,7 +85,7 @@ void PlexoSCOMaking::AddLaunchPageFindings(const PlexoAdoptedSCO& sco) {
 void PlexoSCOMaking::AddDoubts(const PlexoLaunchable& launchable, const PlexoScriptIndex& scripts,
                                const PlexoAdoptedSCO& sco) {
   PlexoScriptWords words = scripts.GetWordsOf(*launchable.resource, *launchable.page);
-  if (sco.HasLaunchPage()) words.Add(PlexoScriptWords::Translated);
+  if (sco.contentEdition != sco.courseEdition) words.Add(PlexoScriptWords::Translated);
   if (!sco.data.masteryScore.empty()) words.Add(PlexoScriptWords::MasteryScore);
   if (words.ReportsSuccess()) return;
   findings.Add(words.ReportsCompletion() ? CompletionMayNotPass : ReportsNothing, {sco.item});

@@ -141,6 +141,7 @@ enum class PlexoFindingId {
   CompletionPasses,
   CompletionMayNotPass,
   ReportsNothing,
+  ObjectivesPreset,
 
   Count
 };

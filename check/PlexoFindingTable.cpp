@@ -389,6 +389,9 @@ constexpr std::array kKinds = {
                      "what waits for it "
                      "never opens",
                      "let the content report, or don't force the order"},
+    PlexoFindingKind{ObjectivesPreset, "PLX-868", kWarning, "A launch page lists the content's objectives",
+                     "item '{0}': a course has no place for its objectives {1}, so a launch page lists them",
+                     "nothing to do"},
 };
 
 consteval bool IsInOrder() {

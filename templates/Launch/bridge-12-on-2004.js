@@ -4,7 +4,6 @@ const PlexoBridge12On2004 = (function () {
 
   const longestComment = 4000;      // of SCORM 2004
   const longestText = 4096;         // of SCORM 1.2
-  const longestDescription = 250;   // of SCORM 2004
 
   const sameElements = {
     'cmi.core.student_id': 'cmi.learner_id',
@@ -20,6 +19,7 @@ const PlexoBridge12On2004 = (function () {
     'cmi.student_preference.text': 'cmi.learner_preference.audio_captioning',
   };
   const scoreElements = ['cmi.core.score.raw', 'cmi.core.score.min', 'cmi.core.score.max'];
+  const statusElements = ['cmi.core.lesson_status', 'cmi.core.score.raw'];
 
   function statusIn12(completion, success) {
     if (completion === 'incomplete') return 'incomplete';
@@ -37,7 +37,7 @@ const PlexoBridge12On2004 = (function () {
   return class PlexoBridge12On2004 extends PlexoBridge {
     constructor(lms, settings) {
       super(PlexoModel12, lms, settings);
-      this.objectivePlaces = null;
+      this.objectives = null;
     }
 
     read(name) {
@@ -91,14 +91,12 @@ const PlexoBridge12On2004 = (function () {
       if (array === 'cmi.objectives') this.fillObjectives();
     }
 
-    // The LMS's list begins with the objectives of the course's manifest, which aren't the content's. Ours
-    // have a description.
     fillObjectives() {
-      for (let at = 0, n = 0; at < this.lms.count('cmi.objectives'); ++at) {
-        const from = `cmi.objectives.${at}`;
-        if (this.lms.get(`${from}.description`) === '') continue;
-        const to = `cmi.objectives.${n++}`;
-        this.record.put(`${to}.id`, PlexoInteractions.nameOfIdentifier(this.lms.get(`${from}.id`)));
+      this.objectives = new PlexoObjectivesOn2004(this.lms);
+      this.objectives.names.forEach((name, n) => {
+        const from = this.objectives.entryOf(name);
+        const to = `cmi.objectives.${n}`;
+        this.record.put(`${to}.id`, name);
         for (const part of ['raw', 'min', 'max']) {
           this.record.put(`${to}.score.${part}`, this.lms.get(`${from}.score.${part}`));
         }
@@ -106,10 +104,11 @@ const PlexoBridge12On2004 = (function () {
         const success = this.lms.get(`${from}.success_status`);
         const isSet = [completion, success].some((status) => status !== '' && status !== 'unknown');
         this.record.put(`${to}.status`, isSet ? statusIn12(completion, success) : '');
-      }
+      });
     }
 
     tellNow(name, value) {
+      if (name === 'cmi.suspend_data') this.warnOfLongData(value);
       if (name === 'cmi.comments') return this.tellComment(value);
       const preference = preferenceOf(name);
       if (preference) return this.tell(preference.of2004, PlexoBridge.decimal(preference.in2004(Number(value))));
@@ -138,16 +137,18 @@ const PlexoBridge12On2004 = (function () {
     }
 
     tellChanges() {
-      if (this.hasChanged(['cmi.core.lesson_status'])) this.tellStatus();
+      const hasStatus = this.set.has('cmi.core.lesson_status');
+      if (hasStatus && this.hasChanged(statusElements)) this.tellStatus(this.lessonStatus(false));
       if (this.hasChanged(scoreElements)) this.tellScore('cmi.core', 'cmi', this.tellResult);
-      this.changedEntries('cmi.objectives').forEach((n) => this.tellObjective(n));
+      this.tellObjectives();
       this.changedEntries('cmi.interactions').forEach((n) => this.tellInteraction(n));
+      this.tellTimeAndExit();
     }
 
     // The two statuses of 2004 always follow the one of 1.2, so that a result that the content takes back
     // is taken back.
-    tellStatus() {
-      const [completion, success] = PlexoBridge.statuses[this.record.peek('cmi.core.lesson_status')];
+    tellStatus(status) {
+      const [completion, success] = PlexoBridge.statuses[status];
       const reported = this.passing.reportedSuccess(completion, success);
       const known = () => /^(passed|failed)$/.test(this.lms.get('cmi.success_status'));
       this.tellResult('cmi.completion_status', completion);
@@ -159,40 +160,52 @@ const PlexoBridge12On2004 = (function () {
       if (raw !== '') tell.call(this, `${to}.score.raw`, raw);
       if (min !== '') tell.call(this, `${to}.score.min`, min);
       if (max !== '') tell.call(this, `${to}.score.max`, max);
-      if (raw === '') return;
-      tell.call(this, `${to}.score.scaled`, PlexoBridge.decimal(PlexoBridge.scaled(raw, min, max)));
+      if (raw !== '') {
+        tell.call(this, `${to}.score.scaled`, PlexoBridge.decimal(PlexoBridge.scaled(raw, min, max)));
+      } else if (this.changed.has(`${from}.score.raw`)) {
+        this.withdrawScore(to, tell);
+      }
     }
 
-    tellObjective(n) {
+    // In 2004 a score can't be unset: it becomes 0.
+    withdrawScore(to, tell) {
+      this.pending.delete(`${to}.score.raw`);
+      this.pending.delete(`${to}.score.scaled`);
+      if (this.lms.get(`${to}.score.raw`) === '') return;
+      this.warn(`${to}.score`, 'SCORM 2004 can\'t unset the score that the content has withdrawn: it becomes 0');
+      tell.call(this, `${to}.score.raw`, '0');
+      tell.call(this, `${to}.score.scaled`, '0');
+    }
+
+    tellObjectives() {
+      const changed = this.changedEntries('cmi.objectives');
+      if (changed.length === 0) return;
+      const tell = (element, value) => this.tellDetail(element, value);
+      const current = new Set();
+      for (let n = 0; n < this.record.count('cmi.objectives'); ++n) current.add(this.nameOfObjective(n));
+      for (const n of changed) {
+        const before = this.objectives.nameAt(n);
+        if (before === undefined || current.has(before)) continue;
+        this.objectives.withdraw(before, tell);
+        this.withdrawScore(this.objectives.entryOf(before), tell);
+      }
+      changed.forEach((n) => this.tellObjective(n, tell));
+    }
+
+    nameOfObjective(n) {
+      return this.record.peek(`cmi.objectives.${n}.id`) || `objective-${n}`;
+    }
+
+    tellObjective(n, tell) {
       const from = `cmi.objectives.${n}`;
-      const name = this.record.peek(`${from}.id`) || `objective-${n}`;
-      const to = this.placeOfObjective(name);
+      const to = this.objectives.add(n, this.nameOfObjective(n), tell);
       if (to === null) return;
       const status = this.record.peek(`${from}.status`);
       if (status !== '') {
-        this.tellDetail(`${to}.completion_status`, PlexoBridge.statuses[status][0]);
-        this.tellDetail(`${to}.success_status`, PlexoBridge.statuses[status][1]);
+        tell(`${to}.completion_status`, PlexoBridge.statuses[status][0]);
+        tell(`${to}.success_status`, PlexoBridge.statuses[status][1]);
       }
-      this.tellScore(from, to, this.tellDetail);
-    }
-
-    // Where the LMS keeps the objective of this name: at its own index, for the ids of 2004 are for good
-    // and the manifest's come first. Null if the LMS refuses it.
-    placeOfObjective(name) {
-      const id = PlexoInteractions.identifier(name);
-      if (!this.objectivePlaces) {
-        this.objectivePlaces = new Map();
-        for (let at = 0; at < this.lms.count('cmi.objectives'); ++at) {
-          this.objectivePlaces.set(this.lms.get(`cmi.objectives.${at}.id`), at);
-        }
-      }
-      const isNew = !this.objectivePlaces.has(id);
-      const place = isNew ? this.objectivePlaces.size : this.objectivePlaces.get(id);
-      const entry = `cmi.objectives.${place}`;
-      if (isNew && !this.tellDetail(`${entry}.id`, id)) return null;
-      this.objectivePlaces.set(id, place);
-      this.tellDetail(`${entry}.description`, name.slice(0, longestDescription));
-      return entry;
+      this.tellScore(from, to, tell);
     }
 
     tellInteraction(n) {
@@ -221,28 +234,38 @@ const PlexoBridge12On2004 = (function () {
       tell('timestamp', converted('time', (time) => PlexoTimeFormats.timestampOfTime(time, new Date())));
     }
 
-    tellEnd() {
+    lessonStatus(isFinished) {
       const peek = (name) => this.record.peek(name);
-      const status = this.passing.statusAtFinish({
+      return this.passing.lessonStatus({
+        isFinished,
         status: peek('cmi.core.lesson_status'),
         statusSet: this.set.has('cmi.core.lesson_status'),
+        exit: peek('cmi.core.exit'),
         mode: peek('cmi.core.lesson_mode'),
         credit: peek('cmi.core.credit'),
         masteryScore: peek('cmi.student_data.mastery_score'),
         raw: this.set.has('cmi.core.score.raw') ? peek('cmi.core.score.raw') : '',
       });
-      if (status !== peek('cmi.core.lesson_status')) this.keep('cmi.core.lesson_status', status);
-      const time = peek('cmi.core.session_time');
-      if (time !== '') this.tellResult('cmi.session_time', PlexoTimeFormats.durationOfTimespan(time));
-      this.tellResult('cmi.exit', this.exit(status));
     }
 
-    // An LMS of 1.2 keeps the data of every visit, one of 2004 only those of a suspended one: what isn't
-    // finished is suspended however it ends, or the learner would begin anew.
-    exit(status) {
-      const exit = this.record.peek('cmi.core.exit');
-      const isFinished = ['passed', 'completed', 'failed'].indexOf(status) >= 0;
-      return isFinished ? exit || 'normal' : 'suspend';
+    // An LMS of 1.2 keeps the data of every visit, one of 2004 only those of a suspended one. So every visit
+    // ends suspended, a finished one too and whatever exit the content sets: the result is there when the
+    // learner comes back, and "logout" doesn't end the whole course.
+    tellTimeAndExit() {
+      const time = this.record.peek('cmi.core.session_time');
+      if (time !== '') this.tellResult('cmi.session_time', PlexoTimeFormats.durationOfTimespan(time));
+      this.tellResult('cmi.exit', 'suspend');
+    }
+
+    tellEnd(isFinished) {
+      const status = this.lessonStatus(isFinished);
+      if (isFinished && status !== this.record.peek('cmi.core.lesson_status')) {
+        this.keep('cmi.core.lesson_status', status);
+      }
+    }
+
+    leave() {
+      this.end(false);
     }
   };
 })();

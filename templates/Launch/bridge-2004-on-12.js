@@ -4,7 +4,7 @@ const PlexoBridge2004On12 = (function () {
 
   const longestComments = 4096;  // these three of SCORM 1.2
   const longestIdentifier = 255;
-  const limits = { 'cmi.location': 255, 'cmi.suspend_data': 4096 };
+  const longestLocation = 255;
 
   const sameElements = {
     'cmi.learner_id': 'cmi.core.student_id',
@@ -52,6 +52,7 @@ const PlexoBridge2004On12 = (function () {
     constructor(lms, settings) {
       super(PlexoModel2004, lms, settings);
       this.commentsTold = false;
+      this.primary = null;
     }
 
     read(name) {
@@ -113,18 +114,29 @@ const PlexoBridge2004On12 = (function () {
       if (text !== '') this.record.put(`${array}.0.comment`, text);
     }
 
+    // The objectives of the content's manifest that the LMS lacks come after those that it has.
     fillObjectives() {
-      for (let at = 0; at < this.lms.count('cmi.objectives'); ++at) {
-        const entry = `cmi.objectives.${at}`;
-        const put = (leaf, value) => this.record.put(`${entry}.${leaf}`, value === '' ? undefined : value);
-        put('id', this.lms.get(`${entry}.id`));
-        for (const part of ['raw', 'min', 'max']) put(`score.${part}`, this.lms.get(`${entry}.score.${part}`));
-        put('score.scaled', this.readScaled(`${entry}.score`));
-        const status = PlexoBridge.statuses[this.lms.get(`${entry}.status`)];
-        if (!status) continue;
-        put('completion_status', status[0]);
-        put('success_status', status[1]);
+      const known = new Set();
+      const count = this.lms.count('cmi.objectives') || 0;
+      for (let at = 0; at < count; ++at) {
+        this.fillObjective(`cmi.objectives.${at}`);
+        known.add(this.record.peek(`cmi.objectives.${at}.id`));
       }
+      PlexoPresetObjectives.ids(this.settings).filter((id) => !known.has(id))
+          .forEach((id, at) => this.record.put(`cmi.objectives.${count + at}.id`, id));
+    }
+
+    fillObjective(entry) {
+      const put = (leaf, value) => this.record.put(`${entry}.${leaf}`, value === '' ? undefined : value);
+      const id = this.lms.get(`${entry}.id`);
+      put('id', id);
+      this.told.set(`${entry}.id`, id);
+      for (const part of ['raw', 'min', 'max']) put(`score.${part}`, this.lms.get(`${entry}.score.${part}`));
+      put('score.scaled', this.readScaled(`${entry}.score`));
+      const status = PlexoBridge.statuses[this.lms.get(`${entry}.status`)];
+      if (!status) return;
+      put('completion_status', status[0]);
+      put('success_status', status[1]);
     }
 
     // The content's statuses, judged by its own manifest as an LMS of 2004 judges them.
@@ -144,12 +156,13 @@ const PlexoBridge2004On12 = (function () {
     }
 
     tellNow(name, value) {
-      if (limits[name] && value.length > limits[name]) {
-        const why = `${name} has ${value.length} characters; the course's SCORM 1.2 holds ${limits[name]}`;
+      if (name === 'cmi.location' && value.length > longestLocation) {
+        const why = `${name} has ${value.length} characters; the course's SCORM 1.2 holds ${longestLocation}`;
         this.warn(name, why);
         return { why };
       }
-      if (limits[name]) return this.tell(sameIfSet[name], value);
+      if (name === 'cmi.suspend_data') this.warnOfLongData(value);
+      if (name === 'cmi.location' || name === 'cmi.suspend_data') return this.tell(sameIfSet[name], value);
       const preference = preferenceOf(name);
       if (preference) {
         this.tellDetail(preference.of12, PlexoBridge.decimal(preference.in12(Number(value))));
@@ -160,16 +173,63 @@ const PlexoBridge2004On12 = (function () {
     }
 
     tellChanges() {
-      if (this.hasChanged(statusElements)) this.tellStatus();
+      if (this.hasChanged(this.statusElements())) this.tellStatus();
       if (this.hasChanged(scoreElements)) this.tellScore('cmi.score', 'cmi.core.score', this.tellResult);
-      this.changedEntries('cmi.objectives').forEach((n) => this.tellObjective(n));
+      this.tellObjectives();
       this.changedEntries('cmi.interactions').forEach((n) => this.tellInteraction(n));
+      this.tellTimeAndExit();
     }
 
+    statusElements() {
+      const entry = this.primaryEntry();
+      const ofPrimary = entry ? [`${entry}.success_status`, `${entry}.score.scaled`] : [];
+      return statusElements.concat(ofPrimary);
+    }
+
+    // SCORM 1.2 has no "unknown": a status that becomes unknown again is told as "incomplete".
     tellStatus() {
+      const element = 'cmi.core.lesson_status';
       const { completion, success } = this.statuses();
-      const status = statusIn12(completion, this.passing.reportedSuccess(completion, success));
-      if (status) this.tellResult('cmi.core.lesson_status', status);
+      const own = success === 'unknown' ? this.primarySuccess() : success;
+      const isPremature = own === 'failed' && completion === 'incomplete' && !this.saysFailed();
+      const status = isPremature ? 'incomplete' :
+        statusIn12(completion, this.passing.reportedSuccess(completion, own));
+      if (status || this.told.has(element)) this.tellResult(element, status || 'incomplete');
+    }
+
+    // The content itself says so, and not only its score. Where 2004 has "failed" beside "incomplete", the one
+    // status of 1.2 would mean that the content is finished.
+    saysFailed() {
+      const words = ['cmi.success_status'].concat(this.primary ? `${this.primary}.success_status` : []);
+      return words.some((word) => this.record.peek(word) === 'failed');
+    }
+
+    // In 2004 the status of the primary objective is that of the content.
+    primarySuccess() {
+      const entry = this.primaryEntry();
+      if (!entry) return 'unknown';
+      return this.passing.success(this.record.peek(`${entry}.success_status`),
+          this.record.peek(`${entry}.score.scaled`));
+    }
+
+    // The entry of the manifest's primary objective, or null. Ids are permanent.
+    primaryEntry() {
+      const { primaryObjective } = this.settings;
+      if (!primaryObjective || this.primary) return this.primary;
+      for (let n = 0; n < this.record.count('cmi.objectives') && !this.primary; ++n) {
+        const entry = `cmi.objectives.${n}`;
+        if (this.record.peek(`${entry}.id`) === primaryObjective) this.primary = entry;
+      }
+      return this.primary;
+    }
+
+    tellTimeAndExit() {
+      const time = this.record.stored('cmi.session_time');
+      if (time !== undefined) {
+        this.tellResult('cmi.core.session_time', PlexoTimeFormats.timespanOfDuration(time));
+      }
+      const exit = this.record.stored('cmi.exit');
+      if (exit !== undefined) this.tellResult('cmi.core.exit', exit === 'normal' ? '' : exit);
     }
 
     tellScore(from, to, tell) {
@@ -183,6 +243,16 @@ const PlexoBridge2004On12 = (function () {
       for (const part of ['raw', 'min', 'max']) {
         if (score[part] !== undefined) tell.call(this, `${to}.${part}`, score[part]);
       }
+    }
+
+    // An LMS takes entries in order only, so it is told of those before a changed one first.
+    tellObjectives() {
+      const changed = this.changedEntries('cmi.objectives');
+      for (let n = 0; n < changed[changed.length - 1]; ++n) {
+        const id = `cmi.objectives.${n}.id`;
+        this.tellIdentifier(id, this.record.peek(id));
+      }
+      changed.forEach((n) => this.tellObjective(n));
     }
 
     tellObjective(n) {
@@ -236,14 +306,24 @@ const PlexoBridge2004On12 = (function () {
       return answer.slice(0, longest);
     }
 
-    tellEnd() {
-      const time = this.record.stored('cmi.session_time');
-      if (time !== undefined) {
-        this.tellResult('cmi.core.session_time', PlexoTimeFormats.timespanOfDuration(time));
-      }
-      const exit = this.record.stored('cmi.exit');
-      if (exit !== undefined) this.tellResult('cmi.core.exit', exit === 'normal' ? '' : exit);
+    tellEnd(isFinished) {
       this.tellComments();
+      if (isFinished && this.record.peek('cmi.exit') === 'suspend') this.tellIncomplete();
+    }
+
+    // LMSFinish would complete suspended content that has no status.
+    tellIncomplete() {
+      const element = 'cmi.core.lesson_status';
+      if (['not attempted', ''].indexOf(this.lms.get(element)) < 0) return;
+      this.tellStatus();
+      if (!this.told.has(element)) this.tellResult(element, 'incomplete');
+    }
+
+    // Without LMSFinish, by which the LMS would complete content without a status, and judge a score that
+    // isn't final.
+    leave() {
+      this.tellEnd(false);
+      this.save();
     }
 
     // Some LMS add to the comments that they have, some replace them: the earlier ones are put back where

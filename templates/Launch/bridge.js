@@ -2,6 +2,8 @@
 const PlexoBridge = (function () {
   'use strict';
 
+  const longestData = 4096;  // of suspend data, in SCORM 1.2
+
   const clamp = (value, least, most) => Math.max(least, Math.min(most, value));
 
   // What the learner prefers. 1.2 counts loudness from 1 to 100 and speed as a change in percent, with 0 for
@@ -34,10 +36,12 @@ const PlexoBridge = (function () {
 
   // A visit of content of one edition to an LMS of the other: keeps the content's record and tells the
   // LMS what it can hold. Short texts that an LMS may refuse are told at once, so that the content hears of
-  // it; the rest is told at a commit and at the end, in the order that the LMS wants.
+  // it; the rest is told at a commit and at the end, in the order that the LMS wants. Session time and exit
+  // are told at each commit too: after a crash of the browser an LMS may discard the bookmark of a visit
+  // that isn't marked as suspended.
   //
   // A subclass has read(name) and fill(array) as the record's source; tellNow(name, value), which returns
-  // a refusal or null; tellChanges() and tellEnd().
+  // a refusal or null; tellChanges(); tellEnd(isFinished); and leave().
   return class PlexoBridge {
     constructor(model, lms, settings) {
       this.lms = lms;
@@ -49,7 +53,9 @@ const PlexoBridge = (function () {
       this.told = new Map();
       this.warned = new Set();
       this.unsaved = false;
-      this.refusal = null;
+      this.isOver = false;
+      this.pending = new Map();  // results that the LMS has refused so far, by element
+      this.tried = new Set();    // elements told since the last commit
     }
 
     open() {
@@ -81,21 +87,30 @@ const PlexoBridge = (function () {
       return this.unsaved || this.changed.size > 0;
     }
 
-    // Null, or why not everything is saved. What the LMS never keeps is no reason.
+    // Null, or why not everything is saved. What the LMS need not keep is no reason.
     save() {
-      this.refusal = null;
       this.tellChanges();
       this.changed.clear();
-      if (!this.unsaved) return this.refusal;
-      if (!this.lms.save()) return this.lms.refusal();
-      this.unsaved = false;
-      return this.refusal;
+      this.tellPendingAgain();
+      if (this.unsaved) {
+        if (!this.lms.save()) return this.lms.refusal();
+        this.unsaved = false;
+      }
+      const refusals = Array.from(this.pending.values());
+      return refusals.length > 0 ? refusals[0].refusal : null;
     }
 
+    // The content has finished. Null, or why not everything is saved; `isOver` says whether the LMS has ended
+    // the visit all the same.
     close() {
-      this.tellEnd();
-      this.save();
-      return this.lms.close() ? null : this.lms.refusal();
+      return this.end(true);
+    }
+
+    end(isFinished) {
+      this.tellEnd(isFinished);
+      const refusal = this.save();
+      this.isOver = this.lms.close();
+      return this.isOver ? refusal : this.lms.refusal();
     }
 
     // Tells the LMS a value, unless it has been told the same already. Null or the refusal.
@@ -107,12 +122,21 @@ const PlexoBridge = (function () {
       return null;
     }
 
-    // Tells the LMS what the content should hear of if it is refused, at its next commit.
+    // Tells the LMS what the content should hear of if it is refused: every commit tries it again, and fails
+    // until the LMS takes it.
     tellResult(element, value) {
       const refusal = this.tell(element, value);
+      this.tried.add(element);
+      this.pending.delete(element);
       if (!refusal) return;
-      this.refusal = this.refusal || refusal;
+      this.pending.set(element, { value, refusal });
       this.warn(element, refusal.why);
+    }
+
+    tellPendingAgain() {
+      Array.from(this.pending).filter(([element]) => !this.tried.has(element))
+          .forEach(([element, { value }]) => this.tellResult(element, value));
+      this.tried.clear();
     }
 
     // Tells the LMS what it need not keep. False if it was refused.
@@ -126,6 +150,13 @@ const PlexoBridge = (function () {
       if (this.warned.has(subject)) return;
       this.warned.add(subject);
       console.warn(`${subject}: ${why}`);
+    }
+
+    // An LMS of 1.2 need not hold more, and many do.
+    warnOfLongData(data) {
+      if (data.length <= longestData) return;
+      this.warn('cmi.suspend_data', `${data.length} characters, more than the ${longestData} of SCORM 1.2: ` +
+          'the learning platform decides whether it keeps them');
     }
 
     hasChanged(names) {

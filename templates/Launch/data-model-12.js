@@ -25,6 +25,8 @@ const PlexoModel12 = (function () {
   const types = ['true-false', 'choice', 'fill-in', 'matching', 'performance', 'sequencing', 'likert',
     'numeric'];
 
+  // Suspend data has no limit here: many LMSs take more than the 4096 characters of 1.2, and content relies
+  // on it.
   const readOnly = { access: 'r', value: '' };
   const writeOnly = (type) => ({ access: 'w', type, value: '' });
   const readWrite = (type) => ({ access: 'rw', type, value: '' });
@@ -47,7 +49,7 @@ const PlexoModel12 = (function () {
     'cmi.core.lesson_mode': readOnly,
     'cmi.core.exit': writeOnly(words(['time-out', 'suspend', 'logout', ''])),
     'cmi.core.session_time': writeOnly(timespan),
-    'cmi.suspend_data': readWrite(text(4096)),
+    'cmi.suspend_data': readWrite(text(Infinity)),
     'cmi.launch_data': readOnly,
     'cmi.comments': readWrite(text(4096)),
     'cmi.comments_from_lms': readOnly,

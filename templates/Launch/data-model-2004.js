@@ -47,7 +47,7 @@ const PlexoModel2004 = (function () {
     choice: (value) => value === '' || areChoices(value.split('[,]')),
     'fill-in': (value) => value.split('[,]').every(isLocalized),
     'long-fill-in': isLocalized,
-    likert: isShortIdentifier,
+    likert: (value) => value === '' || isShortIdentifier(value),  // a survey has no right answer
     matching: (value) => value.split('[,]').every(isPair),
     performance: (value) => value.split('[,]').every(isStep),
     sequencing: (value) => value.split('[,]').every(isShortIdentifier),

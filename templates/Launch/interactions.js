@@ -90,9 +90,13 @@ const PlexoInteractions = (function () {
 
     // The type, the response and the patterns (undefined where there are none) in words of 2004. An answer
     // that isn't in its type's format would be refused, as would a second pattern where one is allowed:
-    // such an interaction becomes one of type "other", with all its answers as they are.
-    static answersIn2004(type, response, patterns) {
+    // such an interaction becomes one of type "other", with all its answers as they are. An empty text that
+    // the format doesn't know is no answer.
+    static answersIn2004(type, givenResponse, givenPatterns) {
       const convert = to2004[type] || (() => null);
+      const isAnswer = (text) => text !== undefined && (text !== '' || convert(text) !== null);
+      const response = isAnswer(givenResponse) ? givenResponse : undefined;
+      const patterns = givenPatterns.filter(isAnswer);
       const asPattern = (text) => (type === 'numeric' && isDecimal(text) ? `${text}[:]${text}` : convert(text));
       const answers = {
         type,

@@ -6,6 +6,7 @@ const PlexoPassing = (function () {
   'use strict';
 
   const isNumber = (text) => text !== undefined && text !== null && text !== '' && isFinite(Number(text));
+  const finalStatuses = ['passed', 'completed', 'failed'];
 
   return class PlexoPassing {
     constructor(settings) {
@@ -16,16 +17,18 @@ const PlexoPassing = (function () {
       this.completionThreshold = settings.completionThreshold;
     }
 
-    // The lesson_status of a SCORM 1.2 visit at its end (SCORM 1.2 RTE 3.4.4, cmi.core.lesson_status):
-    // content that never sets a status is completed by LMSFinish (browsed, in browse mode); and where the
-    // visit counts, a mastery score is given and the visit has set a raw score, the score decides,
-    // whatever status the content has set.
-    statusAtFinish(visit) {
+    // The lesson_status that an LMS keeps of a SCORM 1.2 visit (SCORM 1.2 RTE 3.4.4, cmi.core.lesson_status).
+    // LMSFinish completes content that has never set a status (browsed, in browse mode). Where the visit
+    // counts, a mastery score is given and the visit has set a raw score, the score decides, but not before
+    // the content is finished: by LMSFinish, unless it pauses, or by a final status set in this visit.
+    lessonStatus(visit) {
       let status = visit.status;
-      if (!visit.statusSet && (status === 'not attempted' || status === '')) {
+      if (visit.isFinished && !visit.statusSet && (status === 'not attempted' || status === '')) {
         status = visit.mode === 'browse' ? 'browsed' : 'completed';
       }
-      if (visit.credit === 'credit' && isNumber(visit.masteryScore) && isNumber(visit.raw)) {
+      const pauses = status === 'incomplete' && (visit.exit === 'suspend' || visit.exit === 'logout');
+      const isDone = visit.isFinished ? !pauses : visit.statusSet && finalStatuses.indexOf(status) >= 0;
+      if (isDone && visit.credit === 'credit' && isNumber(visit.masteryScore) && isNumber(visit.raw)) {
         status = Number(visit.raw) >= Number(visit.masteryScore) ? 'passed' : 'failed';
       }
       return status;

@@ -83,9 +83,11 @@ const PlexoRuntime = (function () {
       if (this.state === 'running' && this.visit.hasUnsaved()) this.visit.save();
     }
 
-    // The page is gone: ends the visit if it goes on.
+    // The page is gone, and the content hasn't finished.
     leave() {
-      this.close('');
+      if (this.state !== 'running') return;
+      this.visit.leave();
+      this.state = 'after';
     }
 
     open(argument) {
@@ -99,9 +101,8 @@ const PlexoRuntime = (function () {
     close(argument) {
       if (!this.allows('close', argument)) return 'false';
       const refusal = this.visit.close();
-      if (refusal) return this.fail(this.words.failed.close, refusal.why);
-      this.state = 'after';
-      return this.succeed('true');
+      if (this.visit.isOver) this.state = 'after';
+      return refusal ? this.fail(this.words.failed.close, refusal.why) : this.succeed('true');
     }
 
     save(argument) {

@@ -5,15 +5,19 @@ const PlexoSameEdition = (function () {
   const status12 = 'cmi.core.lesson_status';
   const completion2004 = 'cmi.completion_status';
   const success2004 = 'cmi.success_status';
+  // The content's list begins with the primary objective that its manifest declares.
+  const primary = 'cmi.objectives.0';
 
   // The LMS's own API, passed on to content of its edition, but for what the content's manifest said and
-  // the course's doesn't, and for who has passed.
+  // the course's doesn't, and for who has passed. Only the content ends a visit: LMSFinish completes content
+  // that has set no status, and Terminate ends an attempt that isn't suspended.
   return class PlexoSameEdition {
     constructor(edition, lms, settings) {
       this.lms = lms;
       this.settings = settings;
       this.is12 = edition === '1.2';
       this.passing = new PlexoPassing(settings);
+      this.objectives = new PlexoPresetObjectives(lms, settings);
       this.said = new Map();
       this.told = new Map();
       this.isRunning = false;
@@ -45,14 +49,19 @@ const PlexoSameEdition = (function () {
       if (this.isRunning && this.isUnsaved) this.save('');
     }
 
-    // The page is gone: ends the visit if the content hasn't.
+    // The page is gone, and the content hasn't finished.
     leave() {
-      if (this.isRunning) this.close('');
+      if (!this.isRunning) return;
+      this.settle(false);
+      if (this.isUnsaved) this.lms.save();
+      this.isRunning = false;
     }
 
     open(argument) {
       const answer = this.pass('open', argument);
-      if (String(answer) === 'true') this.isRunning = true;
+      if (String(answer) !== 'true') return answer;
+      this.isRunning = true;
+      if (!this.is12) this.objectives.open();
       return answer;
     }
 
@@ -72,7 +81,7 @@ const PlexoSameEdition = (function () {
     }
 
     set(name, value) {
-      const answer = this.pass('set', name, value);
+      const answer = this.pass('set', this.objectives.inLms(name), value);
       if (String(answer) !== 'true') return answer;
       this.said.set(name, String(value));
       this.told.delete(name);
@@ -82,7 +91,9 @@ const PlexoSameEdition = (function () {
 
     get(name) {
       const own = this.isRunning ? this.answer(name) : undefined;
-      if (own === undefined) return this.pass('get', name);
+      if (own === undefined) {
+        return this.objectives.value(name, this.pass('get', this.objectives.inLms(name)));
+      }
       this.isOwnAnswer = true;
       return own;
     }
@@ -119,17 +130,19 @@ const PlexoSameEdition = (function () {
       const said = this.said.get(status12);
       if (said === undefined && !isEnd) return;
       const current = said === undefined ? this.lms.get(status12) : said;
-      const status = isEnd ? this.statusAtFinish(current, said !== undefined) : current;
+      const status = this.lessonStatus(isEnd, current, said !== undefined);
       const isNews = said !== undefined || status !== current;
       const passes = isNews && this.passing.reportedSuccess(status, status) === 'passed';
       if (passes && current !== 'passed') this.tell(status12, 'passed');
       else if (status !== current && status === 'failed') this.tell(status12, status);
     }
 
-    statusAtFinish(status, statusSet) {
-      return this.passing.statusAtFinish({
+    lessonStatus(isFinished, status, statusSet) {
+      return this.passing.lessonStatus({
+        isFinished,
         status,
         statusSet,
+        exit: this.said.get('cmi.core.exit'),
         mode: this.lms.get('cmi.core.lesson_mode'),
         credit: this.lms.get('cmi.core.credit'),
         masteryScore: this.settings.masteryScore,
@@ -142,9 +155,18 @@ const PlexoSameEdition = (function () {
       const judged = this.passing.completion(found, this.said.get('cmi.progress_measure'));
       if (judged !== found) this.tell(completion2004, judged);
       const current = this.lms.get(success2004);
-      const own = this.passing.success(current, this.said.get('cmi.score.scaled'));
+      const own = this.ownSuccess(current);
       const success = this.passing.reportedSuccess(judged, own);
       if (success !== current) this.tell(success2004, success);
+    }
+
+    // In 2004 the status of the primary objective is that of the content.
+    ownSuccess(current) {
+      const own = this.passing.success(current, this.said.get('cmi.score.scaled'));
+      const isJudged = own !== current || this.said.has(success2004);
+      if (isJudged || !this.settings.primaryObjective) return own;
+      return this.passing.success(this.said.get(`${primary}.success_status`) || own,
+          this.said.get(`${primary}.score.scaled`));
     }
 
     tell(element, value) {

@@ -427,14 +427,46 @@ TEST(PlexoAdopter, HandsWhatTheOtherEditionLacksToTheLaunchPage) {
           "<imsss:limitConditions attemptAbsoluteDurationLimit=\"PT1H30M\"/><imsss:objectives>"
           "<imsss:primaryObjective objectiveID=\"obj\" "
           "satisfiedByMeasure=\"true\"><imsss:minNormalizedMeasure>"
-          "0.7</imsss:minNormalizedMeasure></imsss:primaryObjective></imsss:objectives></imsss:sequencing>"),
+          "0.7</imsss:minNormalizedMeasure></imsss:primaryObjective><imsss:objective objectiveID=\"other\"/>"
+          "</imsss:objectives></imsss:sequencing>"),
       request);
   EXPECT_THAT(
       adoption.packages.at(0).at("launch/settings.js"),
       AllOf(HasSubstr("\"completionThreshold\": \"0.5\""), HasSubstr("\"maxTimeAllowed\": \"PT1H30M\""),
-            HasSubstr("\"scaledPassingScore\": \"0.7\"")));
+            HasSubstr("\"scaledPassingScore\": \"0.7\""), HasSubstr("\"primaryObjective\": \"obj\""),
+            HasSubstr("\"objectives\": \"other\"")));
   EXPECT_THAT(adoption.Manifest(), AllOf(Not(HasSubstr("PT1H30M")), Not(HasSubstr("imsss"))));
-  EXPECT_THAT(adoption.findings, Contains("PLX-848 item 'I-intro': its objective 'obj' was dropped"));
+  EXPECT_THAT(adoption.findings, Not(Contains(StartsWith("PLX-848"))));
+
+  request.edition = Scorm2004;
+  const Adoption back = Adopt(adoption.archives[0], request);
+  EXPECT_THAT(back.Manifest(), HasSubstr("objectiveID=\"obj\""));
+  EXPECT_THAT(back.packages[0].at("launch/settings.js"), HasSubstr("\"objectives\": \"other\""));
+}
+
+TEST(PlexoAdopter, PresetsTheObjectivesThatACourseHasNoPlaceFor) {
+  const auto declaring = [](const std::string& others) {
+    return Edited(Sco(Scorm2004), "</title>",
+                  "</title><imsss:sequencing><imsss:objectives><imsss:primaryObjective "
+                  "objectiveID=\"main\"/>" +
+                      others + "</imsss:objectives></imsss:sequencing>");
+  };
+  EXPECT_THAT(Adopt(declaring("")).reasons, IsEmpty()) << "the course has a primary objective itself";
+
+  const Adoption adoption =
+      Adopt(declaring("<imsss:objective objectiveID=\"first\"/><imsss:objective objectiveID=\"no id\"/>"
+                      "<imsss:objective objectiveID=\"urn:x:second\"/>"));
+  EXPECT_THAT(adoption.reasons,
+              ElementsAre("PLX-868 item 'I-intro': a course has no place for its objectives 'first' and 1 "
+                          "more, so a launch page lists them"));
+  EXPECT_THAT(adoption.findings, AllOf(Contains(StartsWith("PLX-849 item 'I-intro': its objective 'no id'")),
+                                       Not(Contains(StartsWith("PLX-846")))));
+  EXPECT_THAT(adoption.Manifest(),
+              AllOf(HasSubstr("href=\"launch/launch.html\">"), HasSubstr("objectiveID=\"main\"")));
+  EXPECT_THAT(adoption.packages[0].at("launch/settings.js"),
+              AllOf(HasSubstr("\"primaryObjective\": \"main\""),
+                    HasSubstr("\"objectives\": \"first urn:x:second\"")));
+  EXPECT_THAT(Adopt(adoption.archives[0]).reasons, IsEmpty()) << "the page is there";
 }
 
 TEST(PlexoAdopter, TellsWhatNeverPassesAndLetsCompletionPassOnlyIfItIsAskedTo) {

@@ -16,6 +16,8 @@ PlexoLaunchSettings MakeSettings() {
   sco.title = "Doors & \"exits\" </script> \\ \u2028 火 \U0001F525";
   sco.data.masteryScore = "80";
   sco.data.dataFromLms = "a\r\n\tb\x01";
+  sco.data.primaryObjective = "main";
+  sco.data.objectives = "first urn:x:second";
   sco.completionPasses = true;
   return PlexoLaunchSettings::Of(sco);
 }

@@ -9,12 +9,13 @@ import { StandInLms2004 } from './support/stand-in-lms.mjs';
 
 const settings = { content: 'a.htm', contentEdition: '1.2', courseEdition: '2004' };
 
-// One visit: the content acts, and the page is left.
-function visit(lms, act, more = {}, options = {}) {
+// One visit: the content acts and finishes, unless `finishes` is false, and the page is left.
+function visit(lms, act, more = {}, { finishes = true, ...options } = {}) {
   const page = openLaunchPage({ ...settings, ...more }, lms.api, options);
   const content = contentOf(page.api);
   assert.equal(content.open(), 'true');
   act(content, page);
+  if (finishes) content.close();
   page.leave();
   assert.equal(lms.terminations, 1);
   assert.deepEqual(content.refused, []);
@@ -69,12 +70,42 @@ test('a visit ends as an LMS of 1.2 would end it', () => {
     ['its own before that of the course', { 'cmi.scaled_passing_score': '0.6' }, { masteryScore: '70' },
       score('65'),
       'completed,failed'],
+    ['a low score before a break', {}, { masteryScore: '80' },
+      { ...score('20', 'incomplete'), 'cmi.core.exit': 'suspend' }, 'incomplete,unknown'],
+    ['a high score before a break', {}, { masteryScore: '80' },
+      { ...score('90', 'incomplete'), 'cmi.core.exit': 'logout' }, 'incomplete,unknown'],
+    ['a score at the end of an incomplete visit', {}, { masteryScore: '80' }, score('90', 'incomplete'),
+      'completed,passed'],
   ];
   for (const [name, values, more, set, expected] of cases) {
     const lms = new StandInLms2004(values);
     visit(lms, setting(set), more);
     assert.equal(outcome(lms), expected, name);
     assert.deepEqual(lms.refused, [], name);
+  }
+});
+
+test('a page that is left before the content finishes completes nothing', () => {
+  const cases = [
+    [{}, 'unknown,unknown'], [{ 'cmi.core.score.raw': '20' }, 'unknown,unknown'],
+    [{ 'cmi.core.score.raw': '20', 'cmi.core.lesson_status': 'incomplete' }, 'incomplete,unknown'],
+    [{ 'cmi.core.score.raw': '90', 'cmi.core.lesson_status': 'completed' }, 'completed,passed'],
+    [{ 'cmi.core.score.raw': '20', 'cmi.core.lesson_status': 'completed' }, 'completed,failed'],
+  ];
+  for (const [set, expected] of cases) {
+    for (const commits of [false, true]) {
+      const lms = new StandInLms2004();
+      visit(lms, (content) => {
+        content.set(set);
+        if (commits) content.save();
+      }, { completionPasses: true, masteryScore: '80' }, { finishes: false });
+      assert.equal(outcome(lms), expected, JSON.stringify(set));
+      assert.equal(lms.values.get('cmi.exit'), 'suspend');
+      lms.relaunch();
+      visit(lms, () => {}, { completionPasses: true });
+      const later = expected === 'unknown,unknown' ? 'completed,passed' : expected;
+      assert.equal(outcome(lms), later, `${JSON.stringify(set)}, finished later`);
+    }
   }
 });
 
@@ -125,6 +156,22 @@ test('a score is reported raw and scaled', () => {
   }
 });
 
+test('a score that is withdrawn no longer counts', () => {
+  for (const commits of [false, true]) {
+    const lms = new StandInLms2004();
+    const { warnings } = visit(lms, (content) => {
+      content.set({ 'cmi.core.score.raw': '80', 'cmi.core.lesson_status': 'completed' });
+      if (commits) content.save();
+      content.set({ 'cmi.core.score.raw': '' });
+      assert.equal(content.get('cmi.core.score.raw'), '');
+    }, { masteryScore: '50' });
+    const scores = ['raw', 'scaled'].map((part) => lms.values.get(`cmi.score.${part}`));
+    assert.deepEqual(scores, commits ? ['0', '0'] : [undefined, undefined]);
+    assert.deepEqual([outcome(lms), warnings.length], ['completed,unknown', commits ? 1 : 0]);
+    assert.deepEqual(lms.refused, []);
+  }
+});
+
 test('bookmark, data, time and preferences last from visit to visit', () => {
   const lms = new StandInLms2004({ 'cmi.total_time': 'P1DT1H2M3.5S', 'cmi.launch_data': 'x=1' });
   visit(lms, (content) => {
@@ -144,46 +191,46 @@ test('bookmark, data, time and preferences last from visit to visit', () => {
   assert.deepEqual(lms.log, [
     'cmi.location=page 3', 'cmi.suspend_data=a;b', 'cmi.learner_preference.audio_level=0.5',
     'cmi.learner_preference.delivery_speed=0.5', 'cmi.learner_preference.audio_captioning=1',
-    'cmi.learner_preference.language=en-GB', 'cmi.session_time=PT101H1M0.05S', 'cmi.exit=suspend',
-    'cmi.completion_status=incomplete', 'Commit', 'Terminate',
+    'cmi.learner_preference.language=en-GB', 'cmi.completion_status=incomplete',
+    'cmi.session_time=PT101H1M0.05S', 'cmi.exit=suspend', 'Commit', 'Terminate',
   ]);
   lms.relaunch();
   visit(lms, (content) => {
     assert.equal(content.get('cmi.core.lesson_location') + content.get('cmi.suspend_data'), 'page 3a;b');
     assert.equal(content.get('cmi.student_preference.audio') + content.get('cmi.student_preference.speed'),
       '50-50');
-    content.set({ 'cmi.core.lesson_status': 'completed' });
   });
-  assert.equal(lms.values.get('cmi.exit'), 'normal');
 });
 
-test('a visit that leaves work to do is suspended, whatever the content calls its end', () => {
-  const cases = [
-    ['incomplete', '', 'suspend'], ['incomplete', 'time-out', 'suspend'], ['incomplete', 'logout', 'suspend'],
-    ['completed', '', 'normal'], ['completed', 'suspend', 'suspend'], ['passed', 'time-out', 'time-out'],
-  ];
-  for (const [status, exit, told] of cases) {
-    const lms = new StandInLms2004();
-    visit(lms, setting({ 'cmi.core.lesson_status': status, ...(exit && { 'cmi.core.exit': exit }) }));
-    assert.equal(lms.values.get('cmi.exit'), told, `${status}, '${exit}'`);
+test('a result and the data beside it outlast the visit, whatever the content calls its end', () => {
+  for (const status of ['incomplete', 'completed', 'passed', 'failed']) {
+    for (const exit of ['', 'suspend', 'time-out', 'logout']) {
+      const lms = new StandInLms2004();
+      visit(lms, setting({ 'cmi.core.lesson_status': status, 'cmi.core.exit': exit,
+        'cmi.core.lesson_location': 'page 3', 'cmi.suspend_data': 'a;b' }));
+      lms.relaunch();
+      const seen = [];
+      visit(lms, (content) => seen.push(...['core.lesson_status', 'core.lesson_location', 'suspend_data']
+        .map((name) => content.get(`cmi.${name}`))), {}, { finishes: false });
+      assert.deepEqual(seen, [status, 'page 3', 'a;b'], `${status}, '${exit}'`);
+    }
   }
 });
 
-test('the learning platform is told each value once, and time and exit at the end only', () => {
+test('each commit tells what has changed, with the time, and marks the visit as suspended', () => {
   const lms = new StandInLms2004();
   visit(lms, (content) => {
-    for (const second of ['01', '02', '03']) {
+    for (const second of ['01', '02', '02']) {
       content.set({ 'cmi.core.session_time': `00:00:${second}`, 'cmi.core.lesson_status': 'completed' });
       content.get('cmi.core.lesson_location');
       content.save();
     }
-    assert.equal(lms.commits, 1);
-    assert.ok(lms.reads < 5, `${lms.reads} reads`);
+    assert.ok(lms.reads < 8, `${lms.reads} reads`);
     content.close();
     assert.equal(content.close(), 'false');
   });
-  assert.deepEqual(lms.log, ['cmi.completion_status=completed', 'Commit', 'cmi.session_time=PT0H0M3S',
-    'cmi.exit=normal', 'Commit', 'Terminate']);
+  assert.deepEqual(lms.log, ['cmi.completion_status=completed', 'cmi.session_time=PT0H0M1S',
+    'cmi.exit=suspend', 'Commit', 'cmi.session_time=PT0H0M2S', 'Commit', 'Terminate']);
 });
 
 test('what the learning platform refuses, the content hears in codes of 1.2', () => {
@@ -198,9 +245,43 @@ test('what the learning platform refuses, the content hears in codes of 1.2', ()
   assert.equal(content.get('cmi.suspend_data'), 'kept');
   content.set({ 'cmi.core.score.raw': '50' });
   assert.deepEqual([content.save(), content.error()], ['false', '101']);
-  content.set({ 'cmi.core.score.raw': '60' });
-  assert.equal(content.close(), 'true');
   assert.equal(page.warnings.filter((text) => text.startsWith('cmi.score.raw: ')).length, 1);
+});
+
+test('a result that was refused is told again, and a commit or the end is true only if it was taken', () => {
+  const cases = [[0, 'true true true'], [1, 'false true true'], [2, 'false false true'],
+    [99, 'false false false']];
+  for (const [tries, answers] of cases) {
+    const lms = new StandInLms2004();
+    const { SetValue } = lms.api;
+    let refusals = 0;
+    lms.api.SetValue = (name, value) => {
+      if (!name.startsWith('cmi.success') || refusals === tries) return SetValue(name, value);
+      refusals += 1;
+      lms.error = '391';
+      return 'false';
+    };
+    const content = contentOf(openLaunchPage(settings, lms.api).api);
+    content.open();
+    content.set({ 'cmi.core.lesson_status': 'passed' });
+    const heard = [content.save(), content.save(), content.close()].join(' ');
+    assert.equal(heard, answers, `refused ${tries} times`);
+    assert.equal(outcome(lms), tries < 99 ? 'completed,passed' : 'completed,unknown');
+    assert.deepEqual([lms.terminations, content.close(), content.error()], [1, 'false', '301']);
+  }
+});
+
+test('longer suspend data than 1.2 allows is for the learning platform to take or refuse', () => {
+  const lms = new StandInLms2004();
+  const page = visit(lms, setting({ 'cmi.suspend_data': 'a'.repeat(4096) }));
+  assert.deepEqual(page.warnings, []);
+  const { warnings } = visit(new StandInLms2004(), (content) => {
+    content.set({ 'cmi.suspend_data': 'a'.repeat(64000) });
+    content.set({ 'cmi.suspend_data': 'b'.repeat(60000) });
+    assert.equal(content.get('cmi.suspend_data').length, 60000);
+  });
+  assert.equal(warnings.length, 1);
+  assert.match(warnings[0], /^cmi\.suspend_data: 64000 characters, more than the 4096 of SCORM 1\.2/);
 });
 
 test('a learning platform that fails or throws leaves the content running', () => {
@@ -247,6 +328,49 @@ test('objectives stand behind those of the course, under ids that 2004 allows', 
   assert.equal(lms.values.get('cmi.objectives.3.success_status'), 'passed');
 });
 
+test('an objective that is renamed leaves no result under its earlier name', () => {
+  const lms = new StandInLms2004();
+  const statuses = () => [0, 1, 2].map((n) => lms.values.get(`cmi.objectives.${n}.success_status`)).join();
+  const listed = (content) => Array.from({ length: Number(content.get('cmi.objectives._count')) },
+    (unused, n) => `${content.get(`cmi.objectives.${n}.id`)}=${content.get(`cmi.objectives.${n}.status`)}`);
+  visit(lms, (content) => {
+    content.set({ 'cmi.objectives.0.id': 'a', 'cmi.objectives.0.status': 'passed',
+      'cmi.objectives.0.score.raw': '80', 'cmi.objectives.1.id': 'b', 'cmi.objectives.1.status': 'failed' });
+    content.save();
+    content.set({ 'cmi.objectives.0.id': 'c' });
+    content.save();
+    assert.equal(statuses(), 'unknown,failed,passed');
+    assert.deepEqual(['0', '2'].map((n) => lms.values.get(`cmi.objectives.${n}.score.scaled`)), ['0', '0.8']);
+  });
+  lms.relaunch();
+  visit(lms, (content) => {
+    assert.deepEqual(listed(content), ['b=failed', 'c=passed']);
+    content.set({ 'cmi.objectives.0.id': 'c', 'cmi.objectives.1.id': 'b' });  // exchanged
+  });
+  assert.equal(statuses(), 'unknown,passed,failed');
+  lms.relaunch();
+  visit(lms, (content) => content.set({ 'cmi.objectives.0.id': 'a' }));
+  lms.relaunch();
+  visit(lms, (content) => assert.deepEqual(listed(content), ['a=passed', 'c=failed']));
+  assert.deepEqual(lms.refused, []);
+});
+
+test('an objective of the content stays apart from one of the course with the same id', () => {
+  const lms = new StandInLms2004({ 'cmi.objectives.0.id': 'obj-primary' });
+  visit(lms, setting({ 'cmi.objectives.0.id': 'obj-primary', 'cmi.objectives.0.status': 'failed' }));
+  assert.equal(lms.values.get('cmi.objectives.0.success_status'), undefined);
+  assert.equal(lms.values.get('cmi.objectives.1.success_status'), 'failed');
+  lms.relaunch();
+  visit(lms, (content) => {
+    const seen = ['_count', '0.id', '0.status'].map((leaf) => content.get(`cmi.objectives.${leaf}`));
+    assert.deepEqual(seen, ['1', 'obj-primary', 'failed']);
+    content.set({ 'cmi.objectives.0.status': 'passed' });
+  });
+  assert.equal(lms.values.get('cmi.objectives.1.success_status'), 'passed');
+  assert.equal(lms.count('cmi.objectives'), 2);
+  assert.deepEqual(lms.refused, []);
+});
+
 test('an interaction arrives in the formats of 2004', () => {
   const cases = [
     ['true-false', 't', 'f', 'true', 'false'], ['choice', 'a,c', '{a,b}', 'a[,]c', 'a[,]b'],
@@ -255,7 +379,8 @@ test('an interaction arrives in the formats of 2004', () => {
     ['fill-in', 'a, b', 'x', 'a, b', 'x'], ['matching', '1.a,2.b', '1.c', '1[.]a[,]2[.]b', '1[.]c'],
     ['performance', 'cut, pour', 'pour', '[.]cut, pour', '[.]pour'], ['sequencing', 'c,a', 'a,c', 'c[,]a',
       'a[,]c'],
-    ['likert', '3', '5', '3', '5'], ['numeric', '4.5', '5', '4.5', '5[:]5'],
+    ['likert', '3', '5', '3', '5'], ['likert', '3', '', '3', undefined], ['likert', '', '', undefined, undefined],
+    ['matching', '', '1.a', undefined, '1[.]a'], ['numeric', '4.5', '5', '4.5', '5[:]5'],
     ['numeric', 'four', '4', 'four', '4', 'other'], ['matching', 'a', '1.a', 'a', '1.a', 'other'],
     ['fill-in', 'x'.repeat(255), 'x', 'x'.repeat(255), 'x', 'other'], [undefined, 'a', 'b', 'a', 'b', 'other'],
   ];

@@ -14,6 +14,7 @@ function visit(lms, act, more = {}) {
   const content = contentOf(page.api);
   assert.equal(content.open(), 'true');
   act(content);
+  content.close();
   page.leave();
   assert.equal(lms.terminations, 1);
   return { page, content };
@@ -30,8 +31,9 @@ test('two statuses of 2004 become one of 1.2', () => {
       'completed,failed'],
     ['completed', 'unknown', 'completed', 'completed,unknown'], ['incomplete', 'unknown', 'incomplete',
       'incomplete,unknown'],
-    ['unknown', 'unknown', 'not attempted', 'unknown,unknown'], ['not attempted', 'unknown',
-      'not attempted', 'unknown,unknown'],
+    // LMSFinish would complete what has no status.
+    ['unknown', 'unknown', 'incomplete', 'incomplete,unknown'], ['not attempted', 'unknown',
+      'incomplete', 'incomplete,unknown'],
   ];
   for (const [completion, success, expected, again] of cases) {
     const lms = new StandInLms12();
@@ -55,6 +57,10 @@ test('the content is judged by its own manifest, and completing passes where the
     [passing, { 'cmi.score.scaled': '0.79', 'cmi.success_status': 'passed' }, 'failed', 'unknown,failed'],
     [passing, { 'cmi.success_status': 'passed' }, 'passed', 'unknown,passed'],
     [{ minNormalizedMeasure: '-0.5' }, { 'cmi.score.scaled': '-0.4' }, 'passed', 'unknown,passed'],
+    [passing, { 'cmi.score.scaled': '0.2', 'cmi.completion_status': 'incomplete' }, 'incomplete',
+      'incomplete,failed'],
+    [passing, { 'cmi.score.scaled': '0.9', 'cmi.completion_status': 'incomplete' }, 'passed',
+      'incomplete,passed'],
     [{ completionThreshold: '0.5' }, { 'cmi.progress_measure': '0.5' }, 'completed', 'completed,unknown'],
     [{ completionThreshold: '0.5' }, { 'cmi.progress_measure': '0.4', 'cmi.completion_status': 'completed' },
       'incomplete', 'incomplete,unknown'],
@@ -133,7 +139,7 @@ test('bookmark, data, times and preferences last from visit to visit', () => {
   assert.equal(lms.values.get('cmi.core.session_time'), '9999:59:59.99');
 });
 
-test('what is too long for 1.2 is refused with the reason, and what was kept stays', () => {
+test('what is too long for the learning platform is refused with the reason, and what was kept stays', () => {
   const lms = new StandInLms12();
   const { page, content } = visit(lms, (content) => {
     content.set({ 'cmi.location': 'p1', 'cmi.suspend_data': 'kept' });
@@ -141,11 +147,78 @@ test('what is too long for 1.2 is refused with the reason, and what was kept sta
     assert.equal(content.why(),
       'General Set Failure: cmi.location has 256 characters; the course\'s SCORM 1.2 holds 255');
     content.set({ 'cmi.suspend_data': 'b'.repeat(4097) });
+    assert.equal(content.why(), 'General Set Failure: the learning platform refused it: 405 error 405');
     assert.equal(content.get('cmi.location') + content.get('cmi.suspend_data'), 'p1kept');
   });
   assert.deepEqual(content.refused, ['cmi.location 351', 'cmi.suspend_data 351']);
   assert.deepEqual(kept(lms, 'cmi.core.lesson_location', 'cmi.suspend_data'), ['p1', 'kept']);
   assert.equal(page.warnings.length, 2);
+  const roomy = new StandInLms12({}, { limits: { 'cmi.suspend_data': 64000 } });
+  visit(roomy, setting({ 'cmi.suspend_data': 'b'.repeat(64000) }));
+  assert.equal(roomy.values.get('cmi.suspend_data').length, 64000);
+});
+
+test('a commit tells exit and time, and a page that is left before the content ends finishes nothing', () => {
+  const cases = [[{}, 'not attempted'], [{ 'cmi.completion_status': 'incomplete' }, 'incomplete'],
+    [{ 'cmi.completion_status': 'completed' }, 'completed']];
+  for (const [set, expected] of cases) {
+    const lms = new StandInLms12();
+    const page = openLaunchPage(settings, lms.api);
+    const content = contentOf(page.api);
+    content.open();
+    content.set({ ...set, 'cmi.exit': 'suspend', 'cmi.session_time': 'PT1M', 'cmi.location': 'p1' });
+    assert.equal(content.save(), 'true');
+    const told = kept(lms, 'cmi.core.exit', 'cmi.core.session_time', 'cmi.core.lesson_status');
+    assert.deepEqual(told, ['suspend', '0000:01:00', expected]);
+    content.set({ 'cmi.location': 'p2' });
+    page.leave();
+    assert.deepEqual([lms.terminations, lms.commits, ...kept(lms, 'cmi.core.lesson_status',
+      'cmi.core.lesson_location')], [0, 2, expected, 'p2']);
+  }
+});
+
+test('a status that is taken back, and one of the primary objective, reach the platform', () => {
+  const cases = [
+    [{ 'cmi.completion_status': 'completed' }, { 'cmi.completion_status': 'unknown' }, 'incomplete'],
+    [{ 'cmi.objectives.0.success_status': 'passed' }, {}, 'passed'],
+    [{ 'cmi.objectives.0.score.scaled': '0.9' }, {}, 'passed', { scaledPassingScore: '0.8' }],
+    [{ 'cmi.objectives.1.success_status': 'passed', 'cmi.completion_status': 'incomplete' }, {}, 'incomplete'],
+    [{ 'cmi.objectives.0.success_status': 'passed' }, { 'cmi.success_status': 'failed' }, 'failed'],
+  ];
+  for (const [first, then, expected, more] of cases) {
+    const lms = new StandInLms12();
+    const { content } = visit(lms, (one) => {
+      one.set(first);
+      one.save();
+      one.set(then);
+    }, { primaryObjective: 'main', objectives: 'other', ...more });
+    assert.equal(lms.values.get('cmi.core.lesson_status'), expected, JSON.stringify([first, then]));
+    assert.deepEqual([content.refused, lms.refused], [[], []]);
+  }
+});
+
+test('content finds the objectives of its manifest, in their order, with or without a platform that keeps them',
+  () => {
+  for (const options of [{}, { mute: ['cmi.objectives'] }]) {
+    const lms = new StandInLms12({}, options);
+    const declared = { primaryObjective: 'main', objectives: 'first second' };
+    const ids = (content) => Array.from({ length: Number(content.get('cmi.objectives._count')) },
+      (unused, n) => content.get(`cmi.objectives.${n}.id`)).join();
+    const { content } = visit(lms, (one) => {
+      assert.equal(ids(one), 'main,first,second');
+      assert.deepEqual([one.get('cmi.objectives.2.success_status'), one.error()], ['unknown', '0']);
+      one.set({ 'cmi.objectives.2.success_status': 'passed', 'cmi.objectives.3.id': 'mine' });
+    }, declared);
+    assert.deepEqual([content.refused, lms.refused], [[], []]);
+    if (options.mute) continue;
+    assert.deepEqual(kept(lms, ...[0, 1, 2, 3].map((n) => `cmi.objectives.${n}.id`), 'cmi.objectives.2.status'),
+      ['main', 'first', 'second', 'mine', 'passed']);
+    lms.relaunch();
+    visit(lms, (again) => {
+      assert.equal(ids(again), 'main,first,second,mine');
+      assert.equal(again.get('cmi.objectives.2.success_status'), 'passed');
+    }, declared);
+  }
 });
 
 test('what 1.2 has no place for is kept for the visit', () => {

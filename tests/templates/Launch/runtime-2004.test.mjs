@@ -59,7 +59,7 @@ test('an answer has the format of its interaction\'s type', () => {
     ['fill-in', ['any text', '{lang=en}one[,]two'], ['{lang=?}one'],
       '{case_matters=true}{order_matters=false}one', '{lang=?}'],
     ['long-fill-in', ['x'.repeat(4000)], ['{lang=?}x'], '{case_matters=true}x', '{lang=?}'],
-    ['likert', ['3'], ['', '3 4'], '3', ''],
+    ['likert', ['3', ''], ['3 4'], '', '3 4'],
     ['matching', ['1[.]a[,]2[.]b'], ['1.a', '1[.]'], '1[.]a', '1'],
     ['performance', ['cut[.]1[,][.]2'], ['cut', '[.]'], '{order_matters=false}cut[.]', 'cut'],
     ['sequencing', ['b[,]a'], [''], 'a[,]b', ''],

@@ -9,32 +9,35 @@ import { StandInLms12, StandInLms2004 } from './support/stand-in-lms.mjs';
 
 const platforms = { '1.2': StandInLms12, 2004: StandInLms2004 };
 
-function visit(edition, lms, act, more) {
+function visit(edition, lms, act, more, finishes = true) {
   const page = openLaunchPage({ content: 'a.htm', contentEdition: edition, courseEdition: edition,
     ...more }, lms.api);
   const content = contentOf(page.api);
   assert.equal(content.open(), 'true');
   act(content, page);
+  if (finishes) content.close();
   page.leave();
   page.leave();
-  assert.equal(lms.terminations, 1);
+  assert.equal(lms.terminations, finishes ? 1 : 0);
   return page;
 }
 
 const setting = (values) => (content) => content.set(values);
 
-test('who has passed is settled before the visit ends', () => {
+test('who has passed is settled before the visit ends, if the content has come to an end', () => {
   const completed = { 'cmi.completion_status': 'completed' };
   const asked = { completionPasses: true };
   const cases = [
     ['1.2', asked, { 'cmi.core.lesson_status': 'completed' }, 'passed'],
     ['1.2', asked, { 'cmi.core.lesson_status': 'failed' }, 'failed'],
     ['1.2', asked, { 'cmi.core.lesson_status': 'incomplete' }, 'incomplete'],
-    ['1.2', asked, {}, 'passed'],
+    ['1.2', asked, {}, 'passed', 'not attempted'],
     ['1.2', {}, { 'cmi.core.lesson_status': 'completed' }, 'completed'],
     ['1.2', { ...asked, masteryScore: '60' }, { 'cmi.core.lesson_status': 'completed',
       'cmi.core.score.raw': '50' }, 'failed'],
-    ['1.2', { masteryScore: '60' }, { 'cmi.core.score.raw': '60' }, 'passed'],
+    ['1.2', { masteryScore: '60' }, { 'cmi.core.score.raw': '60' }, 'passed', 'not attempted'],
+    ['1.2', { masteryScore: '60' }, { 'cmi.core.score.raw': '20', 'cmi.core.lesson_status': 'incomplete',
+      'cmi.core.exit': 'suspend' }, 'incomplete'],
     ['2004', asked, completed, 'completed,passed'],
     ['2004', asked, { ...completed, 'cmi.success_status': 'failed' }, 'completed,failed'],
     ['2004', asked, { 'cmi.completion_status': 'incomplete' }, 'incomplete,unknown'],
@@ -44,19 +47,46 @@ test('who has passed is settled before the visit ends', () => {
       'completed,failed'],
     ['2004', { ...asked, completionThreshold: '0.9' }, { 'cmi.progress_measure': '0.9' }, 'completed,passed'],
   ];
-  for (const [edition, more, set, expected] of cases) {
-    for (const endsItself of [true, false]) {
+  for (const [edition, more, set, atFinish, whenLeft = atFinish] of cases) {
+    for (const [finishes, expected] of [[true, atFinish], [false, whenLeft]]) {
       const lms = new platforms[edition]();
-      visit(edition, lms, (content) => {
-        content.set(set);
-        if (endsItself) content.close();
-      }, more);
+      visit(edition, lms, setting(set), more, finishes);
       const outcome = edition === '1.2' ? lms.values.get('cmi.core.lesson_status') :
         `${lms.values.get('cmi.completion_status')},${lms.values.get('cmi.success_status')}`;
-      assert.equal(outcome, expected, `${edition} ${JSON.stringify([more, set, endsItself])}`);
-      assert.deepEqual(lms.refused, []);
+      assert.equal(outcome, expected, `${edition} ${JSON.stringify([more, set, finishes])}`);
+      const isSaved = Object.keys(set).length === 0 || lms.commits > 0;
+      assert.deepEqual([lms.refused, isSaved], [[], true]);
     }
   }
+});
+
+test('content finds the objectives of its manifest, apart from those of the course', () => {
+  const declared = { primaryObjective: 'main', objectives: 'first second' };
+  const ofCourse = { 'cmi.objectives.0.id': 'obj-primary', 'cmi.objectives.1.id': 'obj-prior',
+    'cmi.objectives.1.success_status': 'passed' };
+  const at = (leaf) => `cmi.objectives.${leaf}`;
+  const lms = new StandInLms2004(ofCourse);
+  visit('2004', lms, (content) => {
+    assert.deepEqual(['_count', '0.id', '1.id', '2.id'].map((leaf) => content.get(at(leaf))),
+      ['3', 'main', 'first', 'second']);
+    content.set({ [at('1.success_status')]: 'failed', [at('3.id')]: 'mine', 'cmi.exit': 'suspend' });
+    assert.deepEqual([content.refused, content.get(at('1.success_status')), content.get(at('4.id'))],
+      [[], 'failed', '']);
+  }, declared);
+  assert.deepEqual(['0', '1', '2', '3', '4', '5'].map((n) => lms.values.get(at(`${n}.id`))),
+    ['obj-primary', 'obj-prior', 'main', 'first', 'second', 'mine']);
+  lms.relaunch();
+  const { warnings } = visit('2004', lms, (content) => {
+    assert.deepEqual(['_count', '1.success_status', '3.id'].map((leaf) => content.get(at(leaf))),
+      ['4', 'failed', 'mine']);
+    content.set({ [at('0.success_status')]: 'passed' });
+  }, declared);
+  assert.deepEqual([lms.refused, lms.values.get('cmi.success_status'), warnings], [[], 'passed', []],
+    'the primary objective is the content\'s status');
+  const without = visit('2004', new StandInLms2004({}, { mute: ['cmi.objectives'] }), (content) => {
+    assert.equal(content.get(at('_count')), '');
+  }, declared);
+  assert.equal(without.warnings.length, 1);
 });
 
 test('a pass is told at a commit, once, and the content still finds its own word', () => {

@@ -129,7 +129,7 @@ const elements12 = [
   ['cmi.core.score.(raw|min|max)', 'rw', score12],
   ['cmi.core.exit', 'w', oneOf('time-out', 'suspend', 'logout', '')],
   ['cmi.core.session_time', 'w', timespan],
-  ['cmi.suspend_data', 'rw', upTo(4096)],
+  ['cmi.suspend_data', 'rw', upTo(64000)],  // the limit is the platform's
   ['cmi.launch_data', 'r'],
   ['cmi.comments', 'rw', upTo(4096)],
   ['cmi.comments_from_lms', 'r'],
@@ -163,7 +163,7 @@ const firstVisit12 = {
 
 export class StandInLms12 extends StandInLms {
   constructor(values = {}, options = {}) {
-    super(elements12, { ...firstVisit12, ...values }, options);
+    super(elements12, { ...firstVisit12, ...values }, { limits: { 'cmi.suspend_data': 4096 }, ...options });
     this.codes = { notRunning: '301', writeOnly: '404', readOnly: '403', order: '201', type: '405', unset: '0' };
     this.addsComments = options.addsComments === true;
     this.api = {

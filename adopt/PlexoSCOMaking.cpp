@@ -85,7 +85,10 @@ void PlexoSCOMaking::AddLaunchPageFindings(const PlexoAdoptedSCO& sco) {
 void PlexoSCOMaking::AddDoubts(const PlexoLaunchable& launchable, const PlexoScriptIndex& scripts,
                                const PlexoAdoptedSCO& sco) {
   PlexoScriptWords words = scripts.GetWordsOf(*launchable.resource, *launchable.page);
-  if (sco.contentEdition != sco.courseEdition) words.Add(PlexoScriptWords::Translated);
+  if (sco.contentEdition != sco.courseEdition) {
+    words.Add(PlexoScriptWords::Translated);
+    if (sco.contentEdition == PlexoCourseEdition::Scorm12) words.Add(PlexoScriptWords::Content12);
+  }
   if (!sco.data.masteryScore.empty()) words.Add(PlexoScriptWords::MasteryScore);
   if (words.ReportsSuccess()) return;
   findings.Add(words.ReportsCompletion() ? CompletionMayNotPass : ReportsNothing, {sco.item});

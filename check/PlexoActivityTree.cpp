@@ -2,6 +2,7 @@
 #include "check/PlexoActivityTree.h"
 
 #include <algorithm>
+#include <charconv>
 #include <unordered_set>
 #include <utility>
 
@@ -45,15 +46,17 @@ bool Closes(const PlexoManifestElement& rule) {
   return action != nullptr && action->GetValue("action") == "disabled";
 }
 
-/// The objectives that have to be satisfied, or else the conditions hold.
-std::unordered_set<std::string> GetNeeded(const std::vector<const PlexoManifestElement*>& conditions) {
-  std::unordered_set<std::string> needed;
+/// The objectives that the conditions ask to be satisfied: negated ones have to be, or else the conditions
+/// hold.
+std::unordered_set<std::string> GetSatisfied(const std::vector<const PlexoManifestElement*>& conditions,
+                                             bool isNegated) {
+  std::unordered_set<std::string> names;
   for (const PlexoManifestElement* condition : conditions) {
-    if (condition->GetValue("condition") == "satisfied" && IsNegated(*condition)) {
-      needed.insert(condition->GetValue("referencedObjective"));
+    if (condition->GetValue("condition") == "satisfied" && IsNegated(*condition) == isNegated) {
+      names.insert(condition->GetValue("referencedObjective"));
     }
   }
-  return needed;
+  return names;
 }
 
 /// The gates of one rule: each "status unknown" that closes the activity alone, or together with nothing but
@@ -67,13 +70,14 @@ void ReadGates(const PlexoManifestElement& rule, PlexoActivity& activity) {
     return IsUnknownCondition(*condition);
   });
   if (!isAny && !areAllUnknown) return;
-  const auto needed = isAny ? GetNeeded(conditions) : std::unordered_set<std::string>();
+  const auto needed = isAny ? GetSatisfied(conditions, true) : std::unordered_set<std::string>();
+  const auto closing = isAny ? GetSatisfied(conditions, false) : std::unordered_set<std::string>();
   for (const PlexoManifestElement* condition : conditions) {
     if (!IsUnknownCondition(*condition)) continue;
     const std::string name = condition->GetValue("referencedObjective");
     const std::size_t objective = name.empty() ? 0 : activity.FindObjective(name);
     if (objective == activity.objectives.size()) continue;
-    activity.gates.push_back({&rule, objective, needed.contains(name)});
+    activity.gates.push_back({&rule, objective, needed.contains(name), closing.contains(name)});
   }
 }
 
@@ -87,6 +91,7 @@ void JoinGates(std::vector<PlexoGate>& gates) {
       joined.push_back(gate);
     } else {
       joined[first->second].needsSuccess |= gate.needsSuccess;
+      joined[first->second].isForFailure |= gate.isForFailure;
     }
   }
   gates = std::move(joined);
@@ -103,6 +108,17 @@ const PlexoManifestElement* PlexoActivity::FindPart(std::string_view name) const
 bool PlexoActivity::IsOn(std::string_view part, std::string_view attribute, bool otherwise) const {
   const PlexoManifestElement* found = FindPart(part);
   return IsTrue(found != nullptr ? found->GetAttribute(attribute) : nullptr, otherwise);
+}
+
+std::optional<double> PlexoActivity::GetWeight() const {
+  const PlexoManifestElement* rollup = FindPart("rollupRules");
+  const std::string* text = rollup != nullptr ? rollup->GetAttribute("objectiveMeasureWeight") : nullptr;
+  if (text == nullptr) return 1;
+  double value = 0;
+  const char* const textEnd = text->data() + text->size();
+  const auto [end, error] = std::from_chars(text->data(), textEnd, value, std::chars_format::fixed);
+  const bool isWhole = error == std::errc() && end == textEnd;
+  return isWhole && value >= 0 && value <= 1 ? std::optional(value) : std::nullopt;
 }
 
 std::size_t PlexoActivity::FindObjective(std::string_view name) const {
@@ -186,4 +202,16 @@ const std::vector<const PlexoActivity*>& PlexoActivityTree::GetWriters(const std
   static const std::vector<const PlexoActivity*> kNone;
   const auto found = writers.find(global);
   return found != writers.end() ? found->second : kNone;
+}
+
+std::vector<const PlexoActivity*> PlexoActivityTree::GetOpeners(const PlexoActivity& gated,
+                                                                const std::string& global) const {
+  std::vector<const PlexoActivity*> earlier;
+  std::vector<const PlexoActivity*> others;
+  for (const PlexoActivity* writer : GetWriters(global)) {
+    if (gated.Holds(*writer)) continue;
+    others.push_back(writer);
+    if (writer->position < gated.position && !writer->Holds(gated)) earlier.push_back(writer);
+  }
+  return earlier.empty() ? others : earlier;
 }

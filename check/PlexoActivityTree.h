@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,6 +34,8 @@ struct PlexoGate {
   std::size_t objective = 0;
   /// True if a failure doesn't open it, for this rule or another one.
   bool needsSuccess = false;
+  /// True if success closes it, so that it is there for those who fail.
+  bool isForFailure = false;
 };
 
 /// An organization or item, as a sequencer sees it.
@@ -61,6 +64,8 @@ struct PlexoActivity {
   [[nodiscard]] const PlexoManifestElement* FindPart(std::string_view name) const;
   /// An attribute of a part of its sequencing, true for "true" and "1".
   [[nodiscard]] bool IsOn(std::string_view part, std::string_view attribute, bool otherwise) const;
+  /// What its score counts in that of its parent: from 0 to 1; none if that isn't a plain number.
+  [[nodiscard]] std::optional<double> GetWeight() const;
   /// The index of an objective; the number of objectives if there is none.
   [[nodiscard]] std::size_t FindObjective(std::string_view name) const;
   /// True for the activity itself and for what lies in it.
@@ -81,6 +86,9 @@ class PlexoActivityTree {
   /// The activities that write a global objective, in document order, each once; empty for one that nothing
   /// writes.
   [[nodiscard]] const std::vector<const PlexoActivity*>& GetWriters(const std::string& global) const;
+  /// The writers of what a gate waits for that come before the gated activity; all others where none does.
+  [[nodiscard]] std::vector<const PlexoActivity*> GetOpeners(const PlexoActivity& gated,
+                                                             const std::string& global) const;
 
  private:
   void AddActivity(const PlexoManifestElement& element, PlexoActivity* parent);

@@ -63,13 +63,20 @@ void PlexoCheckedPackage::IndexFiles() {
 }
 
 void PlexoCheckedPackage::IndexEdition() {
-  const PlexoManifestElement* metadata = manifest.GetRoot()->Find(Packaging, "metadata");
-  if (metadata == nullptr) return;
-  const PlexoManifestElement* version = metadata->Find(Packaging, "schemaversion");
-  if (version == nullptr) version = metadata->Find(Packaging, "schema");
-  if (version == nullptr) return;
-  schemaVersion = version->text;
+  const PlexoManifestElement& root = *manifest.GetRoot();
+  if (const PlexoManifestElement* metadata = root.Find(Packaging, "metadata"); metadata != nullptr) {
+    const PlexoManifestElement* version = metadata->Find(Packaging, "schemaversion");
+    if (version == nullptr) version = metadata->Find(Packaging, "schema");
+    if (version != nullptr) schemaVersion = version->text;
+  }
   edition = GetPlexoEdition(schemaVersion);
+  if (edition != PlexoEdition::Unknown) return;
+  isEditionNamed = false;
+  PlexoNamespaceEdition declared = root.edition;
+  if (declared == PlexoNamespaceEdition::Either) declared = manifest.GetDeclaredEdition(Adlcp);
+  if (declared == PlexoNamespaceEdition::Scorm12) edition = PlexoEdition::Scorm12;
+  // All editions of 2004 have the same namespaces.
+  if (declared == PlexoNamespaceEdition::Scorm2004) edition = PlexoEdition::Scorm2004Third;
 }
 
 void PlexoCheckedPackage::IndexItems(const PlexoManifestElement& parent) {

@@ -53,7 +53,10 @@ class PlexoCheckedPackage {
   /// `manifestFolder` is where the manifest lies in the archive: its references start there.
   void Index(std::string manifestFolder = {});
 
+  /// The edition that the manifest's schemaversion names, else that of its namespaces.
   [[nodiscard]] PlexoEdition GetEdition() const { return edition; }
+  /// False if only the namespaces tell the edition, or nothing does.
+  [[nodiscard]] bool IsEditionNamed() const { return isEditionNamed; }
   /// What the manifest names as its schemaversion, or its schema if that is missing.
   [[nodiscard]] const std::string& GetSchemaVersion() const { return schemaVersion; }
   /// The attribute of a resource that says what it is: "adlcp:scormtype" in SCORM 1.2.
@@ -104,6 +107,7 @@ class PlexoCheckedPackage {
 
   std::string folder;
   PlexoEdition edition = PlexoEdition::Unknown;
+  bool isEditionNamed = true;
   std::string schemaVersion;
   std::unordered_map<std::string_view, const TzZipEntry*> files;
   std::unordered_map<std::string, const TzZipEntry*> foldedFiles;

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "check/PlexoArchiveCheck.h"
+#include "check/PlexoContentReading.h"
 
 namespace {
 
@@ -98,6 +101,7 @@ class FileCheck {
   void CheckUnlisted() {
     const bool hasWrappers = std::ranges::any_of(
         listed, [](const TzZipEntry* entry) { return entry != nullptr && NeedsSharedPlayer(entry->name); });
+    std::vector<const TzZipEntry*> unlisted;
     for (const TzZipEntry& entry : package.archive.GetEntries()) {
       if (entry.isFolder || entry.isFaulty || entry.name == PlexoFindingList::kManifestName ||
           listed.contains(&entry) || IsSchemaDocument(entry.name) ||
@@ -105,8 +109,16 @@ class FileCheck {
           !PlexoArchiveCheck::GetLeaver(entry.name).empty()) {
         continue;
       }
-      findings.AddFile(FileUnlisted, entry.name, {entry.name});
+      unlisted.push_back(&entry);
     }
+    // A page or script that an LMS leaves out breaks more than a picture, and a large file more than a small
+    // one.
+    const auto rank = [](const TzZipEntry* entry) {
+      return std::pair(!PlexoContentReading::IsScript(entry->name), ~entry->size);
+    };
+    std::stable_sort(unlisted.begin(), unlisted.end(),
+                     [&](const auto* left, const auto* right) { return rank(left) < rank(right); });
+    for (const TzZipEntry* entry : unlisted) findings.AddFile(FileUnlisted, entry->name, {entry->name});
   }
 
   const PlexoCheckedPackage& package;

@@ -44,6 +44,7 @@ enum class PlexoFindingId {
   RepeatedLaunchData,
   NestedManifest,
   TitleEmpty,
+  EditionUndetermined,
 
   ManifestIdentifierDigit,
   IdentifierMalformed,
@@ -76,11 +77,19 @@ enum class PlexoFindingId {
   NeverComplete,
   FailedPretestOpens,
   CompletionAwaited,
+  CourseNeverPassed,
+  CourseNeverComplete,
+  FailingOpens,
+  ResultTakenBack,
+  StartedOnce,
+  ScoreDiluted,
 
   OtherEditionApi,
   NoApi,
   SessionNotEnded,
   AssetUsesApi,
+  EndsCourse,
+  BookmarkLost,
 
   PathTooLong,
   IdentifierTooLong,

@@ -52,7 +52,7 @@ constexpr std::array kKinds = {
                      "split the course, list fewer files, or shorten what is too long"},
     PlexoFindingKind{ManifestIllFormed, "PLX-102", kError, "The manifest can't be read as XML",
                      "'imsmanifest.xml': {0}", "mend the XML at this place"},
-    PlexoFindingKind{ManifestInvalid, "PLX-103", kError, "The manifest breaks the schema of its edition",
+    PlexoFindingKind{ManifestInvalid, "PLX-103", kWarning, "The manifest breaks the schema of its edition",
                      "{0}", "follow the published schema of the edition"},
     PlexoFindingKind{SchemaUnavailable, "PLX-104", kWarning, "The manifest couldn't be validated",
                      "the schema documents: {0}", "install the program again with its Templates folder"},
@@ -63,16 +63,16 @@ constexpr std::array kKinds = {
         "validate it elsewhere"},
     PlexoFindingKind{SchemaFileMissing, "PLX-106", kWarning, "A schema document is named and missing",
                      "'{0}': named in xsi:schemaLocation, but not in the package",
-                     "add the document, or leave it out of xsi:schemaLocation"},
+                     "add the document, or leave it out of xsi:schemaLocation", true},
 
     PlexoFindingKind{RootNotManifest, "PLX-201", kError, "The document is no manifest",
                      "'{0}': the document's element must be 'manifest'", "export the course as SCORM"},
     PlexoFindingKind{
-        EditionUnknown, "PLX-202", kError, "The manifest names no edition that is known",
+        EditionUnknown, "PLX-202", kWarning, "The manifest names no edition that is known",
         "{0}: names no schemaversion of SCORM; known are '1.2', 'CAM 1.3', '2004 3rd Edition' and "
-        "'2004 4th Edition'",
+        "'2004 4th Edition'. The namespaces are those of SCORM {1}, and the package is checked as such",
         "write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
-    PlexoFindingKind{NamespaceOfOtherEdition, "PLX-203", kError,
+    PlexoFindingKind{NamespaceOfOtherEdition, "PLX-203", kWarning,
                      "The manifest's namespace is of another edition",
                      "'{0}': isn't the namespace of SCORM {1}", "write '{2}'"},
     PlexoFindingKind{NoOrganization, "PLX-204", kError, "There is no organization",
@@ -80,9 +80,9 @@ constexpr std::array kKinds = {
                      "add an organization with the course's items"},
     PlexoFindingKind{OrganizationEmpty, "PLX-205", kError, "An organization has no item",
                      "organization '{0}': has no item", "add an item, or remove the organization"},
-    PlexoFindingKind{TitleMissing, "PLX-206", kError, "A title is missing", "{0} '{1}': has no title",
+    PlexoFindingKind{TitleMissing, "PLX-206", kWarning, "A title is missing", "{0} '{1}': has no title",
                      "add a title"},
-    PlexoFindingKind{ItemWithoutResource, "PLX-207", kError, "An item leads nowhere",
+    PlexoFindingKind{ItemWithoutResource, "PLX-207", kWarning, "An item leads nowhere",
                      "item '{0}': has neither a resource nor items below it",
                      "add an identifierref, or remove it"},
     PlexoFindingKind{ItemWithBoth, "PLX-208", kError, "An item has both a resource and items below it",
@@ -92,7 +92,7 @@ constexpr std::array kKinds = {
                      "resource '{0}': has no href, but item '{1}' launches it", "add the launch file's href"},
     PlexoFindingKind{ScormTypeMissing, "PLX-210", kError, "A launched resource has no valid SCORM type",
                      "resource '{0}': its {1} must be 'sco' or 'asset'", "write '{1}' with the right value"},
-    PlexoFindingKind{ResourceType, "PLX-211", kError, "A launched resource isn't web content",
+    PlexoFindingKind{ResourceType, "PLX-211", kWarning, "A launched resource isn't web content",
                      "resource '{0}': its type is '{1}'", "write type=\"webcontent\""},
     PlexoFindingKind{ResourceUnused, "PLX-212", kHint, "A SCO is never launched",
                      "resource '{0}': a SCO that no item launches", "add an item for it, or remove it"},
@@ -116,11 +116,14 @@ constexpr std::array kKinds = {
         "or "
         "movie of a flat course, which brings no title",
         "add a title, or take the document or movie into a module, where it has its file's name"},
+    PlexoFindingKind{EditionUndetermined, "PLX-217", kError, "Nothing in the manifest tells its edition",
+                     "{0}: names no schemaversion of SCORM, and no namespace tells the edition",
+                     "Write schema 'ADL SCORM' and the schemaversion into the manifest's metadata"},
 
-    PlexoFindingKind{ManifestIdentifierDigit, "PLX-301", kError,
+    PlexoFindingKind{ManifestIdentifierDigit, "PLX-301", kWarning,
                      "The manifest's identifier starts with a digit",
                      "'{0}': an identifier can't start with a digit", "put a letter in front"},
-    PlexoFindingKind{IdentifierMalformed, "PLX-302", kError, "An identifier is malformed",
+    PlexoFindingKind{IdentifierMalformed, "PLX-302", kWarning, "An identifier is malformed",
                      "{0}: '{1}' is no identifier",
                      "start with a letter or '_', then letters, digits, '.', '-' or '_'"},
     PlexoFindingKind{IdentifierTwice, "PLX-303", kError, "An identifier is declared twice",
@@ -128,17 +131,17 @@ constexpr std::array kKinds = {
     PlexoFindingKind{ItemResourceUnknown, "PLX-304", kError, "An item's resource doesn't exist",
                      "item '{0}': refers to resource '{1}', which doesn't exist",
                      "correct the identifierref, or add the resource"},
-    PlexoFindingKind{DependencyUnknown, "PLX-305", kError, "A dependency doesn't exist",
+    PlexoFindingKind{DependencyUnknown, "PLX-305", kWarning, "A dependency doesn't exist",
                      "resource '{0}': depends on '{1}', which doesn't exist",
                      "correct or remove the dependency"},
-    PlexoFindingKind{DefaultOrganizationUnknown, "PLX-306", kError, "The default organization doesn't exist",
-                     "'{0}': no organization has this identifier",
+    PlexoFindingKind{DefaultOrganizationUnknown, "PLX-306", kWarning,
+                     "The default organization doesn't exist", "'{0}': no organization has this identifier",
                      "name one of the organizations as the default"},
     PlexoFindingKind{SharedSequencingUnknown, "PLX-307", kError, "Shared sequencing doesn't exist",
                      "'{0}': no sequencing of the collection has this ID",
                      "correct the IDRef, or add the sequencing"},
 
-    PlexoFindingKind{FileMissing, "PLX-401", kError, "A listed file is missing",
+    PlexoFindingKind{FileMissing, "PLX-401", kWarning, "A listed file is missing",
                      "'{0}': listed in the manifest, but not in the package",
                      "add the file, or don't list it"},
     PlexoFindingKind{LaunchFileMissing, "PLX-402", kError, "A launch file is missing",
@@ -151,11 +154,12 @@ constexpr std::array kKinds = {
                      "'{0}': the package holds it as '{1}', so it isn't found on many servers",
                      "write the name as it is in the package"},
     PlexoFindingKind{FileUnlisted, "PLX-405", kHint, "A file isn't listed in the manifest",
-                     "'{0}': no resource lists it, so an LMS may leave it out", "list it, or remove it"},
+                     "'{0}': no resource lists it, so an LMS may leave it out", "list it, or remove it",
+                     true},
     PlexoFindingKind{HrefRawCharacters, "PLX-406", kWarning, "An href holds % or brackets as they are",
                      "'{0}': '%', '[' and ']' must be written as %25, %5B and %5D in an href",
                      "rename the file, or escape the characters"},
-    PlexoFindingKind{HrefBackslash, "PLX-407", kError, "An href holds a back-slash",
+    PlexoFindingKind{HrefBackslash, "PLX-407", kWarning, "An href holds a back-slash",
                      "'{0}': a back-slash doesn't separate folders in an href", "write slashes"},
     PlexoFindingKind{HrefLeavesPackage, "PLX-408", kError, "An href leads out of the package",
                      "'{0}': leads out of the package", "put the file into the package"},
@@ -183,11 +187,11 @@ constexpr std::array kKinds = {
     PlexoFindingKind{WeightsDontSum, "PLX-506", kWarning, "Weights don't add up to 1",
                      "{0} '{1}': the weights of its children add up to {2}, not 1",
                      "correct objectiveMeasureWeight"},
-    PlexoFindingKind{WeightMalformed, "PLX-507", kError, "A weight isn't a plain number from 0 to 1",
+    PlexoFindingKind{WeightMalformed, "PLX-507", kWarning, "A weight isn't a plain number from 0 to 1",
                      "item '{0}': its weight is '{1}'; expected a number from 0 to 1 without an exponent",
                      "write it as 0.25"},
     PlexoFindingKind{
-        SequencingOrder, "PLX-508", kError, "Parts of sequencing stand in the wrong order",
+        SequencingOrder, "PLX-508", kWarning, "Parts of sequencing stand in the wrong order",
         "'{0}': must stand before '{1}'",
         "order them: controlMode, sequencingRules, limitConditions, auxiliaryResources, rollupRules, "
         "objectives, randomizationControls, deliveryControls"},
@@ -196,13 +200,13 @@ constexpr std::array kKinds = {
         "Content reports completion and never success, but success is "
         "waited for",
         "item '{0}': reports completion and never success, as far as its scripts show, but '{1}' waits "
-        "for its success and stays closed for ever",
+        "for its success and never becomes available",
         "let the content set cmi.success_status, let completion pass ('completion-passes' in the course "
         "file), or don't force the order"},
     PlexoFindingKind{
         NeverReports, "PLX-510", kError, "Content reports nothing, but is waited for",
         "item '{0}': reports neither completion nor success, as far as its scripts show, but '{1}' waits "
-        "for it and stays closed for ever",
+        "for it and never becomes available",
         "let the content report, or let the LMS set its status (completionSetByContent and "
         "objectiveSetByContent \"false\")"},
     PlexoFindingKind{
@@ -218,9 +222,39 @@ constexpr std::array kKinds = {
         CompletionAwaited, "PLX-513", kError,
         "Content reports success and never completion, but completion is waited for",
         "item '{0}': reports success and never completion, as far as its scripts show, but '{1}' waits for "
-        "its completion and stays closed for ever",
+        "its completion and never becomes available",
         "let the content set cmi.completion_status, or let the LMS set it (completionSetByContent "
         "\"false\")"},
+    PlexoFindingKind{
+        CourseNeverPassed, "PLX-514", kWarning, "No learner can pass the course",
+        "item '{0}': reports no success, as far as its scripts show, so that {1} '{2}' is never satisfied",
+        "Let the content set cmi.success_status, or let completion pass ('completion-passes' in the course "
+        "file)"},
+    PlexoFindingKind{
+        CourseNeverComplete, "PLX-515", kError, "No learner can complete the course",
+        "item '{0}': reports neither completion nor success, as far as its scripts show, so that {1} '{2}' "
+        "never completes",
+        "Let the content set cmi.completion_status, or let the LMS set it (completionSetByContent "
+        "\"false\")"},
+    PlexoFindingKind{FailingOpens, "PLX-516", kHint, "Failing opens what comes next",
+                     "'{0}': opens as soon as '{1}' has passed or failed, so that failing is enough{2}",
+                     "Do nothing if learners may go on after a failure. Else wait for satisfied instead of "
+                     "objectiveStatusKnown"},
+    PlexoFindingKind{
+        ResultTakenBack, "PLX-517", kHint, "Opening finished content again may close what comes next",
+        "'{0}': closes again when a learner opens the finished '{1}' and leaves it as incomplete{2}",
+        "Let the content stay completed when it is opened again"},
+    PlexoFindingKind{
+        StartedOnce, "PLX-518", kHint, "The course can't be started anew",
+        "{0} '{1}': is launched first and disabled once it was done: the course can then be resumed, or "
+        "entered from its contents list, but not started anew",
+        "Tell learners to suspend the course when they leave, or let the rule skip instead of disable"},
+    PlexoFindingKind{
+        ScoreDiluted, "PLX-519", kWarning, "Content without a score lowers the course's score",
+        "{0} '{1}': {2} of its {3} items report no score, as far as their scripts show; they count as 0 "
+        "beside '{4}'",
+        "Give them the weight 0 (objectiveMeasureWeight), or use a template with modules, in which only "
+        "tests count"},
 
     PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
                      "item '{0}': its scripts call {1} only, which a SCORM {2} course doesn't offer",
@@ -234,6 +268,14 @@ constexpr std::array kKinds = {
     PlexoFindingKind{AssetUsesApi, "PLX-604", kWarning, "An asset calls the LMS",
                      "item '{0}': is an asset, but its scripts call {1}: an LMS needn't offer it the API",
                      "make the resource a 'sco'"},
+    PlexoFindingKind{EndsCourse, "PLX-605", kWarning, "Content ends the whole course",
+                     "item '{0}': its scripts send {1}, which ends the whole course",
+                     "Let the content end its own visit only"},
+    PlexoFindingKind{
+        BookmarkLost, "PLX-606", kWarning, "Content keeps a bookmark and doesn't suspend",
+        "item '{0}': its scripts store where the learner is and never set cmi.exit to 'suspend', as far as "
+        "they show, so that an LMS forgets it",
+        "Let the content set cmi.exit to 'suspend' before it calls Terminate"},
 
     PlexoFindingKind{PathTooLong, "PLX-701", kWarning, "A path is too long for some servers",
                      "'{0}': {1} characters; {2} are safe ({3})", "shorten the names of folders"},
@@ -255,7 +297,7 @@ constexpr std::array kKinds = {
         SuspendDataLimited, "PLX-708", kHint, "Suspend data is limited",
         "item '{0}': its scripts use cmi.suspend_data, of which an LMS must store {1} characters only "
         "({2})",
-        "see that the content never stores more"},
+        "see that the content never stores more", true},
     PlexoFindingKind{ArchiveTooLarge, "PLX-709", kWarning, "The archive is too large for some unpackers",
                      "the package: {0} {1}; {2} are safe ({3})",
                      "leave out what the course doesn't need, or make several courses of it"},
@@ -450,10 +492,8 @@ std::string PlexoFindingTable::WriteMarkdown() {
       "# Findings of `plexo check` and `plexo adopt`\n"
       "\n"
       "Made by `plexo check --list`; the table in `check/PlexoFindingTable.cpp` is the source. An id is "
-      "never given "
-      "to another finding. An error keeps a package from working in some place, a warning in some LMS; a "
-      "hint is "
-      "worth knowing.\n"
+      "never given to another finding. An error keeps a course, or a part of it, from working in most "
+      "LMSs, a warning in some; a hint is worth knowing.\n"
       "\n"
       "| Id | Severity | What | Text | Way out |\n"
       "|---|---|---|---|---|\n";

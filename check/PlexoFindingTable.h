@@ -19,6 +19,8 @@ struct PlexoFindingKind {
   /// The text, with the finding's words for "{0}", "{1}" ...; likewise the way out.
   std::string_view pattern;
   std::string_view wayOut;
+  /// There may be many of them that say the same: a list names the first words of some only.
+  bool isListedBriefly = false;
 };
 
 /// The one table of all findings: the command line, the tests and docs/messages.md use it.

@@ -2,6 +2,7 @@
 #include "check/PlexoIdentifierCheck.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -34,6 +35,7 @@ class IdentifierCheck {
       if (element.vocabulary == Packaging) Declare(element, "identifier");
       if (element.Is(Sequencing, "sequencing")) Declare(element, "ID");
     }
+    for (const auto& [identifier, element] : malformed) CheckForm(identifier, *element);
     CheckItems();
     CheckDependencies();
     CheckDefault();
@@ -44,16 +46,22 @@ class IdentifierCheck {
   void Declare(const PlexoManifestElement& element, std::string_view attribute) {
     const std::string* identifier = element.GetAttribute(attribute);
     if (identifier == nullptr) return;
-    if (element.parent == nullptr && !identifier->empty() && IsDigit(identifier->front())) {
-      findings.AddElement(ManifestIdentifierDigit, element, {*identifier});
-    } else if (!IsNCName(*identifier)) {
-      findings.AddElement(IdentifierMalformed, element, {element.name, *identifier});
-    }
     const auto [first, isNew] = declared.try_emplace(*identifier, element.line);
     if (!isNew) {
       findings.AddElement(IdentifierTwice, element, {*identifier, std::to_string(first->second)});
-    } else if (element.Is(Sequencing, "sequencing")) {
-      sharedSequencing.insert(*identifier);
+      // One finding for each identifier.
+      malformed.erase(*identifier);
+      return;
+    }
+    if (element.Is(Sequencing, "sequencing")) sharedSequencing.insert(*identifier);
+    if (!IsNCName(*identifier)) malformed.emplace(*identifier, &element);
+  }
+
+  void CheckForm(const std::string& identifier, const PlexoManifestElement& element) {
+    if (element.parent == nullptr && !identifier.empty() && IsDigit(identifier.front())) {
+      findings.AddElement(ManifestIdentifierDigit, element, {identifier});
+    } else {
+      findings.AddElement(IdentifierMalformed, element, {element.name, identifier});
     }
   }
 
@@ -101,6 +109,8 @@ class IdentifierCheck {
   PlexoFindingList& findings;
   /// Identifiers and the line that declares each first.
   std::unordered_map<std::string, int> declared;
+  /// In their order, so that findings have one.
+  std::map<std::string, const PlexoManifestElement*> malformed;
   std::unordered_set<std::string> sharedSequencing;
 };
 

@@ -67,6 +67,15 @@ bool IsStructural(std::string_view name) {
   return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 
+/// Attributes of the types xs:ID, xs:IDREF and xs:anyURI, to which blanks around the value don't belong, and
+/// identifierref, which is compared with one.
+bool IsIdentifier(std::string_view attribute) {
+  static constexpr std::array<std::string_view, 8> kNames = {
+      "identifier", "identifierref", "default",           "ID",
+      "IDRef",      "objectiveID",   "targetObjectiveID", "referencedObjective"};
+  return std::find(kNames.begin(), kNames.end(), attribute) != kNames.end();
+}
+
 std::string_view Trim(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t start = text.find_first_not_of(kBlanks);
@@ -225,6 +234,7 @@ class PlexoManifestDocument::Reading {
     attribute.number = number;
     if (qualifiedName.find(':') == std::string::npos) {
       attribute.name = qualifiedName;
+      if (IsIdentifier(qualifiedName)) attribute.value = Trim(attribute.value);
     } else if (qualifiedName == "xml:base") {
       // Its prefix is bound without a declaration.
       attribute.vocabulary = Other;

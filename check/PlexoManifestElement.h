@@ -25,6 +25,7 @@ struct PlexoManifestAttribute {
   PlexoVocabulary vocabulary = PlexoVocabulary::Packaging;
   /// Without its prefix.
   std::string name;
+  /// As written; of an identifier or a reference to one, without the blanks around it.
   std::string value;
   /// Among the attributes as written, declarations of namespaces too; from 1 on.
   int number = 1;
@@ -54,7 +55,7 @@ struct PlexoManifestElement {
   [[nodiscard]] const PlexoManifestElement* Find(PlexoVocabulary ofVocabulary, std::string_view ofName) const;
   [[nodiscard]] std::vector<const PlexoManifestElement*> FindAll(PlexoVocabulary ofVocabulary,
                                                                  std::string_view ofName) const;
-  /// The value of an attribute, as written; null if it is absent.
+  /// The value of an attribute; null if it is absent.
   [[nodiscard]] const std::string* GetAttribute(std::string_view ofName) const;
   [[nodiscard]] const std::string* GetAttribute(PlexoVocabulary ofVocabulary, std::string_view ofName) const;
   /// The value of an attribute without a prefix; the default if it is absent.

@@ -4,10 +4,12 @@
 #include "check/PlexoActivityTree.h"
 #include "check/PlexoArchiveCheck.h"
 #include "check/PlexoCheckedPackage.h"
+#include "check/PlexoContentReading.h"
 #include "check/PlexoFileCheck.h"
 #include "check/PlexoFindingList.h"
 #include "check/PlexoIdentifierCheck.h"
 #include "check/PlexoLimitCheck.h"
+#include "check/PlexoResultCheck.h"
 #include "check/PlexoSchemaCheck.h"
 #include "check/PlexoScratchFolder.h"
 #include "check/PlexoScriptCheck.h"
@@ -51,6 +53,12 @@ class PackageCheck {
     if (code != kTzSuccess) return;
     package.Index();
     PlexoArchiveCheck::Run(package, findings);
+    const PlexoContentReading reading(package, PlexoContentReading::Extent::Everything, findings,
+                                      damagedManifest);
+    if (reading.GetFailure()) {
+      Fail(reading.GetFailure());
+      return;
+    }
     if (!hasManifest) return;
     if (!package.manifest.GetError().empty()) {
       findings.AddLine(ManifestIllFormed, package.manifest.GetErrorLine(), {package.manifest.GetError()});
@@ -60,28 +68,25 @@ class PackageCheck {
       findings.AddLine(ManifestTooLarge, 0, {package.manifest.GetExcess()});
       return;
     }
-    CheckManifest();
-    if (code == kTzSuccess && package.manifest.GetRoot()->name == "manifest") {
+    CheckManifest(reading);
+    if (package.manifest.GetRoot()->name == "manifest") {
       PlexoSchemaCheck::Run(package, manifest, schemaFolder, findings);
     }
   }
 
-  void CheckManifest() {
+  void CheckManifest(const PlexoContentReading& reading) {
     PlexoStructureCheck::Run(package, findings);
     if (package.manifest.GetRoot()->name != "manifest") return;
     PlexoIdentifierCheck::Run(package, findings);
     PlexoFileCheck::Run(package, findings);
-    const PlexoScriptIndex scripts(package, findings);
-    if (scripts.GetFailure()) {
-      Fail(scripts.GetFailure());
-      return;
-    }
+    const PlexoScriptIndex scripts(package, reading);
     PlexoScriptCheck::Run(package, scripts, findings);
     PlexoLimitCheck::Run(package, scripts, findings);
     if (!IsPlexo2004(package.GetEdition())) return;
     const PlexoActivityTree tree(package);
     PlexoSequencingCheck::Run(tree, findings);
     PlexoStatusCheck::Run(tree, scripts, findings);
+    PlexoResultCheck::Run(tree, scripts, findings);
   }
 
   /// Unpacks the manifest to the file and reads it. False if there is none to be read.
@@ -95,6 +100,7 @@ class PackageCheck {
     }
     const TzZipFailure failure = package.ReadManifest(*entry, file);
     if (failure.code == kTzBadContent) {
+      damagedManifest = entry;
       findings.AddFile(EntryDamaged, entry->name, {entry->name, failure.message});
     } else if (failure) {
       Fail(failure);
@@ -113,6 +119,7 @@ class PackageCheck {
   const TzPath& schemaFolder;
   PlexoCheckedPackage package;
   PlexoFindingList findings;
+  const TzZipEntry* damagedManifest = nullptr;
   TzErrorCodeEnum code = kTzSuccess;
   std::string machineFailure;
 };

@@ -20,8 +20,9 @@ struct PlexoCheckResult {
 /// Says whether a SCORM package (SCORM 1.2, SCORM 2004) will work.
 ///
 /// Guarantees: nothing of the package is trusted, and nothing is written outside the process's temporary
-/// folders. Media aren't read, scripts only piece by piece: memory grows with the manifest and the number of
-/// files, never with their sizes. The same package gives the same findings in the same order.
+/// folders. Every file is read, on all cores, and checked against its CRC-32, but only piece by piece: memory
+/// grows with the manifest and the number of files, never with their sizes. The same package gives the same
+/// findings in the same order.
 class PlexoPackageChecker {
  public:
   /// The folder of the published schema documents: "1_2/static" and "2004/static/3rd" stand under it.

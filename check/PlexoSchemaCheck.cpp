@@ -73,10 +73,14 @@ class Explained {
       const std::string_view last = path.substr(path.rfind('/') + 1);
       byLine[finding.place.line].emplace(last.substr(0, last.find('[')));
       paths.insert(finding.place.element);
+      if (finding.id == IdentifierMalformed || finding.id == ManifestIdentifierDigit)
+        identifiers.insert(finding.words.back());
+      if (finding.id == IdentifierTwice) identifiers.insert(finding.words.front());
     }
   }
 
   [[nodiscard]] bool Covers(const TzSchemaFinding& finding, const Spot& spot) const {
+    if (IsOfIdentifier(finding.message)) return true;
     const auto found = byLine.find(spot.line);
     if (found == byLine.end()) return false;
     // The validator tells of identifiers and references without naming the element.
@@ -93,8 +97,19 @@ class Explained {
   }
 
  private:
+  /// True for an identifier that is told of already, wherever it stands.
+  [[nodiscard]] bool IsOfIdentifier(std::string_view message) const {
+    constexpr std::string_view kStart = ": '";
+    const std::size_t start = message.find(kStart);
+    const std::size_t end = message.rfind("' is not a valid value of the atomic type 'xs:ID");
+    if (start == std::string_view::npos || end == std::string_view::npos) return false;
+    const std::size_t from = start + kStart.size();
+    return from <= end && identifiers.contains(std::string(message.substr(from, end - from)));
+  }
+
   std::unordered_map<int, std::set<std::string>> byLine;
   std::unordered_set<std::string> paths;
+  std::unordered_set<std::string> identifiers;
 };
 
 /// What the validator says, in an author's words where its own are for makers of schemas.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "check/PlexoScriptCheck.h"
 
+#include <algorithm>
+#include <string>
 #include <unordered_set>
 #include <utility>
 
@@ -51,6 +53,28 @@ void CheckSco(const PlexoManifestElement& item, PlexoScriptWords words, bool is2
   }
 }
 
+/// What ends a visit has an effect on all content of the course.
+void CheckEnd(const PlexoManifestElement& item, PlexoScriptWords words, bool is2004,
+              PlexoFindingList& findings) {
+  std::string sent;
+  if (words.Has(PlexoScriptWords::SendsLogout)) sent = "'logout' as its exit";
+  if (is2004 && words.Has(PlexoScriptWords::SendsExitAll)) {
+    if (!sent.empty()) sent += " and ";
+    sent += "the navigation request 'exitAll'";
+  }
+  if (!sent.empty()) findings.AddElement(EndsCourse, item, {item.GetValue("identifier"), sent});
+}
+
+/// SCORM 1.2 keeps the data of every visit; SCORM 2004 forgets those of a visit that isn't suspended. Our
+/// launch page suspends for content of SCORM 1.2.
+void CheckBookmark(const PlexoManifestElement& item, PlexoScriptWords words, PlexoFindingList& findings) {
+  const bool isKept = words.Has(PlexoScriptWords::Location) || words.Has(PlexoScriptWords::SuspendData);
+  const bool suspends = words.Has(PlexoScriptWords::Exit) && words.Has(PlexoScriptWords::Suspend);
+  if (!isKept || suspends || words.Has(PlexoScriptWords::Assembled) || words.Has(PlexoScriptWords::Content12))
+    return;
+  findings.AddElement(BookmarkLost, item, {item.GetValue("identifier")});
+}
+
 }  // namespace
 
 void PlexoScriptCheck::Run(const PlexoCheckedPackage& package, const PlexoScriptIndex& scripts,
@@ -58,12 +82,19 @@ void PlexoScriptCheck::Run(const PlexoCheckedPackage& package, const PlexoScript
   if (package.GetEdition() == PlexoEdition::Unknown) return;
   const bool is2004 = IsPlexo2004(package.GetEdition());
   const Api& own = is2004 ? kApi2004 : kApi12;
+  const auto& items = package.GetItems();
+  const bool hasSeveral = std::count_if(items.begin(), items.end(), [&](const auto* item) {
+                            return package.GetResourceOf(*item) != nullptr;
+                          }) > 1;
   std::unordered_set<const PlexoResource*> seen;
-  for (const PlexoManifestElement* item : package.GetItems()) {
+  for (const PlexoManifestElement* item : items) {
     const PlexoResource* resource = package.GetResourceOf(*item);
     if (resource == nullptr || !scripts.Knows(*resource) || !seen.insert(resource).second) continue;
     if (resource->scormType == "sco") {
-      CheckSco(*item, scripts.GetWordsOf(*resource), is2004, findings);
+      const PlexoScriptWords words = scripts.GetWordsOf(*resource);
+      CheckSco(*item, words, is2004, findings);
+      if (hasSeveral) CheckEnd(*item, words, is2004, findings);
+      if (is2004) CheckBookmark(*item, words, findings);
     } else if (resource->scormType == "asset" && Calls(scripts.GetListedWords(*resource), own)) {
       findings.AddElement(AssetUsesApi, *item, {item->GetValue("identifier"), own.startName});
     }

@@ -1,83 +1,46 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "check/PlexoScriptIndex.h"
 
-#include <algorithm>
-#include <array>
-#include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
-namespace {
-
-bool IsScript(std::string_view name) {
-  static constexpr std::array<std::string_view, 7> kExtensions = {".js",   ".mjs", ".cjs",  ".htm",
-                                                                  ".html", ".xht", ".xhtml"};
-  const std::size_t point = name.rfind('.');
-  if (point == std::string_view::npos) return false;
-  const std::string extension = PlexoCheckedPackage::FoldCase(name.substr(point));
-  return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+PlexoScriptIndex::PlexoScriptIndex(const PlexoCheckedPackage& checked, const PlexoContentReading& reading)
+    : package(checked), isRead(reading.IsRead()), failure(reading.GetFailure()) {
+  if (!isRead) return;
+  AddScripts(reading.GetScripts());
+  AddDependencies();
 }
-
-/// An archive that unpacks to far more than its size isn't read through.
-bool UnpacksHuge(const TzZipInspection& archive) {
-  const auto& faults = archive.GetFaults();
-  return std::any_of(faults.begin(), faults.end(),
-                     [](const TzZipFault& fault) { return fault.kind == TzZipFaultKind::Size; });
-}
-
-}  // namespace
 
 PlexoScriptIndex::PlexoScriptIndex(PlexoCheckedPackage& checked, PlexoFindingList& findings)
-    : package(checked) {
-  if (UnpacksHuge(checked.archive)) return;
-  ReadScripts(checked, findings);
-  AddDependencies();
-  isRead = true;
-}
+    : PlexoScriptIndex(checked,
+                       PlexoContentReading(checked, PlexoContentReading::Extent::Scripts, findings)) {}
 
-void PlexoScriptIndex::ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings) {
-  std::vector<std::pair<const TzZipEntry*, PlexoScriptWords>> found;
-  std::unordered_set<std::string> launchFolders;
-  for (const TzZipEntry& entry : checked.archive.GetEntries()) {
-    if (entry.isFolder || entry.isFaulty || !IsScript(entry.name)) continue;
-    PlexoScriptScan scan;
-    TzZipFailure problem =
-        checked.archive.Read(entry, [&scan](std::span<const std::byte> piece) { scan.Feed(piece); });
-    if (problem && problem.code != kTzBadContent) {
-      failure = std::move(problem);
-      return;
-    }
-    if (problem) findings.AddFile(PlexoFindingId::EntryDamaged, entry.name, {entry.name, problem.message});
-    PlexoScriptWords words = scan.Finish();
-    // It refuses suspend data that an LMS needn't store.
-    if (words.Has(PlexoScriptWords::Wrapping) && IsWrapperScript(checked, entry))
-      words.Remove(PlexoScriptWords::SuspendData);
+void PlexoScriptIndex::AddScripts(const std::vector<PlexoScript>& scripts) {
+  for (const PlexoScript& script : scripts) {
+    if (!script.words.Has(PlexoScriptWords::Translated)) continue;
+    std::string folder(PlexoCheckedPackage::GetFolder(script.entry->name));
+    const PlexoHref content = PlexoHref::Read(folder + "/", script.content);
+    const bool isInPackage = !content.isExternal && !content.leavesPackage;
+    std::string behind(isInPackage ? PlexoCheckedPackage::GetFolder(content.path) : folder);
+    contentFolders.emplace(std::move(folder), std::move(behind));
+    AddFile(*script.entry, script.words);
+  }
+  for (const PlexoScript& script : scripts) {
+    PlexoScriptWords words = script.words;
+    const std::string folder(PlexoCheckedPackage::GetFolder(script.entry->name));
+    if (words.Has(PlexoScriptWords::Translated) || contentFolders.contains(folder)) continue;
+    // It refuses suspend data that an LMS needn't store, and takes no completion back.
+    if (words.Has(PlexoScriptWords::Wrapping) && IsWrapperScript(*script.entry))
+      words.Remove(PlexoScriptWords::SuspendData | PlexoScriptWords::Incomplete);
     words.Remove(PlexoScriptWords::Wrapping);
-    if (words.Has(PlexoScriptWords::Translated) && IsLaunchSettings(checked, entry)) {
-      launchFolders.emplace(PlexoCheckedPackage::GetFolder(entry.name));
-      AddFile(entry, words);
-    } else {
-      words.Remove(PlexoScriptWords::Translated);
-      found.emplace_back(&entry, words);
-    }
-  }
-  for (const auto& [entry, words] : found) {
-    if (!launchFolders.contains(std::string(PlexoCheckedPackage::GetFolder(entry->name))))
-      AddFile(*entry, words);
+    AddFile(*script.entry, words);
   }
 }
 
-bool PlexoScriptIndex::IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry) {
-  const std::string folder(PlexoCheckedPackage::GetFolder(entry.name));
-  return (folder == "launch" || folder.ends_with("/launch")) && entry.name == folder + "/settings.js" &&
-         checked.FindFile(folder + "/launch.html") != nullptr;
-}
-
-bool PlexoScriptIndex::IsWrapperScript(const PlexoCheckedPackage& checked, const TzZipEntry& entry) {
+bool PlexoScriptIndex::IsWrapperScript(const TzZipEntry& entry) const {
   const std::string folder(PlexoCheckedPackage::GetFolder(entry.name));
   return entry.name == folder + "/standard.js" &&
-         checked.FindFile(folder + "/SCORM_support/scorm_support.js") != nullptr;
+         package.FindFile(folder + "/SCORM_support/scorm_support.js") != nullptr;
 }
 
 void PlexoScriptIndex::AddFile(const TzZipEntry& entry, PlexoScriptWords words) {
@@ -123,14 +86,17 @@ PlexoScriptWords PlexoScriptIndex::GetWordsOf(const PlexoResource& resource,
                                               const TzZipEntry& launchFile) const {
   PlexoScriptWords words;
   if (const auto found = byResource.find(&resource); found != byResource.end()) words = found->second;
-  const std::string_view launch = launchFile.name;
-  const std::size_t slash = launch.rfind('/');
-  if (slash == std::string_view::npos) {
-    words.Add(atTop);
-  } else if (const auto found = byFolder.find(launch.substr(0, slash)); found != byFolder.end()) {
-    words.Add(found->second);
-  }
+  const std::string folder(PlexoCheckedPackage::GetFolder(launchFile.name));
+  words.Add(GetWordsBelow(folder));
+  if (const auto behind = contentFolders.find(folder); behind != contentFolders.end())
+    words.Add(GetWordsBelow(behind->second));
   return words;
+}
+
+PlexoScriptWords PlexoScriptIndex::GetWordsBelow(std::string_view folder) const {
+  if (folder.empty()) return atTop;
+  const auto found = byFolder.find(folder);
+  return found != byFolder.end() ? found->second : PlexoScriptWords();
 }
 
 bool PlexoScriptIndex::Knows(const PlexoResource& resource) const {

@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "check/PlexoCheckedPackage.h"
+#include "check/PlexoContentReading.h"
 #include "check/PlexoFindingList.h"
 #include "check/PlexoScriptWords.h"
 
 /// What the scripts of a package's content hold. Looks at JavaScript and HTML; what other files do isn't
-/// seen. Of a launch page of ours, which can say everything, only its settings count.
+/// seen. Of a launch page of ours, which can say everything, only its settings count, and the content that
+/// they name.
 class PlexoScriptIndex {
  public:
-  /// Reads every script of the package once, piece by piece. One that is damaged is a finding.
+  PlexoScriptIndex(const PlexoCheckedPackage& checked, const PlexoContentReading& reading);
+  /// Reads the scripts of the package. One that is damaged is a finding.
   PlexoScriptIndex(PlexoCheckedPackage& checked, PlexoFindingList& findings);
 
   /// What kept the scripts from being read: a fault of the machine, or a stop that was asked for.
@@ -30,9 +34,9 @@ class PlexoScriptIndex {
   [[nodiscard]] bool Knows(const PlexoResource& resource) const;
 
  private:
-  void ReadScripts(PlexoCheckedPackage& checked, PlexoFindingList& findings);
-  [[nodiscard]] static bool IsLaunchSettings(const PlexoCheckedPackage& checked, const TzZipEntry& entry);
-  [[nodiscard]] static bool IsWrapperScript(const PlexoCheckedPackage& checked, const TzZipEntry& entry);
+  void AddScripts(const std::vector<PlexoScript>& scripts);
+  [[nodiscard]] bool IsWrapperScript(const TzZipEntry& entry) const;
+  [[nodiscard]] PlexoScriptWords GetWordsBelow(std::string_view folder) const;
   void AddFile(const TzZipEntry& entry, PlexoScriptWords words);
   void AddDependencies();
 
@@ -40,6 +44,8 @@ class PlexoScriptIndex {
   bool isRead = false;
   TzZipFailure failure;
   std::unordered_map<const TzZipEntry*, PlexoScriptWords> byFile;
+  /// The folder of the content behind each launch page, by that of the launch page.
+  std::unordered_map<std::string, std::string> contentFolders;
   /// What the files of a resource and of its dependencies hold.
   std::unordered_map<const PlexoResource*, PlexoScriptWords> byResource;
   /// What all files below a folder hold.

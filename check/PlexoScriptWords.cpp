@@ -24,6 +24,9 @@ constexpr std::array kFunctions = {
     Entry{"plexoLaunch", PlexoScriptWords::Translated},
     Entry{"completionPasses", PlexoScriptWords::CompletionPasses},
     Entry{"masteryScore", PlexoScriptWords::MasteryScore},
+    Entry{"scaledPassingScore", PlexoScriptWords::PassingScore},
+    Entry{"suspend", PlexoScriptWords::Suspend},
+    Entry{"incomplete", PlexoScriptWords::Incomplete},
     Entry{"PlexoVisit", PlexoScriptWords::Wrapping},
 };
 
@@ -35,6 +38,8 @@ constexpr std::array kNames = {
     Entry{"cmi.core.lesson_status", PlexoScriptWords::LessonStatus},
     Entry{"cmi.core.score.raw", PlexoScriptWords::RawScore12},
     Entry{"cmi.suspend_data", PlexoScriptWords::SuspendData},
+    Entry{"cmi.location", PlexoScriptWords::Location},
+    Entry{"cmi.exit", PlexoScriptWords::Exit},
     Entry{"cmi.", PlexoScriptWords::Assembled},
     Entry{"cmi.core.", PlexoScriptWords::Assembled | PlexoScriptWords::LessonStatus},
     Entry{"cmi.core.score.", PlexoScriptWords::RawScore12},
@@ -51,39 +56,64 @@ std::uint32_t Look(const Table& table, std::string_view text) {
   return 0;
 }
 
-bool IsPartOfWord(char character) {
-  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-         (character >= '0' && character <= '9') || character == '_' || character == '.' || character == '$';
+/// Which bytes are part of a word.
+constexpr std::array<bool, 256> MakeWordBytes() {
+  std::array<bool, 256> bytes = {};
+  for (std::size_t byte = 'a'; byte <= 'z'; ++byte) bytes.at(byte) = true;
+  for (std::size_t byte = 'A'; byte <= 'Z'; ++byte) bytes.at(byte) = true;
+  for (std::size_t byte = '0'; byte <= '9'; ++byte) bytes.at(byte) = true;
+  for (const char byte : {'_', '.', '$'}) bytes.at(static_cast<std::size_t>(byte)) = true;
+  return bytes;
 }
+constexpr std::array<bool, 256> kWordBytes = MakeWordBytes();
+
+bool IsPartOfWord(char character) { return kWordBytes[static_cast<unsigned char>(character)]; }
 
 }  // namespace
 
 void PlexoScriptScan::Feed(std::span<const std::byte> piece) {
-  for (const std::byte byte : piece) {
-    const auto character = static_cast<char>(byte);
-    // Every second byte of a text in UTF-16.
-    if (character == 0) continue;
-    if (!IsPartOfWord(character)) {
-      if (!current.empty()) EndWord(character);
-      before = character;
-    } else if (current.size() < kMostWordBytes) {
-      current += character;
+  const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = start;
+    while (end < text.size() && IsPartOfWord(text[end])) ++end;
+    const std::string_view run = text.substr(start, end - start);
+    start = end + 1;
+    // A word goes on in the next piece, and behind every second byte of a text in UTF-16.
+    if (end == text.size() || text[end] == 0) {
+      Keep(run);
+    } else if (current.empty() && !isTooLong) {
+      if (!run.empty()) EndWord(run, text[end]);
+      before = text[end];
     } else {
-      isTooLong = true;
+      Keep(run);
+      EndWord(current, text[end]);
+      before = text[end];
     }
   }
 }
 
+void PlexoScriptScan::Keep(std::string_view part) {
+  if (current.size() + part.size() > kMostWordBytes) isTooLong = true;
+  if (!isTooLong) current += part;
+}
+
 PlexoScriptWords PlexoScriptScan::Finish() {
-  EndWord(0);
+  EndWord(current, 0);
   return words;
 }
 
-void PlexoScriptScan::EndWord(char after) {
-  const std::string_view word = current;
-  if (!isTooLong) {
-    if (word == "LMS" && before == after && (before == '"' || before == '\'')) {
+void PlexoScriptScan::EndWord(std::string_view word, char after) {
+  if (!isTooLong && word.size() <= kMostWordBytes) {
+    if (sent == Sent::Exit && word == "logout") words.Add(PlexoScriptWords::SendsLogout);
+    if (sent == Sent::Navigation && word == "exitAll") words.Add(PlexoScriptWords::SendsExitAll);
+    sent = Sent::Nothing;
+    if (word == "cmi.exit" || word == "cmi.core.exit") sent = Sent::Exit;
+    if (word == "adl.nav.request") sent = Sent::Navigation;
+    const bool isQuoted = before == after && (before == '"' || before == '\'');
+    if (isQuoted && word == "LMS") {
       words.Add(PlexoScriptWords::Assembled12);
+    } else if (isQuoted && word == "failed") {
+      words.Add(PlexoScriptWords::Failed);
     } else if (word.starts_with("cmi.")) {
       words.Add(Look(kNames, word));
     } else {

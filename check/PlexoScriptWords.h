@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// The words of the SCORM run-time API and data model that content's scripts hold. A set of bits.
@@ -36,7 +37,24 @@ class PlexoScriptWords {
     Api2004 = 1U << 16U,
     /// Names of the SCORM 1.2 API are put together while the script runs.
     Assembled12 = 1U << 17U,
+    /// More of what the settings of a launch page say.
+    Content12 = 1U << 18U,
+    PassingScore = 1U << 19U,
+    Location = 1U << 20U,
+    /// How the visit ends, in SCORM 2004; and the word for one that goes on later.
+    Exit = 1U << 21U,
+    Suspend = 1U << 22U,
+    /// The status that takes back an earlier completion.
+    Incomplete = 1U << 23U,
+    /// The script sends the request that ends the whole course.
+    SendsLogout = 1U << 24U,
+    SendsExitAll = 1U << 25U,
+    /// The status of those who didn't pass.
+    Failed = 1U << 26U,
   };
+  /// What counts in the settings of a launch page only.
+  static constexpr std::uint32_t kOfLaunchSettings =
+      Translated | CompletionPasses | MasteryScore | Content12 | PassingScore;
 
   [[nodiscard]] bool Has(Word word) const { return (bits & word) != 0; }
   void Add(std::uint32_t words) { bits |= words; }
@@ -50,16 +68,32 @@ class PlexoScriptWords {
 
   /// Content reports its completion, or its success, to an LMS of SCORM 2004.
   [[nodiscard]] bool ReportsCompletion() const {
-    return Has(Completion) || Has(Assembled) || (Has(Translated) && Has(LessonStatus));
+    return Has(Completion) || Has(Assembled) || (Has(Translated) && (Has(LessonStatus) || IsFinished12()));
   }
   [[nodiscard]] bool ReportsSuccess() const {
     if (Has(Success) || Has(Assembled)) return true;
     if (!Has(Translated)) return false;
-    const bool canPass = Has(Passed) || (Has(MasteryScore) && Has(RawScore12));
-    return (Has(LessonStatus) && canPass) || (Has(CompletionPasses) && ReportsCompletion());
+    return IsJudgedByScore() || (Has(LessonStatus) && Has(Passed)) ||
+           (Has(CompletionPasses) && ReportsCompletion());
   }
+  /// Content reports to an LMS of SCORM 2004 that the learner failed.
+  [[nodiscard]] bool ReportsFailure() const {
+    const bool saysSo = Has(Failed) && (Has(Success) || (Has(Translated) && Has(LessonStatus)));
+    return saysSo || Has(Assembled) || IsJudgedByScore();
+  }
+  /// Content reports a score to an LMS of SCORM 2004.
+  [[nodiscard]] bool ReportsScore() const { return Has(ScaledScore) || (Has(Translated) && Has(RawScore12)); }
 
  private:
+  /// A launch page compares the content's score with what it takes to pass.
+  [[nodiscard]] bool IsJudgedByScore() const {
+    if (!Has(Translated)) return false;
+    return (Has(MasteryScore) && Has(RawScore12) && ReportsCompletion()) ||
+           (Has(PassingScore) && Has(ScaledScore));
+  }
+  /// SCORM 1.2 content that sets no status is completed when it calls LMSFinish (SCORM 1.2 RTE 3.4.4).
+  [[nodiscard]] bool IsFinished12() const { return Has(Content12) && (Has(Finish12) || Has(Assembled12)); }
+
   std::uint32_t bits = 0;
 };
 
@@ -71,14 +105,17 @@ class PlexoScriptScan {
   [[nodiscard]] PlexoScriptWords Finish();
 
  private:
+  void Keep(std::string_view part);
   /// `after` is the character behind the word.
-  void EndWord(char after);
+  void EndWord(std::string_view word, char after);
 
   PlexoScriptWords words;
-  /// The letters, digits, points and the like since the last other character; beyond a bound they are left
-  /// out.
+  /// What the next word would be sent as.
+  enum class Sent { Nothing, Exit, Navigation } sent = Sent::Nothing;
+  /// What was kept of the word so far.
   std::string current;
   /// The character in front of the word.
   char before = 0;
+  /// None of the words that are looked for is as long.
   bool isTooLong = false;
 };

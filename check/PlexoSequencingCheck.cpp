@@ -21,14 +21,13 @@ constexpr std::array<std::string_view, 8> kOrder = {
 constexpr std::array<std::string_view, 3> kRuleKinds = {"preConditionRule", "exitConditionRule",
                                                         "postConditionRule"};
 
-/// A plain number from 0 to 1; none for any other text.
-std::optional<double> ReadWeight(std::string_view text) {
-  double value = 0;
-  const auto [end, error] =
-      std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-  const bool isWhole = error == std::errc() && end == text.data() + text.size();
-  return isWhole && value >= 0 && value <= 1 ? std::optional(value) : std::nullopt;
-}
+/// The conditions that come to hold for what was done.
+constexpr std::array<std::string_view, 6> kDone = {"completed",
+                                                   "attempted",
+                                                   "satisfied",
+                                                   "objectiveStatusKnown",
+                                                   "objectiveMeasureKnown",
+                                                   "activityProgressKnown"};
 
 /// At most four decimals, without zeros behind.
 std::string FormatSum(double sum) {
@@ -50,6 +49,7 @@ class SequencingCheck {
       CheckGlobals(activity);
       CheckControlMode(activity);
       CheckWeights(activity);
+      if (activity.parent == nullptr) CheckStart(activity);
     }
   }
 
@@ -126,11 +126,11 @@ class SequencingCheck {
     bool isShared = false;
     bool isWhole = true;
     for (const PlexoActivity* child : activity.children) {
-      const PlexoManifestElement* rollup = child->FindPart("rollupRules");
-      const std::string* text = rollup != nullptr ? rollup->GetAttribute("objectiveMeasureWeight") : nullptr;
-      const std::optional<double> weight = text != nullptr ? ReadWeight(*text) : std::optional(1.0);
+      const std::optional<double> weight = child->GetWeight();
       if (!weight.has_value()) {
-        findings.AddElement(WeightMalformed, *rollup, {child->identifier, *text});
+        const PlexoManifestElement& rollup = *child->FindPart("rollupRules");
+        findings.AddElement(WeightMalformed, rollup,
+                            {child->identifier, rollup.GetValue("objectiveMeasureWeight")});
         isWhole = false;
         continue;
       }
@@ -142,6 +142,49 @@ class SequencingCheck {
     if (!isWhole || !isShared || std::abs(sum - 1) <= kTolerance) return;
     findings.AddElement(WeightsDontSum, *activity.element,
                         {activity.GetKind(), activity.identifier, FormatSum(sum)});
+  }
+
+  /// Flow stops at what is disabled, so that nothing behind it is delivered either.
+  void CheckStart(const PlexoActivity& organization) {
+    for (const PlexoActivity* at = &organization; at->IsCluster();) {
+      if (!at->IsOn("controlMode", "flow", false)) return;
+      at = at->children.front();
+      if (!ClosesWhenDone(*at)) continue;
+      findings.AddElement(StartedOnce, *at->element, {at->GetKind(), at->identifier});
+      return;
+    }
+  }
+
+  [[nodiscard]] bool ClosesWhenDone(const PlexoActivity& activity) const {
+    const PlexoManifestElement* rules = activity.FindPart("sequencingRules");
+    if (rules == nullptr) return false;
+    const auto closes = [&](const PlexoManifestElement* rule) {
+      const PlexoManifestElement* action = rule->Find(Sequencing, "ruleAction");
+      const PlexoManifestElement* list = rule->Find(Sequencing, "ruleConditions");
+      if (list == nullptr || action == nullptr || action->GetValue("action") != "disabled") return false;
+      const auto conditions = list->FindAll(Sequencing, "ruleCondition");
+      const auto comesTrue = [&](const auto* condition) { return ComesTrue(activity, *condition); };
+      return list->GetValue("conditionCombination", "all") == "any"
+                 ? std::any_of(conditions.begin(), conditions.end(), comesTrue)
+                 : !conditions.empty() && std::all_of(conditions.begin(), conditions.end(), comesTrue);
+    };
+    const auto all = rules->FindAll(Sequencing, "preConditionRule");
+    return std::any_of(all.begin(), all.end(), closes);
+  }
+
+  /// True for what a learner makes true by going through the course.
+  [[nodiscard]] bool ComesTrue(const PlexoActivity& activity, const PlexoManifestElement& condition) const {
+    const bool isKnown =
+        std::find(kDone.begin(), kDone.end(), condition.GetValue("condition")) != kDone.end();
+    if (!isKnown || condition.GetValue("operator") == "not") return false;
+    const std::string name = condition.GetValue("referencedObjective");
+    const std::size_t index = activity.FindObjective(name);
+    if (name.empty() || index == 0) return true;
+    if (index == activity.objectives.size()) return false;
+    const auto& maps = activity.objectives[index].maps;
+    return std::any_of(maps.begin(), maps.end(), [this](const PlexoObjectiveMap& map) {
+      return map.reads && !tree.GetWriters(map.global).empty();
+    });
   }
 
   const PlexoActivityTree& tree;

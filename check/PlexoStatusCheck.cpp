@@ -52,6 +52,9 @@ class StatusCheck {
       for (const PlexoGate& gate : activity.gates) CheckGate(activity, gate);
     }
     for (const PlexoActivity& activity : tree.GetActivities()) CheckCompletion(activity);
+    for (const PlexoActivity& activity : tree.GetActivities()) {
+      if (activity.parent == nullptr) CheckCourse(activity);
+    }
   }
 
  private:
@@ -69,25 +72,12 @@ class StatusCheck {
     return reports;
   }
 
-  /// The writers of what a gate waits for that come before the gated activity; all others where none does.
-  [[nodiscard]] Activities GetOpeners(const PlexoActivity& gated, const std::string& global) const {
-    Activities earlier;
-    Activities others;
-    for (const PlexoActivity* writer : tree.GetWriters(global)) {
-      if (gated.Holds(*writer)) continue;
-      others.push_back(writer);
-      if (writer->position < gated.position && !writer->Holds(gated)) earlier.push_back(writer);
-    }
-    return earlier.empty() ? others : earlier;
-  }
-
   void CheckGate(const PlexoActivity& gated, const PlexoGate& gate) {
     for (const PlexoObjectiveMap& map : gated.objectives[gate.objective].maps) {
       if (!map.reads) continue;
-      const Activities openers = GetOpeners(gated, map.global);
+      const Activities openers = tree.GetOpeners(gated, map.global);
       if (const PlexoActivity* silent = FindSilentAmong(openers); silent != nullptr)
         ReportSilent(*silent, gated);
-      if (!gate.needsSuccess) CheckPretest(gated, openers);
     }
   }
 
@@ -111,22 +101,22 @@ class StatusCheck {
     findings.AddElement(id, *leaf.element, {leaf.identifier, waiting.identifier});
   }
 
-  /// Of two tests side by side that report to one objective, the first is a pretest.
-  void CheckPretest(const PlexoActivity& gated, const Activities& openers) {
-    for (std::size_t index = 1; index < openers.size(); ++index) {
-      const PlexoActivity& first = *openers[index - 1];
-      const PlexoActivity& second = *openers[index];
-      if (first.IsCluster() || second.IsCluster() || first.parent != second.parent) continue;
-      findings.AddElement(FailedPretestOpens, *gated.element, {gated.identifier, first.identifier});
-      return;
-    }
-  }
-
   void CheckCompletion(const PlexoActivity& activity) {
     if (activity.IsCluster() || !activity.IsOn("rollupRules", "rollupProgressCompletion", true)) return;
     const Reports reports = GetReports(activity);
     if (!reports.Lacks(Status::Completion) || !reports.success || reported.contains(&activity)) return;
+    reported.insert(&activity);
     findings.AddElement(NeverComplete, *activity.element, {activity.identifier});
+  }
+
+  void CheckCourse(const PlexoActivity& organization) {
+    const auto report = [&](PlexoFindingId id, const PlexoActivity* silent) {
+      if (silent == nullptr || !reported.insert(silent).second) return;
+      findings.AddElement(id, *silent->element,
+                          {silent->identifier, organization.GetKind(), organization.identifier});
+    };
+    report(CourseNeverComplete, FindSilent(organization, Status::Completion));
+    report(CourseNeverPassed, FindSilent(organization, Status::Success));
   }
 
   /// The first content whose silence keeps an activity from ever having the status; null if there is none.
@@ -144,6 +134,8 @@ class StatusCheck {
   }
 
   const PlexoActivity* FindSilentBelow(const PlexoActivity& cluster, Status status) {
+    // The score decides.
+    if (status == Status::Success && cluster.objectives.front().isSatisfiedByMeasure) return nullptr;
     const PlexoManifestElement* list = cluster.FindPart("rollupRules");
     const PlexoActivity* silent = nullptr;
     bool hasRule = false;

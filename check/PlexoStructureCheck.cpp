@@ -56,9 +56,14 @@ class StructureCheck {
  private:
   void CheckEdition(const PlexoManifestElement& root) {
     const PlexoEdition edition = package.GetEdition();
-    if (edition == PlexoEdition::Unknown) {
+    if (!package.IsEditionNamed()) {
       const std::string& version = package.GetSchemaVersion();
-      findings.AddElement(EditionUnknown, root, {version.empty() ? "the manifest" : "'" + version + "'"});
+      const std::string written = version.empty() ? "the manifest" : "'" + version + "'";
+      if (edition == PlexoEdition::Unknown) {
+        findings.AddElement(EditionUndetermined, root, {written});
+      } else {
+        findings.AddElement(EditionUnknown, root, {written, IsPlexo2004(edition) ? "2004" : "1.2"});
+      }
       return;
     }
     const auto expected =

@@ -168,7 +168,8 @@ BuildCommand::Failure BuildCommand::AddFiles() {
 
 BuildCommand::Failure BuildCommand::AddModule(const CourseModule& module) {
   PlexoModuleCourseModel* model = GetModuleCourseModel();
-  Place place{.moduleIndex = moduleCount++, .moduleKey = TzString::FromNumber(GetNextTreeId())};
+  Place place{
+      .module = &module, .moduleIndex = moduleCount++, .moduleKey = TzString::FromNumber(GetNextTreeId())};
   const std::string number = std::to_string(place.moduleIndex + 1);
   model->AddModule(place.moduleKey, module.title.value_or("Module_" + number));
   model->SetWeightage(place.moduleKey, shares[place.moduleIndex]);
@@ -214,7 +215,7 @@ BuildCommand::Failure BuildCommand::StartCourse() {
 }
 
 BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, Place& place) {
-  PackageIntake::Result taken = PackageIntake(course, session, output).Take(file, place.kind);
+  PackageIntake::Result taken = PackageIntake(course, session, output).Take(file, place.kind, place.module);
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   if (taken.failure) return std::move(taken.failure);
   for (const TzPath& package : taken.packages) {

@@ -39,6 +39,8 @@ class BuildCommand {
   /// Where in the course a file goes. Index and module index count from 0, as in the package's identifiers.
   struct Place {
     PlexoSCOKind kind = PlexoSCOKind::LINEAR;
+    /// Null for a flat course.
+    const CourseModule* module = nullptr;
     std::uint32_t index = 0;
     std::uint32_t moduleIndex = 0;
     TzString moduleKey = {};

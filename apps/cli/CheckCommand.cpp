@@ -45,6 +45,12 @@ std::string DescribePlace(const PlexoPlace& place) {
   return text;
 }
 
+/// "hint PLX-212: A SCO is never launched".
+std::string DescribeKind(const PlexoFindingKind& kind) {
+  return std::string(PlexoFindingTable::GetName(kind.severity)) + " " + std::string(kind.code) + ": " +
+         std::string(kind.title);
+}
+
 }  // namespace
 
 ExitStatus CheckCommand::Run() {
@@ -85,19 +91,34 @@ void CheckCommand::PrintText(const std::vector<PlexoFinding>& findings) {
 }
 
 void CheckCommand::PrintKind(const std::vector<const PlexoFinding*>& findings) {
-  constexpr std::size_t kMostShown = 10;
   const PlexoFindingKind& kind = PlexoFindingTable::GetKind(findings.front()->id);
-  output.PrintLine(std::string(PlexoFindingTable::GetName(kind.severity)) + " " + std::string(kind.code) +
-                   ": " + std::string(kind.title));
-  for (std::size_t index = 0; index < std::min(findings.size(), kMostShown); ++index) {
+  const bool isShort = options.extent == CheckOptions::Extent::Short;
+  if (isShort && kind.isListedBriefly) {
+    PrintBriefly(findings);
+    return;
+  }
+  constexpr std::size_t kMostShown = 10;
+  const std::size_t shown = isShort ? std::min(findings.size(), kMostShown) : findings.size();
+  output.PrintLine(DescribeKind(kind));
+  for (std::size_t index = 0; index < shown; ++index) {
     output.PrintLine("  " + DescribePlace(findings[index]->place) +
                      PlexoFindingTable::GetText(*findings[index]));
   }
-  if (findings.size() > kMostShown) {
-    output.PrintLine("  and " + std::to_string(findings.size() - kMostShown) +
-                     " more; --json lists them all");
+  if (findings.size() > shown) {
+    output.PrintLine("  and " + std::to_string(findings.size() - shown) + " more; --verbose shows them all");
   }
   output.PrintLine("  Way out: " + PlexoFindingTable::GetWayOut(*findings.front()));
+  output.PrintLine("");
+}
+
+void CheckCommand::PrintBriefly(const std::vector<const PlexoFinding*>& findings) {
+  constexpr std::size_t kMostNamed = 3;
+  std::string line = DescribeKind(PlexoFindingTable::GetKind(findings.front()->id)) + ": ";
+  if (findings.size() > kMostNamed) line += std::to_string(findings.size()) + ", such as ";
+  for (std::size_t index = 0; index < std::min(findings.size(), kMostNamed); ++index) {
+    line += (index > 0 ? ", '" : "'") + findings[index]->words.front() + "'";
+  }
+  output.PrintLine(line + "; --verbose tells more");
   output.PrintLine("");
 }
 

@@ -14,6 +14,8 @@ struct CheckOptions {
   std::string package;
   /// The least severity that fails a package.
   enum class Failing { Errors, Warnings } failing = Failing::Errors;
+  /// `Short` shows some findings of each kind.
+  enum class Extent { Short, Everything } extent = Extent::Short;
 };
 
 /// `plexo check`: says whether a SCORM package will work.
@@ -27,6 +29,7 @@ class CheckCommand {
  private:
   void PrintText(const std::vector<PlexoFinding>& findings);
   void PrintKind(const std::vector<const PlexoFinding*>& findings);
+  void PrintBriefly(const std::vector<const PlexoFinding*>& findings);
   void PrintJson(const std::vector<PlexoFinding>& findings);
 
   CheckOptions options;

@@ -151,6 +151,7 @@ class Arguments {
     CheckOptions options = checkOptions;
     if (isList) options.task = CheckOptions::Task::List;
     if (isStrict) options.failing = CheckOptions::Failing::Warnings;
+    if (isVerbose) options.extent = CheckOptions::Extent::Everything;
     return options;
   }
 
@@ -270,6 +271,7 @@ class Arguments {
     choice->add_flag("--list", isList, "Print the table of all findings, in Markdown");
     choice->require_option(1);
     check->add_flag("--strict", isStrict, "Let warnings fail the package too");
+    check->add_flag("-v,--verbose", isVerbose, "Show all findings of each kind, not some");
     check->add_flag("--json", isJson, "Print the findings, or the error, as JSON");
     check->footer(kCheckStatuses);
   }
@@ -291,6 +293,7 @@ class Arguments {
   bool isJson = false;
   bool isList = false;
   bool isStrict = false;
+  bool isVerbose = false;
 };
 
 ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {

@@ -24,13 +24,24 @@ bool IsOfAdoption(const PlexoAdoptResult& result) {
   });
 }
 
+/// In a module whose content has no order, completion is all that the content needs to report.
+bool NeedsSuccess(PlexoSCOKind kind, const CourseModule* module) {
+  return kind != PlexoSCOKind::CONTENT || module == nullptr || module->forceContentSequence;
+}
+
 }  // namespace
 
-PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind) {
+PackageIntake::Result PackageIntake::Take(const ListedFile& file, PlexoSCOKind kind,
+                                          const CourseModule* module) {
   // What isn't a package is wrapped when it is added.
   if (course.intake == CourseIntake::AsIs || !file.IsPackage()) return {{file.path}};
   PlexoAdopter adopter(MakeRequest(file, kind), PlexoAdopter::GetLaunchInstallFolder());
-  const PlexoAdoptResult examined = adopter.Examine();
+  PlexoAdoptResult examined = adopter.Examine();
+  if (!NeedsSuccess(kind, module)) {
+    std::erase_if(examined.findings, [](const PlexoFinding& finding) {
+      return finding.id == PlexoFindingId::CompletionMayNotPass;
+    });
+  }
   const bool isAsked = course.intake == CourseIntake::Always || !file.item.empty() || file.completionPasses;
   if (examined.code == kTzBadContent && !isAsked && !IsOfAdoption(examined)) {
     static_cast<void>(session.TakeProblems());
@@ -53,12 +64,12 @@ PlexoAdoptRequest PackageIntake::MakeRequest(const ListedFile& file, PlexoSCOKin
       course.scormVersion == "1.2" ? PlexoCourseEdition::Scorm12 : PlexoCourseEdition::Scorm2004;
   if (isList) request.place = Request::Place::List;
   if (file.completionPasses) request.completion = Request::Completion::Passes;
-  if (!WaitsForSuccess()) request.scripts = Request::Scripts::Skip;
+  if (!ReadsScripts()) request.scripts = Request::Scripts::Skip;
   return request;
 }
 
-/// Whether the sequencing holds something back until a SCO is known to have passed or failed.
-bool PackageIntake::WaitsForSuccess() const {
+/// Whether the sequencing holds something back until a SCO has reported its completion or success.
+bool PackageIntake::ReadsScripts() const {
   const bool isLinear = course.courseTemplate == CourseTemplate::MultipleScos;
   return course.scormVersion == "2004" && (!isLinear || course.forceSequence);
 }

@@ -27,11 +27,12 @@ class PackageIntake {
     /// Set if the file can't be taken.
     std::optional<CommandFailure> failure = std::nullopt;
   };
-  [[nodiscard]] Result Take(const ListedFile& file, PlexoSCOKind kind);
+  /// `module` is the file's module; null for a file of a flat course.
+  [[nodiscard]] Result Take(const ListedFile& file, PlexoSCOKind kind, const CourseModule* module);
 
  private:
   [[nodiscard]] PlexoAdoptRequest MakeRequest(const ListedFile& file, PlexoSCOKind kind) const;
-  [[nodiscard]] bool WaitsForSuccess() const;
+  [[nodiscard]] bool ReadsScripts() const;
   [[nodiscard]] Result Write(const ListedFile& file, PlexoAdopter& adopter);
   [[nodiscard]] Result Fail(const ListedFile& file, const PlexoAdoptResult& result) const;
   void TellReasons(const ListedFile& file, const std::vector<PlexoFinding>& reasons,

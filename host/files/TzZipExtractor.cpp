@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <condition_variable>
 #include <limits>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -12,7 +13,6 @@
 #include <string>
 
 #include "host/files/TzWorkers.h"
-#include "host/files/TzZipInflater.h"
 
 namespace {
 
@@ -40,8 +40,8 @@ TzPath GetPathOf(const TzPath& folder, std::string_view name) {
 /// What the workers share. Entries are handed out in the archive's order, so that when one fails, all before
 /// it have been begun and tell of their own failures.
 struct TzZipExtractor::Run {
-  Run(const TzFileDescriptor& readable, const TzPath* target, std::uint64_t arrivedBytes)
-      : file(readable), folder(target), arrived(arrivedBytes) {}
+  Run(const TzFileDescriptor& readable, Visit toDo, std::uint64_t arrivedBytes)
+      : file(readable), visit(std::move(toDo)), arrived(arrivedBytes) {}
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
   /// However this ends, the workers must not wait for data any more when they are waited for.
@@ -49,8 +49,7 @@ struct TzZipExtractor::Run {
 
   /// Where the data is read from.
   const TzFileDescriptor& file;
-  /// Null if everything is only checked.
-  const TzPath* folder;
+  Visit visit;
   std::mutex mutex;
   std::condition_variable change;
   /// Up to where the data can be read.
@@ -60,13 +59,16 @@ struct TzZipExtractor::Run {
   std::size_t workersDone = 0;
   TzZipFailure failure;
   std::size_t failedIndex = std::numeric_limits<std::size_t>::max();
+  bool survivesBadFiles = false;
+  /// By index; empty unless the run survives them.
+  std::map<std::size_t, TzZipFailure> badFiles;
   /// The last, for the others are theirs.
   std::optional<TzWorkers> workers;
 
   /// The next file, once its data has arrived; null if there is none, or one has failed.
   const TzZipEntry* TakeNext(const std::vector<TzZipEntry>& entries) {
     std::unique_lock lock(mutex);
-    while (next < entries.size() && entries[next].isFolder) ++next;
+    while (next < entries.size() && (entries[next].isFolder || entries[next].isFaulty)) ++next;
     if (next == entries.size() || failure) return nullptr;
     const TzZipEntry& entry = entries[next++];
     change.wait(lock, [&] { return isStopped || entry.dataOffset + entry.packedSize <= arrived; });
@@ -89,6 +91,10 @@ struct TzZipExtractor::Run {
 
   void Fail(std::size_t index, TzZipFailure reason) {
     const std::lock_guard guard(mutex);
+    if (survivesBadFiles && reason.code == kTzBadContent) {
+      badFiles.emplace(index, std::move(reason));
+      return;
+    }
     if (index >= failedIndex) return;
     failedIndex = index;
     failure = std::move(reason);
@@ -105,7 +111,10 @@ TzZipExtractor::~TzZipExtractor() {
 TzZipFailure TzZipExtractor::Extract(const TzPath& folder) {
   if (!progress.Report()) return TzZipFailure::Cancelled();
   if (auto failure = MakeFolders(folder)) return failure;
-  Run run(directory.GetFile(), &folder, kEverything);
+  const auto unpack = [&folder](TzZipInflater& inflater, const TzZipEntry& entry) {
+    return inflater.Unpack(entry, GetPathOf(folder, entry.name));
+  };
+  Run run(directory.GetFile(), unpack, kEverything);
   return RunWorkers(run, [] { return TzZipFailure(); });
 }
 
@@ -114,7 +123,7 @@ TzZipFailure TzZipExtractor::Hold(const TzArchiveHold& hold) {
   const auto stamp = directory.GetFile().GetStamp();
   TzFileDescriptor copy = hold.Create();
   if (!copy.IsOpen()) return CantKeep(hold);
-  Run run(copy, nullptr, 0);
+  Run run(copy, &TzZipInflater::Check, 0);
   auto failure = RunWorkers(run, [&] { return CopyInto(copy, hold, run); });
   if (failure.code == kTzBadContent && directory.GetFile().GetStamp() != stamp) {
     return TzZipFailure::BadContent({}, "changed while it was read; try again");
@@ -123,8 +132,17 @@ TzZipFailure TzZipExtractor::Hold(const TzArchiveHold& hold) {
   return failure;
 }
 
+TzZipFailure TzZipExtractor::VisitAll(const Visit& visit, std::vector<TzZipFailure>& badFiles) {
+  if (!progress.Report()) return TzZipFailure::Cancelled();
+  Run run(directory.GetFile(), visit, kEverything);
+  run.survivesBadFiles = true;
+  if (auto failure = RunWorkers(run, [] { return TzZipFailure(); })) return failure;
+  for (auto& [index, failure] : run.badFiles) badFiles.push_back(std::move(failure));
+  return {};
+}
+
 void TzZipExtractor::BeginCheck() {
-  check = std::make_unique<Run>(directory.GetFile(), nullptr, kEverything);
+  check = std::make_unique<Run>(directory.GetFile(), &TzZipInflater::Check, kEverything);
   StartWorkers(*check);
 }
 
@@ -202,9 +220,7 @@ void TzZipExtractor::Work(Run& run) const {
   try {
     TzZipInflater inflater(run.file, progress, TzWorkers::GetCores());
     while (!progress.IsStopped() && (entry = run.TakeNext(entries)) != nullptr) {
-      auto failure = run.folder != nullptr ? inflater.Unpack(*entry, GetPathOf(*run.folder, entry->name))
-                                           : inflater.Check(*entry);
-      if (failure) {
+      if (auto failure = run.visit(inflater, *entry)) {
         run.Fail(static_cast<std::size_t>(entry - entries.data()), std::move(failure));
       }
     }

@@ -3,9 +3,11 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "host/files/TzArchiveHold.h"
 #include "host/files/TzZipDirectory.h"
+#include "host/files/TzZipInflater.h"
 #include "host/files/TzZipProgress.h"
 
 /// Takes what a checked archive holds, on all cores: unpacked, or packed as it is.
@@ -27,6 +29,11 @@ class TzZipExtractor {
   /// Copies the archive, and checks in the copy what has arrived there: whatever happens to the archive
   /// meanwhile, the directory and the copy agree afterwards. The progress counts the copied bytes too.
   TzZipFailure Hold(const TzArchiveHold& hold);
+  /// What is done with a file, on any of several threads.
+  using Visit = std::function<TzZipFailure(TzZipInflater&, const TzZipEntry&)>;
+  /// Visits every file that isn't faulty. One whose content is bad doesn't end it: its failure goes to the
+  /// list, in the archive's order.
+  [[nodiscard]] TzZipFailure VisitAll(const Visit& visit, std::vector<TzZipFailure>& badFiles);
   /// Begins to check the data of everything where it is, while the caller goes on.
   void BeginCheck();
   /// Waits for the end of that check. The caller's own progress is reported meanwhile, and may stop it.

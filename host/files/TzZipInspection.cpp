@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "host/files/TzFileSystem.h"
+#include "host/files/TzZipExtractor.h"
 #include "host/files/TzZipInflater.h"
 #include "host/files/TzZipProgress.h"
 
@@ -43,4 +44,13 @@ TzZipFailure TzZipInspection::Read(const TzZipEntry& entry, const PieceHandler& 
   if (entry.isFaulty) throw std::logic_error("a faulty entry isn't read");
   if (!progress->ReportIfDue()) return TzZipFailure::Cancelled();
   return inflater->Unpack(entry, std::make_unique<PieceStream>(take));
+}
+
+TzZipFailure TzZipInspection::VisitAll(const Visitor& visit, std::vector<TzZipFailure>& badFiles) {
+  const auto visitWith = [&visit](TzZipInflater& reading, const TzZipEntry& entry) {
+    return visit(entry, [&](const PieceHandler& take) {
+      return take ? reading.Unpack(entry, std::make_unique<PieceStream>(take)) : reading.Check(entry);
+    });
+  };
+  return TzZipExtractor(directory, *progress).VisitAll(visitWith, badFiles);
 }

@@ -38,6 +38,14 @@ class TzZipInspection {
   /// a failure counts for nothing.
   [[nodiscard]] TzZipFailure Read(const TzZipEntry& entry, const PieceHandler& take);
 
+  /// Reads a file for its visitor as `Read` does; with an empty handler, only checks its data.
+  using Reader = std::function<TzZipFailure(const PieceHandler& take)>;
+  /// May leave the file alone. Returns what its reader returned.
+  using Visitor = std::function<TzZipFailure(const TzZipEntry& entry, const Reader& read)>;
+  /// Visits every file that isn't faulty, on all cores: the visitor is called from several threads at once.
+  /// Goes on behind a file whose content is bad, and adds its failure to the list, in the archive's order.
+  [[nodiscard]] TzZipFailure VisitAll(const Visitor& visit, std::vector<TzZipFailure>& badFiles);
+
  private:
   TzZipDirectory directory;
   std::vector<TzZipFault> faults;

@@ -10,46 +10,6 @@ using enum PlexoFindingId;
 CheckedPackage New() { return CheckedPackage::Scorm2004(); }
 CheckedPackage Old() { return CheckedPackage::Scorm12(); }
 
-std::string Objectives(const std::string& content) {
-  return "<imsss:objectives>" + content + "</imsss:objectives>";
-}
-
-std::string Primary(const std::string& maps) {
-  return "<imsss:primaryObjective objectiveID=\"own\">" + maps + "</imsss:primaryObjective>";
-}
-
-std::string Writes(const std::string& global) {
-  return "<imsss:mapInfo targetObjectiveID=\"" + global +
-         "\" readSatisfiedStatus=\"false\" readNormalizedMeasure=\"false\" writeSatisfiedStatus=\"true\"/>";
-}
-
-std::string Reads(const std::string& global) {
-  return "<imsss:objective objectiveID=\"other\"><imsss:mapInfo targetObjectiveID=\"" + global +
-         "\"/></imsss:objective>";
-}
-
-/// A rule that keeps an item closed until its objective "other" has a status.
-const std::string kGate =
-    "<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions><imsss:ruleCondition "
-    "referencedObjective=\"other\" operator=\"not\" "
-    "condition=\"objectiveStatusKnown\"/></imsss:ruleConditions>"
-    "<imsss:ruleAction action=\"disabled\"/></imsss:preConditionRule></imsss:sequencingRules>";
-const std::string kByContent =
-    "<imsss:deliveryControls completionSetByContent=\"true\" objectiveSetByContent=\"true\"/>";
-const std::string kFlow = "<imsss:sequencing><imsss:controlMode flow=\"true\"/></imsss:sequencing>";
-
-/// The second item waits for the first, whose page names these elements of the data model.
-CheckedPackage Waiting(const std::string& names) {
-  return New()
-      .Sequence("first", Objectives(Primary(Writes("g"))) + kByContent)
-      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
-      .File("a/index.htm", CheckedPackage::Page2004(names));
-}
-
-std::string Weight(const std::string& weight) {
-  return "<imsss:rollupRules objectiveMeasureWeight=\"" + weight + "\"/>";
-}
-
 std::string Text(std::size_t length) { return std::string(length, 'x'); }
 
 std::string Repeat(const std::string& text, int count) {
@@ -68,41 +28,6 @@ CheckedPackage Crowded() {
   return package;
 }
 
-/// The second item waits for the first, a cluster with this rollup and one content.
-std::string WaitingForCluster(const std::string& rollup, const std::string& names) {
-  const std::string child =
-      R"(<item identifier="CHILD" identifierref="RES-A"><title>Child</title><imsss:sequencing>)" +
-      kByContent + "</imsss:sequencing></item>";
-  return New()
-      .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
-      .At("first", child + R"(<imsss:sequencing><imsss:controlMode flow="true"/>)" + rollup +
-                       Objectives(Primary(Writes("g"))) + "</imsss:sequencing>")
-      .Sequence("second", kGate + Objectives(Primary("") + Reads("g")))
-      .File("a/index.htm", CheckedPackage::Page2004(names))
-      .Build();
-}
-
-const std::string kCompletionSatisfies =
-    R"(<imsss:rollupRules><imsss:rollupRule><imsss:rollupConditions><imsss:rollupCondition
-    condition="completed"/></imsss:rollupConditions><imsss:rollupAction action="satisfied"/>
-    </imsss:rollupRule></imsss:rollupRules>)";
-
-/// The second item waits for two tests in the first.
-CheckedPackage WaitingForTests(const std::string& gate) {
-  const auto test = [](const std::string& identifier) {
-    return "<item identifier=\"" + identifier +
-           "\" identifierref=\"RES-A\"><title>T</title><imsss:sequencing>" +
-           Objectives(Primary(Writes("g"))) + "</imsss:sequencing></item>";
-  };
-  return New()
-      .Replace(R"(<item identifier="FIRST" identifierref="RES-A">)", R"(<item identifier="FIRST">)")
-      .At("first", test("PRE") + test("POST") + kFlow)
-      .Sequence("second", gate + Objectives(Primary("") + Reads("g")));
-}
-
-const std::string kSco = R"("RES-B" type="webcontent" adlcp:scormType="sco")";
-const std::string kAsset = R"("RES-B" type="webcontent" adlcp:scormType="asset")";
-
 }  // namespace
 
 std::vector<FaultyPackage> FaultyArchives() {
@@ -117,6 +42,8 @@ std::vector<FaultyPackage> FaultyArchives() {
       {EntryPacking, "encrypted", New().Entry({.name = "b/x.bin", .flags = 1}).Build()},
       {EntryDamaged, "CRC-32",
        New().Listed("b/x.js").Remove("b/x.js").Entry({.name = "b/x.js", .crc = 1}).Build()},
+      {EntryDamaged, "CRC-32",
+       New().Listed("b/x.mp4").Remove("b/x.mp4").Entry({.name = "b/x.mp4", .crc = 1}).Build()},
       {EntryDamaged, "CRC-32",
        New().Remove(kManifest).Entry({.name = kManifest, .content = "<manifest/>", .crc = 1}).Build()},
       {ArchiveUnpacksHuge, "200 times",
@@ -168,6 +95,13 @@ std::vector<FaultyPackage> FaultyManifests() {
       {RootNotManifest, "'course'",
        New().Replace("<manifest", "<course").Replace("</manifest", "</course").Build()},
       {EditionUnknown, "'2005'", New().Replace("2004 3rd Edition", "2005").Build()},
+      {EditionUnknown, "SCORM 1.2", Old().Replace("<schemaversion>1.2</schemaversion>", "").Build()},
+      {EditionUndetermined, "'2005'",
+       New()
+           .Replace("2004 3rd Edition", "2005")
+           .Replace(" xmlns=\"http://www.imsglobal.org/xsd/imscp_v1p1\"", "")
+           .Replace(" xmlns:adlcp=\"http://www.adlnet.org/xsd/adlcp_v1p3\"", "")
+           .Build()},
       {NamespaceOfOtherEdition, "SCORM 2004 3rd",
        New()
            .Replace("http://www.imsglobal.org/xsd/imscp_v1p1",
@@ -188,7 +122,10 @@ std::vector<FaultyPackage> FaultyManifests() {
       {TitleEmpty, "SECOND", New().Replace("<title>Second</title>", "<title> </title>").Build()},
       {ItemWithoutResource, "THIRD",
        New().At("items", R"(<item identifier="THIRD"><title>Third</title></item>)").Build()},
-      {ItemWithBoth, "SECOND", New().At("second", kThird + kFlow).Build()},
+      {ItemWithBoth, "SECOND",
+       New()
+           .At("second", kThird + "<imsss:sequencing><imsss:controlMode flow=\"true\"/></imsss:sequencing>")
+           .Build()},
       {ResourceWithoutHref, "RES-B", New().Replace(R"( href="b/index.htm">)", ">").Build()},
       {ScormTypeMissing, "adlcp:scormType",
        New().Replace(R"(adlcp:scormType="sco" href="b/index.htm")", R"(href="b/index.htm")").Build()},
@@ -227,6 +164,22 @@ std::vector<FaultyPackage> FaultyReferences() {
   return {
       {ManifestIdentifierDigit, "1COURSE", New().Replace("\"COURSE\"", "\"1COURSE\"").Build()},
       {IdentifierMalformed, "SEC OND", New().Replace("\"SECOND\"", "\"SEC OND\"").Build()},
+      // Whatever refers to it, and whatever else is wrong with it.
+      {IdentifierMalformed, "1 ORG",
+       New()
+           .Replace("default=\"ORG\"", "default=\"1 ORG\"")
+           .Replace("identifier=\"ORG\"", "identifier=\"1 ORG\"")
+           .Build()},
+      {IdentifierMalformed, "1RES",
+       New()
+           .Replace("identifierref=\"RES-B\"", "identifierref=\"1RES\"")
+           .Replace("identifier=\"RES-B\"", "identifier=\"1RES\"")
+           .Build()},
+      {IdentifierTwice, "1C",
+       New()
+           .At("items", R"(<item identifier="1C" identifierref="RES-A"><title>C</title></item>)")
+           .At("resources", R"(<resource identifier="1C" type="webcontent" adlcp:scormType="asset"/>)")
+           .Build()},
       {IdentifierTwice, "line 11", New().Replace("\"SECOND\"", "\"FIRST\"").Build()},
       {ItemResourceUnknown, "NONE",
        New().At("items", R"(<item identifier="C" identifierref="NONE"><title>C</title></item>)").Build()},
@@ -260,67 +213,6 @@ std::vector<FaultyPackage> FaultyReferences() {
   };
 }
 
-std::vector<FaultyPackage> FaultySequencing() {
-  const std::string kFlowOn = "<imsss:controlMode flow=\"true\"/>";
-  const std::string kUnread =
-      R"(<imsss:objective objectiveID="other"><imsss:mapInfo targetObjectiveID="g" readSatisfiedStatus="false"
-      readNormalizedMeasure="false"/></imsss:objective>)";
-  return {
-      {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
-      {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
-       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
-       New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
-       New()
-           .Sequence("second",
-                     R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions
-                     conditionCombination="any"><imsss:ruleCondition referencedObjective="other" operator="not"
-                     condition="objectiveMeasureKnown"/><imsss:ruleCondition referencedObjective="other"
-                     operator="not" condition="objectiveStatusKnown"/></imsss:ruleConditions><imsss:ruleAction
-                     action="disabled"/></imsss:preConditionRule></imsss:sequencingRules>)" +
-                         Objectives(Primary("") + Reads("g")))
-           .Build()},
-      {GateNeverOpens, "'other'",
-       New()
-           .Sequence("first", Objectives(Primary(Writes("g"))))
-           .Sequence("second", kGate + Objectives(Primary("") + kUnread))
-           .Build()},
-      {FlowOff, "'ORG'", New().Replace(kFlowOn, "").Build()},
-      {NothingReachable, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
-      {WeightsDontSum, "0.75",
-       New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
-      {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
-      {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
-      {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
-      {SequencingOrder, "'rollupRules'", New().Sequence("second", kByContent + Weight("1")).Build()},
-  };
-}
-
-std::vector<FaultyPackage> SilentContents() {
-  const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
-  return {
-      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
-      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status cmi.score.scaled").Build()},
-      {NeverReports, "'SECOND'", Waiting("").Build()},
-      {NeverSuccess, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
-      {NeverReports, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
-      {CompletionAwaited, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {NeverComplete, "'FIRST'", Waiting("cmi.success_status").Build()},
-      {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
-      {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
-      {OtherEditionApi, "LMSInitialize",
-       New().File("b/index.htm", "<!-- Initialize the page -->" + kApi12).Build()},
-      {OtherEditionApi, "SCORM 1.2", Old().File("b/index.htm", CheckedPackage::Page2004("")).Build()},
-      {NoApi, "Initialize", New().File("b/index.htm", "<p>Hello</p>").Build()},
-      {NoApi, "LMSInitialize", Old().File("b/index.htm", "<script>menu.Initialize()</script>").Build()},
-      {SessionNotEnded, "Terminate",
-       New().File("b/index.htm", "<script>api.Initialize('')</script>").Build()},
-      {AssetUsesApi, "'SECOND'", New().Replace(kSco, kAsset).Build()},
-  };
-}
-
 std::vector<FaultyPackage> LongTexts() {
   const auto kNewData = [](std::size_t length) {
     return "<adlcp:dataFromLMS>" + Text(length) + "</adlcp:dataFromLMS>";
@@ -329,7 +221,8 @@ std::vector<FaultyPackage> LongTexts() {
       {PathTooLong, "302", New().Listed("b/" + Text(149) + "/" + Text(150)).Build()},
       {IdentifierTooLong, "4001",
        New()
-           .Sequence("second", Objectives("<imsss:primaryObjective objectiveID=\"" + Text(4001) + "\"/>"))
+           .Sequence("second", "<imsss:objectives><imsss:primaryObjective objectiveID=\"" + Text(4001) +
+                                   "\"/></imsss:objectives>")
            .Build()},
       {IdentifierTooLong, "256", Old().Replace("\"SECOND\"", "\"" + Text(256) + "\"").Build()},
       {TitleTooLong, "201", New().Replace("Second", Text(201)).Build()},
@@ -344,48 +237,15 @@ std::vector<FaultyPackage> LongTexts() {
                                Text(2001) + "</string></description></general></lom>")
            .Build()},
       {SuspendDataLimited, "4000",
-       New().File("b/index.htm", CheckedPackage::Page2004("cmi.suspend_data")).Build()},
+       New().File("b/index.htm", CheckedPackage::Page2004("cmi.suspend_data cmi.exit 'suspend'")).Build()},
       // Not the script of our own pages, which keeps to the limit: it lacks its support files.
       {SuspendDataLimited, "4000",
-       New().Listed("b/standard.js", "var PlexoVisit = 'cmi.suspend_data';").Build()},
+       New().Listed("b/standard.js", "var PlexoVisit = 'cmi.suspend_data cmi.exit suspend';").Build()},
       {SuspendDataLimited, "4096",
        Old()
            .File("b/index.htm",
                  "<script>API.LMSInitialize(''); API.LMSSetValue('cmi.suspend_data', ''); "
                  "API.LMSFinish('')</script>")
            .Build()},
-  };
-}
-
-std::vector<std::string> GoodPackages() {
-  const std::string kPass =
-      R"(<imsss:preConditionRule><imsss:ruleConditions conditionCombination="any">
-      <imsss:ruleCondition referencedObjective="other" operator="not" condition="satisfied"/>
-      <imsss:ruleCondition referencedObjective="other" operator="not" condition="objectiveStatusKnown"/>
-      </imsss:ruleConditions><imsss:ruleAction action="disabled"/></imsss:preConditionRule>)";
-  const std::string kGateAndPass = std::string(kGate).insert(kGate.rfind("</"), kPass);
-  return {
-      New().Build(),
-      Old().Build(),
-      WaitingForCluster(kCompletionSatisfies, "cmi.completion_status"),
-      WaitingForTests(kGateAndPass).Build(),
-      // Names of the API that are put together may be of either edition.
-      Old().File("b/index.htm", "api['LMS' + 'Initialize']('')").Build(),
-      New().Replace(kSco, kAsset).File("b/index.htm", "<script>menu.Initialize()</script>").Build(),
-      New()
-          .Replace("<resources>", R"(<resources xml:base="top/contents.xml">)")
-          .Replace(R"("sco" href="b/index.htm")", R"("sco" xml:base="b/" href="index.htm")")
-          .Replace(R"(<file href="b/index.htm"/>)", R"(<file href="index.htm"/>)")
-          .Rename("a/index.htm", "top/a/index.htm")
-          .Rename("b/index.htm", "top/b/index.htm")
-          .Build(),
-      New()
-          .File("b/index.htm", "")
-          .At("file", R"(<dependency identifierref="RES-C"/>)")
-          .At("resources", R"(<resource identifier="RES-D" type="webcontent" adlcp:scormType="asset">
-          <file href="c/api.js"/></resource><resource identifier="RES-C" type="webcontent"
-          adlcp:scormType="asset"><dependency identifierref="RES-D"/></resource>)")
-          .File("c/api.js", CheckedPackage::Page2004("cmi.completion_status"))
-          .Build(),
   };
 }

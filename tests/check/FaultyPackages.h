@@ -17,9 +17,10 @@ struct FaultyPackage {
 std::vector<FaultyPackage> FaultyArchives();
 std::vector<FaultyPackage> FaultyManifests();
 std::vector<FaultyPackage> FaultyReferences();
+std::vector<FaultyPackage> LongTexts();
+/// In FaultyCourses.cpp, as those below.
 std::vector<FaultyPackage> FaultySequencing();
 std::vector<FaultyPackage> SilentContents();
-std::vector<FaultyPackage> LongTexts();
 
 /// Packages that differ from those above in what matters.
 std::vector<std::string> GoodPackages();

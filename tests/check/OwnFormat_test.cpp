@@ -27,7 +27,7 @@ void AddNames(const std::string& manifest, const std::string& start, const std::
 
 /// A package around a manifest: every file that it names, with contents that report everything.
 std::string PackAround(const std::string& manifest) {
-  const std::string page = CheckedPackage::Page2004("cmi.completion_status cmi.success_status") +
+  const std::string page = CheckedPackage::Page2004("cmi.completion_status cmi.success_status 'failed'") +
                            "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   std::set<std::string> names;
   AddNames(manifest, "href=\"", "\"", names);
@@ -57,9 +57,22 @@ std::set<std::string> FindCodes(const std::string& archive) {
 TEST(OwnFormat, HasOnlyTheFindingsThatItIsKnownFor) {
   const std::map<std::string, std::set<std::string>> known = {
       // Their SCO names no launch file.
-      {"details-off-1.2", {"PLX-402"}},      {"details-off-2004", {"PLX-402"}},
-      {"everything-1.2", {"PLX-214"}},       {"everything-2004", {"PLX-213"}},
-      {"rollup-forced-open-3", {"PLX-512"}}, {"rollup-forced-ordered-3", {"PLX-512"}},
+      {"details-off-1.2", {"PLX-402"}},
+      {"details-off-2004", {"PLX-402"}},
+      {"everything-1.2", {"PLX-214"}},
+      {"everything-2004", {"PLX-213"}},
+      {"flat-forced-3", {"PLX-516"}},
+      {"remediation-forced-open-3", {"PLX-516"}},
+      {"remediation-forced-ordered-3", {"PLX-516"}},
+      {"remediation-free-ordered-3", {"PLX-516"}},
+      {"rollup-free-open-1", {"PLX-518"}},
+      {"rollup-free-open-3", {"PLX-518"}},
+      {"rollup-free-ordered-1", {"PLX-518"}},
+      {"rollup-free-ordered-3", {"PLX-516", "PLX-518"}},
+      {"rollup-forced-open-1", {"PLX-518"}},
+      {"rollup-forced-open-3", {"PLX-512", "PLX-518"}},
+      {"rollup-forced-ordered-1", {"PLX-518"}},
+      {"rollup-forced-ordered-3", {"PLX-512", "PLX-516", "PLX-518"}},
   };
   std::size_t count = 0;
   for (const auto& file : std::filesystem::directory_iterator(PLEXO_SOURCE "/tests/publish/golden")) {

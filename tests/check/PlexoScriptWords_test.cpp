@@ -36,6 +36,11 @@ TEST(PlexoScriptScan, FindsWordsWhereverPiecesEnd) {
       {"cmi.success_status", PlexoScriptWords::Completion, false},
       {"api['LMS' + name]", PlexoScriptWords::Assembled12, true},
       {"no LMS was found", PlexoScriptWords::Assembled12, false},
+      {"status = 'failed'", PlexoScriptWords::Failed, true},
+      {"alert('failed to start')", PlexoScriptWords::Failed, false},
+      {"SetValue('cmi.exit', 'logout')", PlexoScriptWords::SendsLogout, true},
+      {"SetValue('cmi.exit', exit), 'logout'", PlexoScriptWords::SendsLogout, false},
+      {"SetValue('adl.nav.request', 'exitAll')", PlexoScriptWords::SendsExitAll, true},
       {{"i\0.\0L\0M\0S\0F\0i\0n\0i\0s\0h\0(\0", 24}, PlexoScriptWords::Finish12, true},
   };
   for (const auto& [text, word, isFound] : cases) {
@@ -46,7 +51,10 @@ TEST(PlexoScriptScan, FindsWordsWhereverPiecesEnd) {
 }
 
 TEST(PlexoScriptScan, ForgetsWordsWithoutEnd) {
-  EXPECT_FALSE(Scan(std::string(100'000, 'x') + ".LMSInitialize", 4096).Has(PlexoScriptWords::Initialize12));
+  for (const std::size_t pieceBytes : {4096U, 1'000'000U}) {
+    EXPECT_FALSE(
+        Scan(std::string(100'000, 'x') + ".LMSInitialize ", pieceBytes).Has(PlexoScriptWords::Initialize12));
+  }
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
 using Json = nlohmann::json;
 
 class CheckCommandTest : public CliTest {
@@ -62,12 +64,24 @@ TEST_F(CheckCommandTest, FailsOnWarningsOnlyIfItIsStrict) {
   EXPECT_EQ(Plexo({"check", "a.zip", "--strict"}).status, 3);
 }
 
-TEST_F(CheckCommandTest, ShowsTenOfAKindAndCountsTheRest) {
+TEST_F(CheckCommandTest, ShowsSomeOfAKindAndAllIfItIsVerbose) {
   CheckedPackage package = CheckedPackage::Scorm2004();
-  for (int number = 0; number < 12; ++number) package.File("stray" + std::to_string(number), "");
+  for (int number = 0; number < 12; ++number)
+    package.Entry({.name = "a/stray" + std::to_string(number) + "?"});
+  package.File("a/large", "large").File("a/late.js", "");
   Save(package);
-  EXPECT_THAT(Plexo({"check", "a.zip"}).out, HasSubstr("  and 2 more; --json lists them all\n"));
-  EXPECT_EQ(Json::parse(Plexo({"check", "a.zip", "--json"}).out)["findings"].size(), 12U);
+  EXPECT_THAT(Plexo({"check", "a.zip"}).out,
+              StartsWith("warning PLX-013: A name can't be used on Windows\n  '"));
+  EXPECT_THAT(Plexo({"check", "a.zip"}).out, HasSubstr("  and 2 more; --verbose shows them all\n"));
+  EXPECT_THAT(
+      Plexo({"check", "a.zip"}).out,
+      HasSubstr("\nhint PLX-405: A file isn't listed in the manifest: 14, such as 'a/late.js', 'a/large', "
+                "'a/stray0?'; --verbose tells more\n\n"));
+  const std::string all = Plexo({"check", "a.zip", "--verbose"}).out;
+  EXPECT_THAT(all, HasSubstr("\n  'a/stray11?': no resource lists it"));
+  EXPECT_THAT(all, HasSubstr("\n  Way out: list it, or remove it\n"));
+  EXPECT_THAT(all, Not(HasSubstr("more")));
+  EXPECT_EQ(Json::parse(Plexo({"check", "a.zip", "--json"}).out)["findings"].size(), 26U);
 }
 
 TEST_F(CheckCommandTest, RefusesWhatItCannotCheck) {

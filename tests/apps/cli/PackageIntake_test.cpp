@@ -52,10 +52,11 @@ class PackageIntakeTest : public CliTest {
     return Plexo({"build", "course.yaml", "-o", "out.zip", "--force"});
   }
 
-  /// Builds a course of one module.
-  [[nodiscard]] ProgramResult BuildModule(const std::string& pretest, const std::string& content) const {
+  /// Builds a course of one module; `more` are further keys of it.
+  [[nodiscard]] ProgramResult BuildModule(const std::string& pretest, const std::string& content,
+                                          const std::string& more = {}) const {
     Write("course.yaml", "template: test-rollup\nidentifier: C\nmodules:\n  - {pretest: " + pretest +
-                             ", content: [" + content + "], post-test: clean.zip}\n");
+                             ", content: [" + content + "], post-test: clean.zip" + more + "}\n");
     return Plexo({"build", "course.yaml", "-o", "out.zip", "--force"});
   }
 };
@@ -110,7 +111,11 @@ TEST_F(PackageIntakeTest, WarnsOfContentThatNeverPassesWhereACourseWaitsForIt) {
               "API_1484_11.Terminate('');</script>");
   const std::string warning = "warning: finisher.zip: item 'I-start': reports completion and never success";
   EXPECT_THAT(Build("finisher.zip", "force-sequence: true\n").err, HasSubstr(warning));
-  EXPECT_THAT(BuildModule("clean.zip", "finisher.zip").err, HasSubstr(warning));
+  EXPECT_THAT(BuildModule("clean.zip", "finisher.zip", ", force-content-sequence: true").err,
+              HasSubstr(warning));
+  EXPECT_THAT(BuildModule("finisher.zip", "clean.zip").err, HasSubstr(warning));
+  // Its completion opens the post-test.
+  EXPECT_THAT(BuildModule("clean.zip", "finisher.zip").err, Not(HasSubstr("warning: finisher")));
   EXPECT_THAT(Build("finisher.zip").err, Not(HasSubstr("warning")));
 
   EXPECT_THAT(Build("clean.zip", "force-sequence: true\n").err,

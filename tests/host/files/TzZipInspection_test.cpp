@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <filesystem>
 #include <stdexcept>
@@ -88,6 +89,31 @@ TEST_F(TzZipInspectionTest, HandsOutContentInPieces) {
   EXPECT_EQ(content, "abc");
   EXPECT_EQ(inspection.Read(entries[2], take).message, "the entry's CRC-32 doesn't match");
   EXPECT_THROW(static_cast<void>(inspection.Read(entries[3], take)), std::logic_error);
+}
+
+TEST_F(TzZipInspectionTest, VisitsEveryFileAndGoesOnBehindADamagedOne) {
+  RawZip archive = {.entries = {{.name = "folder/"}, {.name = "/faulty"}}};
+  for (int number = 0; number < 200; ++number) {
+    RawEntry entry = {.name = std::to_string(number), .content = std::string(20'000, 'x'), .deflate = true};
+    if (number % 50 == 7) entry.crc = 1;
+    archive.entries.push_back(entry);
+  }
+  ASSERT_FALSE(Open(archive));
+  std::atomic<std::size_t> bytes = 0;
+  const auto visit = [&bytes](const TzZipEntry& entry, const TzZipInspection::Reader& read) -> TzZipFailure {
+    // One is left alone, one is only checked.
+    if (entry.name == "57") return {};
+    if (entry.name == "107") return read({});
+    return read([&bytes](std::span<const std::byte> piece) { bytes += piece.size(); });
+  };
+  std::vector<TzZipFailure> bad;
+  EXPECT_FALSE(inspection.VisitAll(visit, bad));
+  std::vector<std::string> names;
+  for (const TzZipFailure& failure : bad) names.push_back(failure.entry + ": " + failure.message);
+  EXPECT_THAT(names,
+              ElementsAre("7: the entry's CRC-32 doesn't match", "107: the entry's CRC-32 doesn't match",
+                          "157: the entry's CRC-32 doesn't match"));
+  EXPECT_EQ(bytes, 198 * 20'000U);
 }
 
 TEST_F(TzZipInspectionTest, FailsWithoutADirectory) {

@@ -138,11 +138,11 @@ std::vector<FaultyPackage> FaultySequencing() {
   return {
       {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
       {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached, "'other'",
        New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached, "'other'",
        New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached, "'other'",
        New()
            .Sequence("second",
                      R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions
@@ -152,21 +152,21 @@ std::vector<FaultyPackage> FaultySequencing() {
                      action="disabled"/></imsss:preConditionRule></imsss:sequencingRules>)" +
                          Objectives(Primary("") + Reads("g")))
            .Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached, "'other'",
        New()
            .Sequence("first", Objectives(Primary(Writes("g"))))
            .Sequence("second", kGate + Objectives(Primary("") + kUnread))
            .Build()},
-      {FlowOff, "'ORG'", New().Replace(kFlowOn, "").Build()},
-      {NothingReachable, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
+      {ContentNeverReached, "'ORG'", New().Replace(kFlowOn, "").Build()},
+      {ContentNeverReached, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
       {WeightsDontSum, "0.75",
        New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
       {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
       {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
       {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
-      {StartedOnce, "'FIRST'",
+      {ContentNeverReached, "'FIRST'",
        New().Sequence("first", ClosedBy(R"(<imsss:ruleCondition condition="attempted"/>)")).Build()},
-      {StartedOnce, "'FIRST'",
+      {ContentNeverReached, "'FIRST'",
        New()
            .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>
            <imsss:ruleCondition referencedObjective="other" condition="objectiveStatusKnown"/>)") +
@@ -180,23 +180,23 @@ std::vector<FaultyPackage> FaultySequencing() {
 std::vector<FaultyPackage> SilentContents() {
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   return {
-      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
-      {NeverSuccess, "'SECOND'",
+      {ContentNeverReached, "'SECOND'", Waiting("cmi.completion_status").Build()},
+      {ContentNeverReached, "'SECOND'",
        Waiting("cmi.completion_status cmi.score.scaled")
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {NeverReports, "'SECOND'", Waiting("").Build()},
-      {NeverSuccess, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
-      {NeverReports, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
-      {CompletionAwaited, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {NeverComplete, "'FIRST'", Waiting("cmi.success_status", kGateAndPass).Build()},
-      {CourseNeverPassed, "'SECOND'",
+      {ContentNeverReached, "'SECOND'", Waiting("").Build()},
+      {ContentNeverReached, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
+      {ContentNeverReached, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
+      {ContentNeverReached, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
+      {ContentNeverReached, "'FIRST'", Waiting("cmi.success_status", kGateAndPass).Build()},
+      {ContentNeverReached, "'SECOND'",
        New()
            .Sequence("second", kByContent)
            .File("b/index.htm", CheckedPackage::Page2004("cmi.completion_status"))
            .Build()},
-      {CourseNeverComplete, "'SECOND'",
+      {ContentNeverReached, "'SECOND'",
        New().Sequence("second", kByContent).File("b/index.htm", CheckedPackage::Page2004("")).Build()},
       {FailingOpens, "'SECOND'", Waiting("cmi.completion_status cmi.success_status 'failed'").Build()},
       {FailingOpens, "likewise 1 more",
@@ -213,7 +213,7 @@ std::vector<FaultyPackage> SilentContents() {
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {NeverSuccess, "'SECOND'", Launched(kOldVisit, "").Build()},
+      {ContentNeverReached, "'SECOND'", Launched(kOldVisit, "").Build()},
       {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
       {OtherEditionApi, "LMSInitialize",

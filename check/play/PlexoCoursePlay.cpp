@@ -195,7 +195,8 @@ class CoursePlay {
     for (PlexoIndex activity = 0; activity < course.GetDefinition().GetCount(); ++activity) {
       if (course.IsContent(activity)) witness.ClaimClosed(PlexoClaim::Kind::Choice, activity);
     }
-    witness.Shorten(course);
+    // What was launched last, the end of its session and the start of another stay.
+    witness.Shorten(course, kind == Lost ? 3 : 1);
     PlexoPlayedFinding& finding = Add(kind, content, std::move(witness));
     finding.visit = learner.GetLaunched() == kPlexoNone ? PlexoVisit::Idle : learner.GetSteps().back().visit;
   }
@@ -208,7 +209,7 @@ class CoursePlay {
     if (learner.HasCompleted() || learner.Ask({PlexoNavigation::Start})) return;
     PlexoWitness witness(learner);
     witness.ClaimCompleted(learner, 0);
-    witness.Shorten(course);
+    witness.Shorten(course, 3);
     Add(RestartLaunchesNothing, at.GetLaunched(), std::move(witness));
   }
 

@@ -7,12 +7,12 @@ PlexoPretests::PlexoPretests(const PlexoPlayedCourse& course)
     : definition(course.GetDefinition()), sparing(definition.GetCount()) {
   std::vector<std::vector<PlexoIndex>> writers(definition.GetGlobals().size());
   for (PlexoIndex activity = 0; activity < definition.GetCount(); ++activity) {
-    if (course.IsContent(activity)) {
-      for (const PlexoMapInfo& map : definition.GetRules(activity).objectives.front().maps) {
-        if (map.Writes(PlexoSharedValue::SatisfiedStatus)) writers[map.global].push_back(activity);
-      }
-    }
+    // Only what comes before an activity can spare it.
     NoteSkips(activity, writers);
+    if (!course.IsContent(activity)) continue;
+    for (const PlexoMapInfo& map : definition.GetRules(activity).objectives.front().maps) {
+      if (map.Writes(PlexoSharedValue::SatisfiedStatus)) writers[map.global].push_back(activity);
+    }
   }
   std::sort(all.begin(), all.end());
   all.erase(std::unique(all.begin(), all.end()), all.end());

@@ -157,7 +157,8 @@ bool PlexoWitness::IsWithoutTrueOf(const PlexoPlayedCourse& course, std::size_t 
     if (index >= first && index < first + count) continue;
     // What launched something must still do so: a step that only fails proves nothing.
     const bool launches = learner.Ask(steps[index].request, steps[index].visit);
-    if (launches != (steps[index].delivered != kPlexoNone)) return false;
+    const bool hasEnded = learner.GetSteps().back().hasEnded;
+    if (launches != (steps[index].delivered != kPlexoNone) || hasEnded != steps[index].hasEnded) return false;
   }
   const PlexoLearnerStep& last = learner.GetSteps().back();
   if (last.delivered != steps.back().delivered || last.hasEnded != steps.back().hasEnded) return false;
@@ -166,12 +167,12 @@ bool PlexoWitness::IsWithoutTrueOf(const PlexoPlayedCourse& course, std::size_t 
   return true;
 }
 
-void PlexoWitness::Shorten(const PlexoPlayedCourse& course) {
+void PlexoWitness::Shorten(const PlexoPlayedCourse& course, std::size_t lastKept) {
   // In requests times activities, which is what a request may take.
   constexpr std::uint64_t kMostWork = 2'000'000;
   std::uint64_t work = 0;
   for (std::size_t count = std::max<std::size_t>(steps.size() / 2, 1); count > 0; count /= 2) {
-    for (std::size_t first = 0; first + count < steps.size();) {
+    for (std::size_t first = 0; first + count + lastKept <= steps.size();) {
       work += static_cast<std::uint64_t>(steps.size()) * course.GetDefinition().GetCount();
       if (work > kMostWork) return;
       std::vector<PlexoLearnerStep> kept;

@@ -33,9 +33,9 @@ class PlexoWitness {
   [[nodiscard]] const std::vector<PlexoLearnerStep>& GetSteps() const { return steps; }
   /// True if the steps lead to what they say, and all claims hold then.
   [[nodiscard]] bool IsTrueOf(const PlexoPlayedCourse& course) const;
-  /// Leaves out steps, as many as leave the last one and the claims as they are. The work is bounded: a very
-  /// long witness keeps steps that it could do without.
-  void Shorten(const PlexoPlayedCourse& course);
+  /// Leaves out steps, as many as leave the last ones, as many as are to be kept, and the claims as they are.
+  /// The work is bounded: a very long witness keeps steps that it could do without.
+  void Shorten(const PlexoPlayedCourse& course, std::size_t lastKept = 1);
   /// The lines that `plexo play` runs. The remark becomes a comment at their start.
   [[nodiscard]] std::string WriteScript(const PlexoPlayedCourse& course, std::string_view remark) const;
 

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "bench/PanelBench.h"
+#include "bench/SequencerBench.h"
 #include "check/PlexoPackageChecker.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
@@ -134,6 +135,11 @@ int main(int argc, char** argv) {
     const TzPath package = TzPath::FromNative(arguments[2]);
     result = arguments[0] == "panel-scos" ? PanelBench::MeasureFlatCourse(ui, package, count)
                                           : PanelBench::MeasureModules(ui, package, count);
+  }
+  if (arguments[0] == "sequencer" && arguments.size() == 3) {
+    const std::size_t count = std::strtoul(arguments[2].c_str(), nullptr, 10);
+    std::puts(SequencerBench::Measure(arguments[1], count).c_str());
+    result = 0;
   }
   if (arguments[0] == "check") result = MeasureCheck(TzPath::FromNative(arguments[1]));
   TzFileUtil::DeleteAllTempFilesCreated();

@@ -39,7 +39,7 @@ std::optional<Number> Parse(std::string_view written) {
 
 std::string WriteNumber(double number) {
   char text[32];
-  const auto [end, error] = std::to_chars(std::begin(text), std::end(text), number);
+  const auto [end, error] = std::to_chars(std::begin(text), std::end(text), number, std::chars_format::fixed);
   return error == std::errc() ? std::string(std::begin(text), end) : std::string();
 }
 

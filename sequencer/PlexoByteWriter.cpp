@@ -2,6 +2,7 @@
 #include "sequencer/PlexoByteWriter.h"
 
 #include <bit>
+#include <cmath>
 
 void PlexoByteWriter::Whole(std::uint64_t number) {
   for (; number >= 0x80; number >>= 7) Byte(static_cast<std::uint8_t>(number | 0x80));
@@ -16,7 +17,7 @@ void PlexoByteWriter::Real(double number) {
   double power = 1;
   for (std::uint8_t scale = 0; scale <= 4; ++scale, power *= 10) {
     if (!(size * power < 1e15)) break;
-    const auto digits = static_cast<std::uint64_t>(size * power + 0.5);
+    const auto digits = static_cast<std::uint64_t>(std::llround(size * power));
     const double same = static_cast<double>(digits) / power;
     if (std::bit_cast<std::uint64_t>(isNegative ? -same : same) != std::bit_cast<std::uint64_t>(number))
       continue;

@@ -26,31 +26,37 @@ enum kPart : std::uint8_t {
   kAttemptLimit = 64,
 };
 
-/// The yes-or-no attributes of an activity, in the order of their bits.
-using PlexoSwitch = bool& (*)(PlexoActivityRules&);
-constexpr PlexoSwitch kSwitches[] = {
-    [](PlexoActivityRules& rules) -> bool& { return rules.isVisible; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.choice; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.choiceExit; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.flow; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.forwardOnly; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.useCurrentAttemptObjectiveInfo; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.controls.useCurrentAttemptProgressInfo; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.constrainChoice; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.preventActivation; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.delivery.tracked; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.delivery.completionSetByContent; },
-    [](PlexoActivityRules& rules) -> bool& { return rules.delivery.objectiveSetByContent; },
-};
+constexpr unsigned kSwitchCount = 12;
 
-std::uint64_t GetSwitches(PlexoActivityRules rules) {
+/// Visits the yes-or-no attributes of an activity, in the order of their bits.
+template <typename Rules, typename Visit>
+void VisitSwitches(Rules& rules, const Visit& visit) {
+  visit(rules.isVisible);
+  visit(rules.controls.choice);
+  visit(rules.controls.choiceExit);
+  visit(rules.controls.flow);
+  visit(rules.controls.forwardOnly);
+  visit(rules.controls.useCurrentAttemptObjectiveInfo);
+  visit(rules.controls.useCurrentAttemptProgressInfo);
+  visit(rules.constrainChoice);
+  visit(rules.preventActivation);
+  visit(rules.delivery.tracked);
+  visit(rules.delivery.completionSetByContent);
+  visit(rules.delivery.objectiveSetByContent);
+}
+
+std::uint64_t GetSwitches(const PlexoActivityRules& rules) {
   std::uint64_t bits = 0;
-  for (std::size_t at = 0; at < std::size(kSwitches); ++at) bits |= std::uint64_t{kSwitches[at](rules)} << at;
+  unsigned at = 0;
+  VisitSwitches(rules, [&](bool isOn) { bits |= std::uint64_t{isOn} << at++; });
   return bits;
 }
 
 void SetSwitches(PlexoActivityRules& rules, std::uint64_t bits) {
-  for (std::size_t at = 0; at < std::size(kSwitches); ++at) kSwitches[at](rules) = ((bits >> at) & 1U) != 0;
+  VisitSwitches(rules, [&bits](bool& isOn) {
+    isOn = (bits & 1U) != 0;
+    bits >>= 1;
+  });
 }
 
 template <typename Enum>
@@ -228,7 +234,7 @@ PlexoActivityRules ReadRules(PlexoByteReader& reader) {
   PlexoActivityRules rules;
   rules.identifier = reader.Text();
   rules.title = reader.Text();
-  SetSwitches(rules, reader.Whole((1U << std::size(kSwitches)) - 1));
+  SetSwitches(rules, reader.Whole((1U << kSwitchCount) - 1));
   rules.hiddenControls = reader.Byte();
   const std::uint8_t parts = reader.Byte();
   if ((parts & kRules) != 0) ReadAll(reader, rules.rules, ReadRule);

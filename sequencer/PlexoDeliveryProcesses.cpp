@@ -2,6 +2,8 @@
 #include "sequencer/PlexoDeliveryProcesses.h"
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 #include "sequencer/PlexoObjectiveSharing.h"
 #include "sequencer/PlexoUtilityProcesses.h"
@@ -27,17 +29,16 @@ void ClearSuspendedActivity(PlexoSequencingRun& run, PlexoIndex activity) {
   run.state.suspended = kPlexoNone;
 }
 
+bool IsNewAttempt(const PlexoActivityState& at) { return !at.isActive && !at.isSuspended; }
+
 // DB.2, 5.1.1 clears "suspended" of tracked activities alone. One that isn't tracked would stay suspended for
 // good, and its postcondition rules would never apply again, so it is cleared too.
 void BeginAttempt(PlexoSequencingRun& run, PlexoIndex activity) {
   PlexoActivityState& at = run.At(activity);
-  if (!at.isActive && !at.isSuspended) {
-    if (run.IsTracked(activity)) {
-      ++at.attemptCount;
-      at.isProgressKnown = true;
-      PlexoObjectiveSharing::ForgetAttempt(run, activity);
-    }
-    PlexoObjectiveSharing::BeginChildrenAnew(run, activity);
+  if (IsNewAttempt(at) && run.IsTracked(activity)) {
+    ++at.attemptCount;
+    at.isProgressKnown = true;
+    PlexoObjectiveSharing::ForgetAttempt(run, activity);
   }
   if (!at.isActive) at.isSuspended = false;
   at.isActive = true;
@@ -70,7 +71,12 @@ bool PlexoDeliveryProcesses::Deliver(PlexoSequencingRun& run, PlexoIndex activit
   }
   if (activity != state.suspended) ClearSuspendedActivity(run, activity);
   PlexoUtilityProcesses::TerminateDescendentAttempts(run, activity);
-  for (const PlexoIndex at : run.GetPath(kPlexoNone, activity)) BeginAttempt(run, at);
+  const auto path = run.GetPath(kPlexoNone, activity);
+  std::vector<PlexoIndex> begun;
+  std::copy_if(path.begin(), path.end(), std::back_inserter(begun),
+               [&run](PlexoIndex at) { return IsNewAttempt(run.At(at)); });
+  PlexoObjectiveSharing::BeginChildrenAnew(run, begun);
+  for (const PlexoIndex at : path) BeginAttempt(run, at);
   state.current = activity;
   state.suspended = kPlexoNone;
   return true;

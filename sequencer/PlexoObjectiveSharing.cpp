@@ -26,6 +26,12 @@ void WriteValue(PlexoSequencingRun& run, const PlexoObjectiveDefinition& rules, 
   local.shared = static_cast<std::uint8_t>(isWritten && isKnown ? local.shared | bit : local.shared & ~bit);
 }
 
+struct PlexoStaleMarks {
+  bool objectives = false;
+  bool progress = false;
+  bool isBegun = false;
+};
+
 /// An activity that knows nothing has nothing to set aside, and takes no room in a stored state.
 bool HasRecorded(const PlexoSequencingRun& run, PlexoIndex activity) {
   const PlexoActivityNode& node = run.definition.Get(activity);
@@ -79,24 +85,25 @@ void PlexoObjectiveSharing::ForgetStale(PlexoSequencingRun& run, PlexoIndex acti
   at.areObjectivesStale = at.isProgressStale = false;
 }
 
-void PlexoObjectiveSharing::BeginChildrenAnew(PlexoSequencingRun& run, PlexoIndex activity) {
-  if (activity == 0 && !run.definition.AreGlobalsForSystem())
+void PlexoObjectiveSharing::BeginChildrenAnew(PlexoSequencingRun& run, std::span<const PlexoIndex> begun) {
+  if (begun.empty()) return;
+  const PlexoIndex first = begun.front();
+  if (first == 0 && !run.definition.AreGlobalsForSystem())
     std::fill(run.state.globals.begin(), run.state.globals.end(), PlexoObjectiveState());
   // Parents come before their children, so one pass carries the marks down: a mark goes on below an activity
-  // that got it in this pass.
-  const PlexoIndex end = run.definition.Get(activity).subtreeEnd;
-  std::vector<bool> isObjectiveMarked(end - activity);
-  std::vector<bool> isProgressMarked(end - activity);
-  isObjectiveMarked[0] = isProgressMarked[0] = true;
-  for (PlexoIndex at = activity + 1; at < end; ++at) {
+  // that begins anew, and below one that got it in this pass.
+  const PlexoIndex end = run.definition.Get(first).subtreeEnd;
+  std::vector<PlexoStaleMarks> marks(end - first);
+  for (const PlexoIndex at : begun) marks[at - first] = {true, true, true};
+  for (PlexoIndex at = first + 1; at < end; ++at) {
     const PlexoIndex parent = run.GetParent(at);
     const PlexoControlModes& controls = run.GetControls(parent);
-    isObjectiveMarked[at - activity] =
-        controls.useCurrentAttemptObjectiveInfo && isObjectiveMarked[parent - activity];
-    isProgressMarked[at - activity] =
-        controls.useCurrentAttemptProgressInfo && isProgressMarked[parent - activity];
+    PlexoStaleMarks& mark = marks[at - first];
+    if (mark.isBegun) continue;
+    mark.objectives = controls.useCurrentAttemptObjectiveInfo && marks[parent - first].objectives;
+    mark.progress = controls.useCurrentAttemptProgressInfo && marks[parent - first].progress;
     if (!HasRecorded(run, at)) continue;
-    if (isObjectiveMarked[at - activity]) run.At(at).areObjectivesStale = true;
-    if (isProgressMarked[at - activity]) run.At(at).isProgressStale = true;
+    if (mark.objectives) run.At(at).areObjectivesStale = true;
+    if (mark.progress) run.At(at).isProgressStale = true;
   }
 }

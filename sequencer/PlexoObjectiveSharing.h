@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <span>
+
 #include "sequencer/PlexoSequencingRun.h"
 
 /// What activities share through global objectives, and what a new attempt forgets.
@@ -15,8 +17,8 @@ class PlexoObjectiveSharing {
   /// A cluster that is rolled up before it is attempted again: what it recorded in an earlier attempt on its
   /// parent is gone, and what it records now counts.
   static void ForgetStale(PlexoSequencingRun& run, PlexoIndex activity);
-  /// A new attempt on a cluster: what its children recorded before it isn't used, where the cluster uses
-  /// information of its current attempt alone; likewise below clusters among them. On the root, global
-  /// objectives are forgotten that aren't for the system.
-  static void BeginChildrenAnew(PlexoSequencingRun& run, PlexoIndex activity);
+  /// New attempts on activities of one path, the highest first: what their children recorded before isn't
+  /// used, where they use information of their current attempt alone; likewise below clusters among those
+  /// children. On the root, global objectives are forgotten that aren't for the system.
+  static void BeginChildrenAnew(PlexoSequencingRun& run, std::span<const PlexoIndex> begun);
 };

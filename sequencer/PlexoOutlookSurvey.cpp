@@ -32,6 +32,10 @@ PlexoOutlookSurvey::PlexoOutlookSurvey(const PlexoSequencingDefinition& course,
 
 PlexoOutlook PlexoOutlookSurvey::Make() {
   NoteWayUp();
+  const auto planContinue = PlexoNavigationProcesses::Plan(run, {PlexoNavigation::Continue});
+  const PlexoProspect noContinue = GetRefusal();
+  const auto planPrevious = PlexoNavigationProcesses::Plan(run, {PlexoNavigation::Previous});
+  const PlexoProspect noPrevious = GetRefusal();
   isEnded = EndCurrent();
   current = outlook.seen.current;
   if (isEnded) {
@@ -42,8 +46,8 @@ PlexoOutlook PlexoOutlookSurvey::Make() {
   }
   for (PlexoIndex target = 0; target < run.definition.GetCount(); ++target)
     outlook.choices.push_back(Judge(target));
-  outlook.onContinue = Step(PlexoNavigation::Continue);
-  outlook.onPrevious = Step(PlexoNavigation::Previous);
+  outlook.onContinue = Step(planContinue, noContinue);
+  outlook.onPrevious = Step(planPrevious, noPrevious);
   return std::move(outlook);
 }
 
@@ -222,12 +226,9 @@ PlexoProspect PlexoOutlookSurvey::FindConstraint(PlexoIndex target) const {
   return Refuse(Code::SB_2_9_8, Kind::ChoiceConstrained, constrained);
 }
 
-/// Continue or Previous from the state after the end of the attempt.
-PlexoProspect PlexoOutlookSurvey::Step(PlexoNavigation kind) const {
-  PlexoSequencingState before = original;
-  PlexoSequencingRun planning(run.definition, before, nullptr);
-  const PlexoNavigationPlan plan = PlexoNavigationProcesses::Plan(planning, {kind});
-  if (!plan.isValid) return {planning.exception, planning.reason};
+/// Continue or Previous, planned before the end of the attempt and taken after it.
+PlexoProspect PlexoOutlookSurvey::Step(const PlexoNavigationPlan& plan, const PlexoProspect& refusal) const {
+  if (!plan.isValid) return refusal;
   if (!isEnded) return failedEnd;
   PlexoSequencingState after = outlook.seen;
   PlexoSequencingRun stepping(run.definition, after, nullptr);

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "sequencer/PlexoNavigationProcesses.h"
 #include "sequencer/PlexoOutlook.h"
 #include "sequencer/PlexoSequencingRun.h"
 
@@ -49,7 +50,7 @@ class PlexoOutlookSurvey {
   [[nodiscard]] PlexoProspect FindNavigationObstacle(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindObstacleByPlace(PlexoIndex target) const;
   [[nodiscard]] PlexoProspect FindConstraint(PlexoIndex target) const;
-  [[nodiscard]] PlexoProspect Step(PlexoNavigation kind) const;
+  [[nodiscard]] PlexoProspect Step(const PlexoNavigationPlan& plan, const PlexoProspect& refusal) const;
   [[nodiscard]] PlexoProspect GetRefusal() const { return {run.exception, run.reason}; }
 
   const PlexoSequencingState& original;

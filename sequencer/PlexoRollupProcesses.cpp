@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "sequencer/PlexoObjectiveSharing.h"
@@ -11,36 +12,6 @@
 #include "sequencer/PlexoTrackingView.h"
 
 namespace {
-
-PlexoRollupRule MakeDefaultRule(PlexoCondition condition, PlexoRollupAction action) {
-  PlexoRollupRule rule;
-  rule.conditions = {{condition, false}};
-  rule.action = action;
-  return rule;
-}
-
-/// The rules of the standard for a cluster that has none of either action.
-std::vector<PlexoRollupRule> GetDefaultRules(PlexoRollupAction good) {
-  if (good == PlexoRollupAction::Satisfied) {
-    return {MakeDefaultRule(PlexoCondition::Satisfied, PlexoRollupAction::Satisfied),
-            MakeDefaultRule(PlexoCondition::ObjectiveStatusKnown, PlexoRollupAction::NotSatisfied)};
-  }
-  return {MakeDefaultRule(PlexoCondition::Completed, PlexoRollupAction::Completed),
-          MakeDefaultRule(PlexoCondition::ActivityProgressKnown, PlexoRollupAction::Incomplete)};
-}
-
-/// Sets a status by the rules of two actions. The bad one is checked first, so that the good one prevails.
-void RollUpByRules(PlexoSequencingRun& run, PlexoIndex cluster, PlexoRollupAction good, PlexoRollupAction bad,
-                   PlexoTruth& status) {
-  const auto& own = run.GetRules(cluster).rollupRules;
-  const bool hasOwn = std::any_of(own.begin(), own.end(), [good, bad](const PlexoRollupRule& rule) {
-    return rule.action == good || rule.action == bad;
-  });
-  const auto defaults = hasOwn ? std::vector<PlexoRollupRule>() : GetDefaultRules(good);
-  const std::span<const PlexoRollupRule> rules = hasOwn ? own : defaults;
-  if (PlexoRollupRuleCheck::Applies(run, cluster, rules, bad)) status = PlexoTruth::False();
-  if (PlexoRollupRuleCheck::Applies(run, cluster, rules, good)) status = PlexoTruth::True();
-}
 
 /// A weighted mean over children. One without a value counts with its weight all the same: a course isn't
 /// passed with the one test that was taken.
@@ -62,53 +33,61 @@ class PlexoWeightedMean {
   bool isValid = false;
 };
 
-/// Measure Rollup Process [RB.1.1]. Every activity has a primary objective, so the pseudo-code's way out for
-/// a child without one (6.1.1.4) is never taken.
-PlexoMeasure RollUpMeasure(PlexoSequencingRun& run, PlexoIndex cluster) {
-  run.Begin(PlexoProcess::MeasureRollup, cluster);
-  const PlexoTrackingView tracking(run.definition, run.state);
-  PlexoWeightedMean mean;
-  for (const PlexoIndex child : run.GetAvailableChildren(cluster)) {
-    if (run.IsTracked(child))
-      mean.Add(tracking.GetMeasure(child), run.GetRules(child).rollup.objectiveMeasureWeight);
+/// What the children of a cluster come to: their measures [RB.1.1], in the 4th Edition their progress
+/// [RB.1.1.b], and their answers to the rollup rules, gathered in one walk. Every activity has a primary
+/// objective, so the way out of RB.1.1 for a child without one (6.1.1.4) is never taken.
+class PlexoChildrenRollup {
+ public:
+  PlexoChildrenRollup(PlexoSequencingRun& run, PlexoIndex cluster) : rules(run, cluster) {
+    run.Begin(PlexoProcess::MeasureRollup, cluster);
+    const bool hasProgress = run.definition.GetEdition() == PlexoSequencingEdition::Fourth;
+    if (hasProgress) run.Begin(PlexoProcess::CompletionMeasureRollup, cluster);
+    const PlexoTrackingView tracking(run.definition, run.state);
+    for (const PlexoIndex child : run.GetAvailableChildren(cluster)) {
+      if (!run.IsTracked(child)) continue;
+      const PlexoActivityRules& childRules = run.GetRules(child);
+      measure.Add(tracking.GetMeasure(child), childRules.rollup.objectiveMeasureWeight);
+      if (hasProgress) progress.Add(tracking.GetProgress(child), childRules.completion.progressWeight);
+      rules.AddChild(child);
+    }
   }
-  return mean.Get();
-}
+  [[nodiscard]] PlexoMeasure GetMeasure() const { return measure.Get(); }
+  /// Unknown in the 3rd Edition.
+  [[nodiscard]] PlexoMeasure GetProgress() const { return progress.Get(); }
+  /// A status by the rules of two actions. The bad one is checked first, so that the good one prevails.
+  void Set(PlexoTruth& status, PlexoRollupAction good, PlexoRollupAction bad) const {
+    if (rules.Applies(bad)) status = PlexoTruth::False();
+    if (rules.Applies(good)) status = PlexoTruth::True();
+  }
 
-/// Completion Measure Rollup Process [RB.1.1.b], of the 4th Edition.
-PlexoMeasure RollUpProgress(PlexoSequencingRun& run, PlexoIndex cluster) {
-  run.Begin(PlexoProcess::CompletionMeasureRollup, cluster);
-  const PlexoTrackingView tracking(run.definition, run.state);
-  PlexoWeightedMean mean;
-  for (const PlexoIndex child : run.GetAvailableChildren(cluster)) {
-    if (run.IsTracked(child))
-      mean.Add(tracking.GetProgress(child), run.GetRules(child).completion.progressWeight);
-  }
-  return mean.Get();
-}
+ private:
+  PlexoRollupRuleCheck rules;
+  PlexoWeightedMean measure;
+  PlexoWeightedMean progress;
+};
 
 /// Objective Rollup Process [RB.1.2.a, RB.1.2.b]. A leaf has no children to apply rules to.
-void RollUpObjective(PlexoSequencingRun& run, PlexoIndex activity, PlexoObjectiveState& primary) {
+void RollUpObjective(PlexoSequencingRun& run, PlexoIndex activity, const PlexoChildrenRollup* children,
+                     PlexoObjectiveState& primary) {
   if (run.GetRules(activity).objectives.front().isSatisfiedByMeasure) {
     run.Begin(PlexoProcess::ObjectiveRollupUsingMeasure, activity);
     primary.satisfied = PlexoRollupProcesses::GetSatisfiedByMeasure(run, activity, primary.measure);
-  } else if (!run.IsLeaf(activity)) {
+  } else if (children != nullptr) {
     run.Begin(PlexoProcess::ObjectiveRollupUsingRules, activity);
-    RollUpByRules(run, activity, PlexoRollupAction::Satisfied, PlexoRollupAction::NotSatisfied,
-                  primary.satisfied);
+    children->Set(primary.satisfied, PlexoRollupAction::Satisfied, PlexoRollupAction::NotSatisfied);
   }
 }
 
 /// Activity Progress Rollup Process [RB.1.3.a, RB.1.3.b].
-void RollUpCompletion(PlexoSequencingRun& run, PlexoIndex activity, PlexoObjectiveState& primary) {
+void RollUpCompletion(PlexoSequencingRun& run, PlexoIndex activity, const PlexoChildrenRollup* children,
+                      PlexoObjectiveState& primary) {
   const PlexoCompletionThreshold& completion = run.GetRules(activity).completion;
   if (completion.isByMeasure && run.definition.GetEdition() == PlexoSequencingEdition::Fourth) {
     run.Begin(PlexoProcess::ActivityProgressRollupUsingMeasure, activity);
     primary.completed = primary.progress.IsAtLeast(completion.minProgressMeasure);
-  } else if (!run.IsLeaf(activity)) {
+  } else if (children != nullptr) {
     run.Begin(PlexoProcess::ActivityProgressRollupUsingRules, activity);
-    RollUpByRules(run, activity, PlexoRollupAction::Completed, PlexoRollupAction::Incomplete,
-                  primary.completed);
+    children->Set(primary.completed, PlexoRollupAction::Completed, PlexoRollupAction::Incomplete);
   }
 }
 
@@ -122,13 +101,14 @@ void RollUpActivity(PlexoSequencingRun& run, PlexoIndex activity) {
   PlexoObjectiveState& primary = run.state.objectives[run.definition.Get(activity).firstObjective];
   const PlexoObjectiveState before = primary;
   PlexoObjectiveSharing::ForgetStale(run, activity);
+  std::optional<PlexoChildrenRollup> children;
   if (!run.IsLeaf(activity)) {
-    primary.measure = RollUpMeasure(run, activity);
-    if (run.definition.GetEdition() == PlexoSequencingEdition::Fourth)
-      primary.progress = RollUpProgress(run, activity);
+    children.emplace(run, activity);
+    primary.measure = children->GetMeasure();
+    primary.progress = children->GetProgress();
   }
-  RollUpObjective(run, activity, primary);
-  RollUpCompletion(run, activity, primary);
+  RollUpObjective(run, activity, children.has_value() ? &*children : nullptr, primary);
+  RollUpCompletion(run, activity, children.has_value() ? &*children : nullptr, primary);
   PlexoObjectiveSharing::Write(run, activity);
   if (primary != before) ++run.changes;
   last = run.changes << 1 | (isActive ? 1U : 0U);

@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sequencer/PlexoRollupRuleCheck.h"
 
+#include <algorithm>
+
 #include "sequencer/PlexoRuleEvaluation.h"
 #include "sequencer/PlexoTrackingView.h"
 #include "sequencer/PlexoUtilityProcesses.h"
 
 namespace {
-
-/// What the children that count came to under one rule.
-struct PlexoChildBag {
-  std::uint32_t trues = 0;
-  std::uint32_t falses = 0;
-  std::uint32_t unknowns = 0;
-
-  void Add(PlexoTruth truth) { ++(truth.IsTrue() ? trues : truth.IsFalse() ? falses : unknowns); }
-  [[nodiscard]] std::uint32_t GetCount() const { return trues + falses + unknowns; }
-};
 
 PlexoRequirement GetRequirement(const PlexoRollupControls& controls, PlexoRollupAction action) {
   switch (action) {
@@ -55,40 +47,69 @@ bool Counts(PlexoSequencingRun& run, PlexoIndex child, PlexoRollupAction action)
 // doesn't: an activity's status comes from its contributing children, and without any there is nothing to
 // roll up. Otherwise a cluster whose children are all untracked would be completed and satisfied by the end
 // of the first.
-bool Applies(const PlexoRollupRule& rule, const PlexoChildBag& bag) {
-  if (bag.GetCount() == 0) return false;
+bool AppliesTo(const PlexoRollupRule& rule, const PlexoChildBag& bag) {
+  const std::uint32_t count = bag.trues + bag.falses + bag.unknowns;
+  if (count == 0) return false;
   switch (rule.childSet) {
     case PlexoChildSet::All:
-      return bag.falses == 0 && bag.unknowns == 0;
+      return bag.trues == count;
     case PlexoChildSet::Any:
       return bag.trues > 0;
     case PlexoChildSet::None:
-      return bag.trues == 0 && bag.unknowns == 0;
+      return bag.falses == count;
     case PlexoChildSet::AtLeastCount:
       return bag.trues >= rule.minimumCount;
     case PlexoChildSet::AtLeastPercent:
-      return static_cast<double>(bag.trues) / bag.GetCount() >= rule.minimumPercent;
+      return static_cast<double>(bag.trues) / count >= rule.minimumPercent;
   }
   return false;
 }
 
-PlexoChildBag Collect(PlexoSequencingRun& run, PlexoIndex cluster, const PlexoRollupRule& rule) {
-  PlexoChildBag bag;
-  for (const PlexoIndex child : run.GetAvailableChildren(cluster)) {
-    if (!run.IsTracked(child) || !Counts(run, child, rule.action)) continue;
-    bag.Add(PlexoRuleEvaluation::CheckRollupConditions(run.definition, run.state, child, rule));
-  }
-  return bag;
+PlexoRollupRule MakeDefaultRule(PlexoCondition condition, PlexoRollupAction action) {
+  PlexoRollupRule rule;
+  rule.conditions = {{condition, false}};
+  rule.action = action;
+  return rule;
 }
 
 }  // namespace
 
-bool PlexoRollupRuleCheck::Applies(PlexoSequencingRun& run, PlexoIndex cluster,
-                                   std::span<const PlexoRollupRule> rules, PlexoRollupAction action) {
+PlexoRollupRuleCheck::PlexoRollupRuleCheck(PlexoSequencingRun& underWay, PlexoIndex checked)
+    : run(underWay), cluster(checked) {
+  using Action = PlexoRollupAction;
+  const auto& own = run.GetRules(cluster).rollupRules;
+  const auto hasOwn = [&own](Action good, Action bad) {
+    return std::any_of(own.begin(), own.end(), [good, bad](const PlexoRollupRule& rule) {
+      return rule.action == good || rule.action == bad;
+    });
+  };
+  if (!hasOwn(Action::Satisfied, Action::NotSatisfied)) {
+    defaults.push_back(MakeDefaultRule(PlexoCondition::Satisfied, Action::Satisfied));
+    defaults.push_back(MakeDefaultRule(PlexoCondition::ObjectiveStatusKnown, Action::NotSatisfied));
+  }
+  if (!hasOwn(Action::Completed, Action::Incomplete)) {
+    defaults.push_back(MakeDefaultRule(PlexoCondition::Completed, Action::Completed));
+    defaults.push_back(MakeDefaultRule(PlexoCondition::ActivityProgressKnown, Action::Incomplete));
+  }
+  for (const PlexoRollupRule& rule : own) rules.push_back(&rule);
+  for (const PlexoRollupRule& rule : defaults) rules.push_back(&rule);
+  bags.resize(rules.size());
+}
+
+void PlexoRollupRuleCheck::AddChild(PlexoIndex child) {
+  for (std::size_t index = 0; index < rules.size(); ++index) {
+    if (!Counts(run, child, rules[index]->action)) continue;
+    const PlexoTruth truth =
+        PlexoRuleEvaluation::CheckRollupConditions(run.definition, run.state, child, *rules[index]);
+    PlexoChildBag& bag = bags[index];
+    ++(truth.IsTrue() ? bag.trues : truth.IsFalse() ? bag.falses : bag.unknowns);
+  }
+}
+
+bool PlexoRollupRuleCheck::Applies(PlexoRollupAction action) const {
   const std::size_t step = run.Begin(PlexoProcess::RollupRuleCheck, cluster);
   for (PlexoIndex index = 0; index < rules.size(); ++index) {
-    if (rules[index].action != action) continue;
-    if (!::Applies(rules[index], Collect(run, cluster, rules[index]))) continue;
+    if (rules[index]->action != action || !AppliesTo(*rules[index], bags[index])) continue;
     run.End(step, PlexoSequencingException::None, index);
     return true;
   }

@@ -56,7 +56,7 @@ PlexoSequencingResult Step(PlexoSequencingRun& run, PlexoDirection direction) {
 PlexoSequencingResult RetryCluster(PlexoSequencingRun& run, PlexoIndex cluster) {
   const auto activities = run.state.activities;
   const auto globals = run.state.globals;
-  PlexoObjectiveSharing::BeginChildrenAnew(run, cluster);
+  PlexoObjectiveSharing::BeginChildrenAnew(run, {&cluster, 1});
   const PlexoFlow flow = PlexoFlowProcesses::Flow(run, cluster, PlexoDirection::Forward, true);
   if (flow.isDeliverable) return {flow.activity};
   run.state.activities = activities;

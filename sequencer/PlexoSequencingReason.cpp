@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sequencer/PlexoSequencingReason.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 
@@ -66,10 +68,12 @@ std::string WriteWhole(std::uint64_t number) {
   return digits;
 }
 
-/// A measure with up to four digits behind the point, which is all that a reason needs.
+/// A measure with up to four digits behind the point, which is all that a reason needs. What content reports
+/// or a stored state holds may be far out of range.
 std::string WriteMeasure(double measure) {
   const bool isNegative = measure < 0;
-  const auto scaled = static_cast<std::uint64_t>((isNegative ? -measure : measure) * 10'000 + 0.5);
+  const double size = std::min(std::fabs(measure), 1e9);
+  const auto scaled = static_cast<std::uint64_t>(std::llround(size * 10'000));
   std::string text = (isNegative && scaled > 0 ? "-" : "") + WriteWhole(scaled / 10'000);
   std::string digits = WriteWhole(10'000 + scaled % 10'000);
   while (digits.back() == '0') digits.pop_back();

@@ -13,6 +13,7 @@
 #include "apps/cli/BuildCommand.h"
 #include "apps/cli/CheckCommand.h"
 #include "apps/cli/InspectCommand.h"
+#include "apps/cli/PlayCommand.h"
 
 namespace {
 
@@ -79,6 +80,24 @@ constexpr const char* kCheckStatuses =
     "  2  the command line is wrong, or there is no such file\n"
     "  3  errors were found; with --strict, also warnings\n";
 
+constexpr const char* kPlayNotes =
+    "A script has a line for each thing that the learner asks for, that the content reports, or that you\n"
+    "expect. It is read from standard input without SCRIPT.\n"
+    "  start | continue | previous | choice ID | jump ID | exit | exitall | abandon | abandonall\n"
+    "  suspendall | resumeall\n"
+    "  status completed|incomplete|unknown      success passed|failed|unknown\n"
+    "  score 0.8     progress 0.5     objective ID passed|failed|unknown [SCORE]     suspend\n"
+    "  expect deliver ID|end|none               expect completed|satisfied|attempted ID true|false|unknown\n"
+    "  expect measure ID NUMBER|unknown         expect can|cannot continue|previous|choice ID\n"
+    "  toc | tree | globals | why ID            save FILE | load FILE | help | quit\n"
+    "ID is an item's identifier; '#' begins a comment.\n"
+    "\n"
+    "Exit status:\n"
+    "  0  done, and every expectation holds\n"
+    "  1  the package can't be played, or a saved learner was refused\n"
+    "  2  the command line or the script is wrong, or there is no such file\n"
+    "  3  an expectation failed, or the machine did: disk full, no permission\n";
+
 constexpr const char* kAdoptNotes =
     "The adopted package has its content in a folder of its own, one item, and every file listed. What was\n"
     "changed is told, each with its id; 'plexo check --list' has them all. An adopted package stays as it\n"
@@ -104,12 +123,14 @@ class Arguments {
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.formatter(std::make_shared<UsageFormatter>("plexo COMMAND ARGUMENTS"));
     app.require_subcommand(1);
-    app.footer(std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses +
-               "For 'plexo check', 3 says that it found errors.\n");
+    app.footer(
+        std::string("'plexo COMMAND --help' tells more of a command.\n\n") + kStatuses +
+        "For 'plexo check', 3 says that it found errors; for 'plexo play', that an expectation failed.\n");
     DefineBuild();
     DefineAdopt();
     DefineInspect();
     DefineCheck();
+    DefinePlay();
   }
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
@@ -118,7 +139,7 @@ class Arguments {
   [[nodiscard]] std::string GetMistake(const CLI::ParseError& error,
                                        std::span<const char* const> arguments) const {
     if (!app.get_subcommands().empty()) return DescribeMistake(error);
-    const std::string commands = "adopt, build, check, inspect";
+    const std::string commands = "adopt, build, check, inspect, play";
     if (arguments.size() < 2) return "a command is missing; allowed: " + commands;
     const std::string first = std::string("'") + arguments[1] + "'";
     if (*arguments[1] == '-') return "unknown option " + first + "; first comes a command: " + commands;
@@ -128,12 +149,14 @@ class Arguments {
   [[nodiscard]] bool IsBuild() const { return build->parsed(); }
   [[nodiscard]] bool IsAdopt() const { return adopt->parsed(); }
   [[nodiscard]] bool IsCheck() const { return check->parsed(); }
+  [[nodiscard]] bool IsPlay() const { return play->parsed(); }
   [[nodiscard]] bool WantsJson() const { return isJson; }
   [[nodiscard]] bool IsQuiet() const { return isQuiet; }
   /// What --scorm says, of whatever command; empty without it.
   [[nodiscard]] const std::string& GetScormVersion() const {
     return adopt->parsed() ? adoptOptions.scormVersion : inspectOptions.scormVersion;
   }
+  [[nodiscard]] const PlayOptions& GetPlayOptions() const { return playOptions; }
   [[nodiscard]] const InspectOptions& GetInspectOptions() const { return inspectOptions; }
   [[nodiscard]] AdoptOptions GetAdoptOptions() const {
     AdoptOptions options = adoptOptions;
@@ -280,6 +303,23 @@ class Arguments {
     check->footer(kCheckStatuses);
   }
 
+  void DefinePlay() {
+    play = app.add_subcommand("play", "Play a learner in a SCORM 2004 package, request by request");
+    play->formatter(std::make_shared<UsageFormatter>("plexo play PACKAGE.zip [SCRIPT] [OPTIONS]"));
+    play->add_option("PACKAGE.zip", playOptions.package, "The package, of Plexo or any other maker")
+        ->required()
+        ->type_name("")
+        ->check(notEmpty);
+    play->add_option("SCRIPT", playOptions.script, "What the learner does")->type_name("")->check(notEmpty);
+    play->add_option("--organization", playOptions.organization,
+                     "Play this organization, by its identifier, instead of the default one")
+        ->type_name("ID")
+        ->check(notEmpty);
+    play->add_option("--seed", playOptions.seed, "Select and shuffle items with this number")->type_name("N");
+    play->add_flag("--json", isJson, "Print each answer, or the error, as one line of JSON");
+    play->footer(kPlayNotes);
+  }
+
   // Without a description, which the help would show with every option.
   CLI::Validator notEmpty{[](const std::string& text) { return text.empty() ? "can't be empty" : ""; }, ""};
   CLI::App app;
@@ -287,10 +327,12 @@ class Arguments {
   CLI::App* adopt = nullptr;
   CLI::App* inspect = nullptr;
   CLI::App* check = nullptr;
+  CLI::App* play = nullptr;
   BuildOptions buildOptions;
   AdoptOptions adoptOptions;
   InspectOptions inspectOptions;
   CheckOptions checkOptions;
+  PlayOptions playOptions;
   bool isForced = false;
   bool completionPasses = false;
   bool isQuiet = false;
@@ -315,6 +357,8 @@ ExitStatus RunCommand(const Arguments& arguments, CommandOutput& output) {
     status = AdoptCommand(arguments.GetAdoptOptions(), session, output).Run();
   } else if (arguments.IsCheck()) {
     status = CheckCommand(arguments.GetCheckOptions(), session, output).Run();
+  } else if (arguments.IsPlay()) {
+    status = PlayCommand(arguments.GetPlayOptions(), session, output).Run();
   } else {
     status = InspectCommand(arguments.GetInspectOptions(), session, output).Run();
   }

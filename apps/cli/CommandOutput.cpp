@@ -59,6 +59,11 @@ void CommandOutput::PrintDocument(std::string_view document) {
   results << document << '\n';
 }
 
+void CommandOutput::Prompt(std::string_view text) {
+  Prepare();
+  results << text << std::flush;
+}
+
 void CommandOutput::Note(std::string_view message) {
   Prepare();
   messages << MakePrintable(message) << '\n';

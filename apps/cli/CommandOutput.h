@@ -26,6 +26,8 @@ class CommandOutput {
   void PrintLine(std::string_view line);
   /// A result that is text already, such as JSON.
   void PrintDocument(std::string_view document);
+  /// Shows the text and waits for nothing: what was printed before is brought out too.
+  void Prompt(std::string_view text);
   /// A message that asks for nothing.
   void Note(std::string_view message);
   /// "warning: " and the message.

@@ -85,6 +85,7 @@ enum class PlexoFindingId {
   RestartLaunchesNothing,
   FailureSticks,
   SuspensionLoses,
+  LearnerLostLater,
 
   OtherEditionApi,
   NoApi,

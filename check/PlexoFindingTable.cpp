@@ -234,16 +234,21 @@ constexpr std::array kKinds = {
                      "{0}: starting the course launches nothing; learners must choose from the contents list",
                      "Write flow=\"true\" into the controlMode of the organization"},
     PlexoFindingKind{RestartLaunchesNothing, "PLX-529", kHint, "The course can't be started anew",
-                     "{0}: who leaves the course after it without suspending can't start it anew, only "
-                     "choose from the contents list",
-                     "Tell learners to suspend the course when they leave, or let the rule that closes its "
-                     "first content skip instead of disable"},
+                     "{0}: who finishes it and leaves the course there can't {1}, only choose from the "
+                     "contents list",
+                     "Tell learners to press Continue before they leave, and to suspend the course; or let the "
+                     "rule that closes what was done skip instead of disable"},
     PlexoFindingKind{FailureSticks, "PLX-530", kWarning, "Who fails at first can't pass any more",
                      "{0}: who fails it at first, and passes it and all others later, doesn't pass the course",
                      "Let the test be repeated: raise its attempt limit, or don't close it after a failure"},
     PlexoFindingKind{SuspensionLoses, "PLX-531", kWarning, "Suspending the course loses what was done",
-                     "{0}: who suspends the course in each item can't complete it after this one",
-                     "See which rule or rollup consideration (ifNotSuspended) takes suspended items out"},
+                     "{0}: who suspends the course in every item can't resume or complete it after this one",
+                     "See which rule or rollup consideration (ifNotSuspended) leaves suspended items out"},
+    PlexoFindingKind{LearnerLostLater, "PLX-532", kHint,
+                     "Leaving the course without suspending may close everything",
+                     "{0}: after {1} nothing can be launched any more, for a learner who left the course "
+                     "before without suspending it",
+                     "Tell learners to suspend the course when they leave"},
 
     PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
                      "item '{0}': its scripts call {1} only, which a SCORM {2} course doesn't offer",
@@ -484,7 +489,7 @@ std::string PlexoFindingTable::WriteMarkdown() {
       "never given to another finding. An error keeps a course, or a part of it, from working in most "
       "LMSs, a warning in some; a hint is worth knowing.\n"
       "\n"
-      "PLX-520 to PLX-531 come of playing the course as learners do; [plays.md](plays.md) tells how. PLX-503, "
+      "PLX-520 to PLX-532 come of playing the course as learners do; [plays.md](plays.md) tells how. PLX-503, "
       "504, 505, 509, 510, 511, 513, 514, 515 and 518 guessed at the same from patterns; they are retired, and "
       "no other finding gets their ids.\n"
       "\n"

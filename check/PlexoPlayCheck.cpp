@@ -19,6 +19,7 @@ PlexoFindingId GetId(PlexoPlayedKind kind) {
     case PlexoPlayedKind::NeverPassed: return CourseNeverPassed;
     case PlexoPlayedKind::Lost: return LearnerLost;
     case PlexoPlayedKind::LostInSession: return LearnerLostInSession;
+    case PlexoPlayedKind::LostLater: return LearnerLostLater;
     case PlexoPlayedKind::PretestInVain: return PretestInVain;
     case PlexoPlayedKind::CompletedUnseen: return CompletedUnseen;
     case PlexoPlayedKind::ContinueStops: return ContinueStops;
@@ -38,7 +39,12 @@ class PlayCheck {
     if (reading.definition == nullptr) return {};
     const PlexoPlayedCourse course{PlexoSequencer(reading.definition), ReadAbilities()};
     const PlexoPlayResult result = PlexoCoursePlay::Run(course);
-    for (const PlexoPlayedFinding& finding : result.findings) Report(course, finding);
+    for (const PlexoPlayedFinding& finding : result.findings) {
+      // A course of one item is started by every LMS, whatever its control modes.
+      const bool isPlain = !reading.hasSequencing && reading.definition->GetCount() == 2;
+      if (isPlain && finding.kind == PlexoPlayedKind::StartLaunchesNothing) continue;
+      Report(course, finding);
+    }
     return {result.learners, result.requests, result.states,
             result.areAllStatesSeen && !result.isWalkStopped};
   }
@@ -104,10 +110,13 @@ class PlayCheck {
                     : "Let that content set cmi.success_status, or let completion pass ('completion-passes' "
                       "in the course file)"};
       case PlexoPlayedKind::Lost:
-      case PlexoPlayedKind::LostInSession: return {Name(first), DescribeVisit(finding.visit)};
+      case PlexoPlayedKind::LostInSession:
+      case PlexoPlayedKind::LostLater: return {Name(first), DescribeVisit(finding.visit)};
       case PlexoPlayedKind::PretestInVain: return {Name(first), Name(finding.activities.back())};
       case PlexoPlayedKind::ContinueStops:
         return {Name(first), Name(finding.activities.back()), DescribeCause(finding)};
+      case PlexoPlayedKind::RestartLaunchesNothing:
+        return {Name(first), finding.keepsFromResuming ? "start it anew or resume it" : "start it anew"};
       default: return {Name(first)};
     }
   }

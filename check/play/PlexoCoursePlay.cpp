@@ -115,8 +115,10 @@ class CoursePlay {
   PlexoVisit PassAndProbe(const PlexoWalker& at) {
     ProbePretest(at);
     ProbeCompletion(at.GetLearner());
-    if (course.abilities[at.GetLaunched()].fails) ProbeStandstill(at, PlexoVisit::Failing);
-    ProbeRestart(at);
+    ProbeRestart(at, PlexoVisit::Best);
+    if (!course.abilities[at.GetLaunched()].fails) return PlexoVisit::Best;
+    ProbeStandstill(at);
+    ProbeRestart(at, PlexoVisit::Failing);
     return PlexoVisit::Best;
   }
 
@@ -153,11 +155,11 @@ class CoursePlay {
     }
   }
 
-  /// Whether this visit to what was launched closes everything.
-  void ProbeStandstill(const PlexoWalker& at, PlexoVisit visit) {
+  /// Whether failing what was launched closes everything.
+  void ProbeStandstill(const PlexoWalker& at) {
     if (Has(Lost) && Has(LostInSession)) return;
     PlexoLearner learner = at.GetLearner();
-    learner.Visit(visit);
+    learner.Visit(PlexoVisit::Failing);
     if (PlexoLearner(learner).Try({PlexoNavigation::Continue})) return;
     NoteStandstill(learner, learner.Look());
   }
@@ -175,13 +177,10 @@ class CoursePlay {
   /// The witness says of every activity that it is closed, before and behind the end of the session.
   void NoteLost(const PlexoLearner& learner, PlexoPlayedKind kind) {
     if (Has(kind)) return;
-    PlexoIndex content = kPlexoNone;
-    for (const PlexoLearnerStep& step : learner.GetSteps()) {
-      if (step.delivered != kPlexoNone) content = step.delivered;
-    }
+    const PlexoIndex content = PlexoWitness(learner).GetLastLaunched();
     if (content == kPlexoNone) return;
     PlexoLearner end = learner;
-    if (kind == Lost) {
+    if (kind != LostInSession) {
       if (end.GetState().IsSessionOpen()) end.Ask({PlexoNavigation::ExitAll});
       end.Ask({PlexoNavigation::Start});
     }
@@ -196,21 +195,27 @@ class CoursePlay {
       if (course.IsContent(activity)) witness.ClaimClosed(PlexoClaim::Kind::Choice, activity);
     }
     // What was launched last, the end of its session and the start of another stay.
-    witness.Shorten(course, kind == Lost ? 3 : 1);
+    witness.Shorten(course, kind == LostInSession ? 1 : 3);
     PlexoPlayedFinding& finding = Add(kind, content, std::move(witness));
     finding.visit = learner.GetLaunched() == kPlexoNone ? PlexoVisit::Idle : learner.GetSteps().back().visit;
   }
 
-  void ProbeRestart(const PlexoWalker& at) {
-    if (!hasStarted || Has(RestartLaunchesNothing)) return;
+  /// Whether the course can be started anew, or resumed, by who leaves it after this visit.
+  void ProbeRestart(const PlexoWalker& at, PlexoVisit visit) {
+    const bool isStarted = at.GetLearner().GetSteps().front().request.kind == PlexoNavigation::Start;
+    if (!isStarted || Has(RestartLaunchesNothing)) return;
     PlexoLearner learner = at.GetLearner();
-    learner.Visit(PlexoVisit::Best);
+    learner.Visit(visit);
     learner.Ask({PlexoNavigation::ExitAll});
     if (learner.HasCompleted() || learner.Ask({PlexoNavigation::Start})) return;
     PlexoWitness witness(learner);
     witness.ClaimCompleted(learner, 0);
     witness.Shorten(course, 3);
-    Add(RestartLaunchesNothing, at.GetLaunched(), std::move(witness));
+    PlexoPlayedFinding& finding = Add(RestartLaunchesNothing, at.GetLaunched(), std::move(witness));
+    PlexoLearner suspending = at.GetLearner();
+    suspending.Visit(visit);
+    suspending.Ask({PlexoNavigation::SuspendAll});
+    finding.keepsFromResuming = !suspending.Ask({PlexoNavigation::ResumeAll});
   }
 
   void ChooseInEveryOrder() {
@@ -230,11 +235,16 @@ class CoursePlay {
     learner.Ask({PlexoNavigation::Start});
     for (std::size_t steps = 0; steps < PlexoWalker::kStepsAnActivity * course.GetDefinition().GetCount();
          ++steps) {
-      const PlexoIndex content = learner.GetLaunched();
-      learner.Ask({PlexoNavigation::SuspendAll});
-      learner.Ask({PlexoNavigation::ResumeAll}, PlexoVisit::Idle);
+      PlexoLearner suspending = learner;
+      suspending.Ask({PlexoNavigation::SuspendAll});
       sightings.requests += 3;
-      isFailed = learner.GetLaunched() != content;
+      if (suspending.Ask({PlexoNavigation::ResumeAll}, PlexoVisit::Idle)) {
+        learner = std::move(suspending);
+      } else if (!Has(RestartLaunchesNothing)) {
+        learner = std::move(suspending);
+        isFailed = !learner.HasCompleted();
+        break;
+      }
       if (isFailed || !learner.Try({PlexoNavigation::Continue})) break;
     }
     if (!isFailed) {
@@ -242,12 +252,9 @@ class CoursePlay {
       isFailed = completedByContinue && !learner.HasCompleted();
     }
     if (!isFailed) return;
-    PlexoIndex content = kPlexoNone;
-    for (const PlexoLearnerStep& step : learner.GetSteps()) {
-      if (step.delivered != kPlexoNone) content = step.delivered;
-    }
     PlexoWitness witness(learner);
     witness.ClaimCompleted(learner, 0);
+    const PlexoIndex content = witness.GetLastLaunched();
     Add(SuspensionLoses, content, std::move(witness));
   }
 
@@ -309,6 +316,7 @@ class CoursePlay {
     result.states = exploration.GetCount();
     result.areAllStatesSeen = exploration.IsComplete();
     if (exploration.GetLost()) NoteLost(*exploration.GetLost(), Lost);
+    if (exploration.GetLostLater() && !Has(Lost)) NoteLost(*exploration.GetLostLater(), LostLater);
   }
 
   /// What no learner has seen or reached.
@@ -348,7 +356,10 @@ class CoursePlay {
         [first = unreached.front()](const PlexoSightings& seen) -> bool { return seen.isReached[first]; });
     finding.reason = Explain(outlook, outlook.choices[unreached.front()].reason);
     finding.activities = std::move(unreached);
-    std::erase_if(result.findings, [](const auto& other) { return other.kind == ContinueStops; });
+    // They say the same once more.
+    std::erase_if(result.findings, [](const auto& other) {
+      return other.kind == ContinueStops || other.kind == StartLaunchesNothing;
+    });
   }
 
   /// True for what another choice of children at random may launch.

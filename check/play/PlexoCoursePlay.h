@@ -17,6 +17,8 @@ enum class PlexoPlayedKind : std::uint8_t {
   /// After a visit nothing can be launched any more; or not before the course is started anew.
   Lost,
   LostInSession,
+  /// The same as the first, in several sessions only: the learner left the course without suspending it.
+  LostLater,
   /// Who passed a pretest is still led to the content: the pretest, the content.
   PretestInVain,
   /// The course is complete before content was seen that is open.
@@ -41,6 +43,8 @@ struct PlexoPlayedFinding {
   PlexoIndex silent = kPlexoNone;
   /// What was made of the last content, of Lost and LostInSession.
   PlexoVisit visit = PlexoVisit::Best;
+  /// Of RestartLaunchesNothing: nor can the course be resumed, if it was suspended there.
+  bool keepsFromResuming = false;
   /// Of NeverReached: no learner can complete the course for it.
   bool keepsFromCompleting = false;
   /// In the sequencer's words; may be empty.

@@ -11,7 +11,9 @@ PlexoStateExploration::PlexoStateExploration(const PlexoPlayedCourse& played, Pl
     : course(played), sightings(all) {}
 
 void PlexoStateExploration::Run() {
-  Add({course.sequencer.NewState(), 0, PlexoVisit::Idle, {}});
+  Node beginning;
+  beginning.state = course.sequencer.NewState();
+  Add(std::move(beginning));
   for (std::size_t index = 0; index < nodes.size(); ++index) {
     if (nodes.size() >= kMostStates || work >= kMostWork) {
       isComplete = false;
@@ -48,7 +50,8 @@ void PlexoStateExploration::Expand(std::size_t index) {
 void PlexoStateExploration::Leave(const Leaving& leaving) {
   const PlexoOutlook outlook = course.sequencer.Look(leaving.state);
   work += outlook.choices.size();
-  if (!lost && PlexoStandstill::IsIn(outlook) && IsLost(leaving)) lost = Replay(leaving);
+  std::optional<PlexoLearner>& found = nodes[leaving.node].isFirstSession ? lost : lostLater;
+  if (!found && PlexoStandstill::IsIn(outlook) && IsLost(leaving)) found = Replay(leaving);
   if (outlook.onContinue.IsOpen()) Follow(leaving, {PlexoNavigation::Continue});
   if (outlook.onPrevious.IsOpen()) Follow(leaving, {PlexoNavigation::Previous});
   for (PlexoIndex target = 0; target < outlook.choices.size(); ++target) {
@@ -60,7 +63,8 @@ void PlexoStateExploration::Leave(const Leaving& leaving) {
 }
 
 void PlexoStateExploration::Follow(const Leaving& leaving, PlexoNavigationRequest request) {
-  Node next{leaving.state, leaving.node, leaving.visit, request};
+  const bool isFirstSession = nodes[leaving.node].isFirstSession && request.kind != PlexoNavigation::ExitAll;
+  Node next{leaving.state, leaving.node, isFirstSession, leaving.visit, request};
   const PlexoNavigationOutcome outcome = course.sequencer.Request(next.state, request);
   ++sightings.requests;
   work += course.GetDefinition().GetCount();

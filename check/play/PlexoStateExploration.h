@@ -25,14 +25,16 @@ class PlexoStateExploration {
   [[nodiscard]] bool IsComplete() const { return isComplete; }
   [[nodiscard]] std::size_t GetCount() const { return nodes.size(); }
   /// The learner who after the fewest steps can launch nothing any more, neither in the session nor in a new
-  /// one, and hasn't completed the course.
+  /// one, and hasn't completed the course; in the first session, or in a later one.
   [[nodiscard]] const std::optional<PlexoLearner>& GetLost() const { return lost; }
+  [[nodiscard]] const std::optional<PlexoLearner>& GetLostLater() const { return lostLater; }
 
  private:
   /// A learner at the beginning of a visit, or outside a session.
   struct Node {
     PlexoSequencingState state;
     std::size_t before = 0;
+    bool isFirstSession = true;
     /// What was made of the content at hand before.
     PlexoVisit visit = PlexoVisit::Idle;
     PlexoNavigationRequest request;
@@ -59,4 +61,5 @@ class PlexoStateExploration {
   std::uint64_t work = 0;
   bool isComplete = true;
   std::optional<PlexoLearner> lost;
+  std::optional<PlexoLearner> lostLater;
 };

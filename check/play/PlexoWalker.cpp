@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include "sequencer/PlexoTrackingView.h"
-
 void PlexoSightings::Note(const PlexoLearner& learner) {
   ++requests;
   if (learner.GetLaunched() != kPlexoNone) isReached[learner.GetLaunched()] = true;
@@ -48,9 +46,7 @@ bool PlexoWalker::IsWanted(PlexoIndex content, Wanted wanted) const {
   if (!learner.GetCourse().IsContent(content)) return false;
   if (visits[content] == 0) return true;
   return wanted == Wanted::Failed && visits[content] < kMostVisits &&
-         PlexoTrackingView(learner.GetCourse().GetDefinition(), learner.GetState())
-             .GetSatisfied(content)
-             .IsFalse();
+         learner.GetCourse().abilities[content].passes && !learner.HasPassed(content);
 }
 
 PlexoNavigationRequest PlexoWalker::FindOpen(const PlexoOutlook& outlook, Order order, Wanted wanted) const {

@@ -39,8 +39,8 @@ class PlexoWalker {
   bool Start();
   /// Presses Continue until it launches nothing. What comes of that last one isn't kept.
   void Continue();
-  /// Chooses what is open and wasn't launched yet, as long as there is something. With "failed" too what the
-  /// learner hasn't passed.
+  /// Chooses what is open and wasn't launched yet, as long as there is something; with "failed" also what the
+  /// learner could pass and hasn't.
   enum class Wanted { Unseen, Failed };
   void Choose(Order order, Wanted wanted = Wanted::Unseen);
   bool Ask(PlexoNavigation request);

@@ -2,8 +2,6 @@
 #include "check/play/PlexoWitness.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -119,6 +117,13 @@ void PlexoWitness::ClaimClosed(PlexoClaim::Kind request, PlexoIndex target) {
 
 void PlexoWitness::ClaimOpen(PlexoClaim::Kind request, PlexoIndex target) {
   claims.push_back({request, target, PlexoTruth::True()});
+}
+
+PlexoIndex PlexoWitness::GetLastLaunched() const {
+  const auto found = std::find_if(steps.rbegin(), steps.rend(), [](const PlexoLearnerStep& step) {
+    return step.delivered != kPlexoNone;
+  });
+  return found == steps.rend() ? kPlexoNone : found->delivered;
 }
 
 bool PlexoWitness::DoClaimsHold(const PlexoLearner& learner) const {

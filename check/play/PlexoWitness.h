@@ -31,6 +31,8 @@ class PlexoWitness {
   void ClaimOpen(PlexoClaim::Kind request, PlexoIndex target = kPlexoNone);
 
   [[nodiscard]] const std::vector<PlexoLearnerStep>& GetSteps() const { return steps; }
+  /// The content that was launched last; kPlexoNone if none was.
+  [[nodiscard]] PlexoIndex GetLastLaunched() const;
   /// True if the steps lead to what they say, and all claims hold then.
   [[nodiscard]] bool IsTrueOf(const PlexoPlayedCourse& course) const;
   /// Leaves out steps, as many as leave the last ones, as many as are to be kept, and the claims as they are.

@@ -204,6 +204,10 @@ class CoursePlay {
   void ProbeRestart(const PlexoWalker& at, PlexoVisit visit) {
     const bool isStarted = at.GetLearner().GetSteps().front().request.kind == PlexoNavigation::Start;
     if (!isStarted || Has(RestartLaunchesNothing)) return;
+    // Everywhere in a course of usual length, here and there in a very long one.
+    constexpr std::size_t kMostProbes = 64;
+    const std::size_t stride = course.GetDefinition().GetCount() / kMostProbes + 1;
+    if (at.GetLearner().GetSteps().size() % stride != 0 && at.GetLearner().GetSteps().size() > kMostProbes) return;
     PlexoLearner learner = at.GetLearner();
     learner.Visit(visit);
     learner.Ask({PlexoNavigation::ExitAll});
@@ -266,8 +270,7 @@ class CoursePlay {
       walker.Start();
       walker.Continue();
     }
-    walker.Choose(Order::Forward);
-    walker.Choose(Order::Forward, PlexoWalker::Wanted::Failed);
+    walker.Choose(Order::Forward, PlexoWalker::Wanted::Limited);
     NoteStandstill(walker.GetLearner(), walker.GetLearner().Look());
     walker.Leave();
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "check/play/PlexoWalker.h"
 
+#include <algorithm>
 #include <utility>
 
 void PlexoSightings::Note(const PlexoLearner& learner) {
@@ -36,33 +37,57 @@ void PlexoWalker::Continue() {
 }
 
 void PlexoWalker::Choose(Order order, Wanted wanted) {
+  chosen = order == Order::Backward ? static_cast<PlexoIndex>(visits.size()) : 0;
   while (!IsOver()) {
-    const PlexoNavigationRequest request = FindOpen(learner.Look(), order, wanted);
-    if (request.target == kPlexoNone || !Make(request)) return;
+    // Looking at everything is worth it only where what comes next isn't open.
+    const PlexoIndex next = GuessNext(order, wanted);
+    if (next != kPlexoNone && Make({PlexoNavigation::Choice, next})) {
+      chosen = next;
+      continue;
+    }
+    chosen = FindOpen(learner.Look(), order, wanted);
+    if (chosen == kPlexoNone || !Make({PlexoNavigation::Choice, chosen})) return;
   }
 }
 
 bool PlexoWalker::IsWanted(PlexoIndex content, Wanted wanted) const {
-  if (!learner.GetCourse().IsContent(content)) return false;
+  const PlexoPlayedCourse& course = learner.GetCourse();
+  if (!course.IsContent(content)) return false;
   if (visits[content] == 0) return true;
-  return wanted == Wanted::Failed && visits[content] < kMostVisits &&
-         learner.GetCourse().abilities[content].passes && !learner.HasPassed(content);
+  constexpr std::uint32_t kMostAttempts = 20;
+  const std::uint32_t limit = course.GetDefinition().GetRules(content).attemptLimit;
+  if (wanted == Wanted::Limited) return limit != kPlexoNone && visits[content] < std::min(limit, kMostAttempts);
+  return wanted == Wanted::Failed && visits[content] < kMostVisits && course.abilities[content].passes &&
+         !learner.HasPassed(content);
 }
 
-PlexoNavigationRequest PlexoWalker::FindOpen(const PlexoOutlook& outlook, Order order, Wanted wanted) const {
+PlexoIndex PlexoWalker::GuessNext(Order order, Wanted wanted) const {
+  if (order == Order::Mixed) return kPlexoNone;
+  const auto count = static_cast<PlexoIndex>(visits.size());
+  if (order == Order::Forward) {
+    for (PlexoIndex next = chosen + 1; next < count; ++next) {
+      if (IsWanted(next, wanted)) return next;
+    }
+    return kPlexoNone;
+  }
+  for (PlexoIndex next = chosen; next-- > 1;) {
+    if (IsWanted(next, wanted)) return next;
+  }
+  return kPlexoNone;
+}
+
+PlexoIndex PlexoWalker::FindOpen(const PlexoOutlook& outlook, Order order, Wanted wanted) const {
   const auto count = static_cast<PlexoIndex>(outlook.choices.size());
   // An arbitrary start is enough of a mixture, and is the same in every run.
   constexpr PlexoIndex kStride = 7919;
   const PlexoIndex first =
       order == Order::Mixed ? static_cast<PlexoIndex>(learner.GetSteps().size()) * kStride % count : 0;
   for (PlexoIndex index = 0; index < count; ++index) {
-    PlexoIndex target = (first + index) % count;
-    if (order == Order::Backward) target = count - 1 - index;
-    // A rule of the content at hand would put another request in place of a choice of something else.
+    const PlexoIndex target = order == Order::Backward ? count - 1 - index : (first + index) % count;
     const PlexoIndex delivers = outlook.choices[target].delivers;
-    if (delivers != kPlexoNone && IsWanted(delivers, wanted)) return {PlexoNavigation::Choice, target};
+    if (delivers != kPlexoNone && IsWanted(delivers, wanted)) return target;
   }
-  return {PlexoNavigation::Choice, kPlexoNone};
+  return kPlexoNone;
 }
 
 bool PlexoWalker::Ask(PlexoNavigation request) {

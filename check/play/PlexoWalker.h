@@ -40,8 +40,8 @@ class PlexoWalker {
   /// Presses Continue until it launches nothing. What comes of that last one isn't kept.
   void Continue();
   /// Chooses what is open and wasn't launched yet, as long as there is something; with "failed" also what the
-  /// learner could pass and hasn't.
-  enum class Wanted { Unseen, Failed };
+  /// learner could pass and hasn't, with "limited" also what has attempts left.
+  enum class Wanted { Unseen, Failed, Limited };
   void Choose(Order order, Wanted wanted = Wanted::Unseen);
   bool Ask(PlexoNavigation request);
   /// Ends the session, so that everything counts.
@@ -57,8 +57,11 @@ class PlexoWalker {
 
  private:
   bool Make(PlexoNavigationRequest request);
-  [[nodiscard]] PlexoNavigationRequest FindOpen(const PlexoOutlook& outlook, Order order,
-                                                Wanted wanted) const;
+  /// The first wanted activity that is open, in this order behind the one that was chosen last; kPlexoNone if
+  /// there is none.
+  [[nodiscard]] PlexoIndex FindOpen(const PlexoOutlook& outlook, Order order, Wanted wanted) const;
+  /// The next wanted content in this order, open or not.
+  [[nodiscard]] PlexoIndex GuessNext(Order order, Wanted wanted) const;
   [[nodiscard]] bool IsWanted(PlexoIndex content, Wanted wanted) const;
   [[nodiscard]] bool IsOver();
 
@@ -66,4 +69,5 @@ class PlexoWalker {
   PlexoSightings& sightings;
   Policy policy;
   std::vector<std::uint32_t> visits;
+  PlexoIndex chosen = 0;
 };

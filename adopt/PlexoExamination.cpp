@@ -23,6 +23,8 @@ using enum PlexoFindingId;
 /// a course that repeats some shared files in every item stays far below.
 constexpr std::uint64_t kMostTogether = std::uint64_t{1} << 30U;
 constexpr std::uint64_t kMostGrowth = 20;
+/// Each item costs a package of its own, written to the disk; courses of lessons have some hundreds.
+constexpr std::size_t kMostItems = 1'000;
 
 }  // namespace
 
@@ -116,6 +118,7 @@ TzErrorCodeEnum PlexoExamination::ChooseItems() {
     if (launchables.size() > 1 && request.place == PlexoAdoptRequest::Place::OneSCO) {
       return Refuse(SeveralItems, {count, all});
     }
+    if (launchables.size() > kMostItems) return Refuse(TooManyItems, {count, std::to_string(kMostItems)});
     if (launchables.size() > 1) findings.AddReason(ItemsSeparated, {count, all});
     taken = launchables;
     return kTzSuccess;

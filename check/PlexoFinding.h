@@ -111,6 +111,7 @@ enum class PlexoFindingId {
   SeveralItems,
   ItemUnknown,
   PackagesTooLarge,
+  TooManyItems,
 
   VersionCorrected,
 

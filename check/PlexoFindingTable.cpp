@@ -320,6 +320,12 @@ constexpr std::array kKinds = {
                      "than {1} MiB together",
                      "take the items that the course needs one by one: 'item' in the course file, --item of "
                      "'plexo adopt'"},
+    PlexoFindingKind{
+        TooManyItems, "PLX-808", kError, "A package has too many items to be taken apart",
+        "the package: it has {0} items that can be launched; a package of each is made of {1} at "
+        "most",
+        "take the items that the course needs one by one: 'item' in the course file, --item of "
+        "'plexo adopt'"},
 
     PlexoFindingKind{VersionCorrected, "PLX-811", kWarning, "The manifest's version wasn't the edition's",
                      "the manifest: its version '{0}' became '{1}', that of SCORM {2}", "nothing to do"},

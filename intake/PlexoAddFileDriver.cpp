@@ -37,12 +37,13 @@ std::vector<TzPath> ChooseFiles(PlexoCourseModel& course, const ITzStringDiction
   return files;
 }
 
-/// The folder that a file makes as it is added, and leaves if it is refused. Empty for one that makes none:
-/// its name can't be a folder's, or the folder stands and is another file's.
-TzPath FindNewFolder(const TzString& baseName, PlexoSCOKind kind, const TzString& moduleName) {
-  if (!PlexoAddFileDriver::CanNameFolder(baseName)) return {};
-  TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
-  return TzFile(folder).Exists() ? TzPath() : folder;
+/// Deletes the folder of a refused file's base name, whichever file made it: who chooses files sees to it
+/// that no two in one place share a name. A file that can't have a folder deletes nothing.
+void DeleteFolderOf(const TzPath& file, PlexoSCOKind kind, const TzString& moduleName) {
+  const TzString baseName = TzFileUtil::GetBaseFileName(file);
+  if (!PlexoAddFileDriver::CanNameFolder(baseName) || GetCourseModel()->GetWorkingFolder().IsEmpty()) return;
+  const TzPath folder = PlexoAddFileDriver::GetSCOFolder(baseName, kind, moduleName);
+  if (TzFile(folder).Exists()) TzFileUtil::DeleteDirectory(folder, true);
 }
 
 /// Runs every chosen file through the driver and hands each success to `place`.
@@ -53,9 +54,8 @@ std::vector<TzString> AddChosenFiles(const std::vector<TzPath>& files, PlexoSCOK
   // One record serves the whole run: a file that was added already places what it holds by then.
   PlexoSCOModel sco;
   for (const TzPath& file : files) {
-    const TzPath newFolder = FindNewFolder(TzFileUtil::GetBaseFileName(file), kind, moduleName);
     if (PlexoAddFileDriver::AddFileToCourse(file, sco, kind, moduleName) != 0) {
-      if (!newFolder.IsEmpty() && TzFile(newFolder).Exists()) TzFileUtil::DeleteDirectory(newFolder, true);
+      DeleteFolderOf(file, kind, moduleName);
       break;
     }
     place(sco);

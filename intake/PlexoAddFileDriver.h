@@ -17,8 +17,9 @@
 class PlexoAddFileDriver {
  public:
   /// Lets the author choose files and adds them to a module: one for a pretest or post-test, any number of
-  /// contents. The first file that is refused ends the run: the folder that it made is deleted, the files
-  /// before it stay, and the rest isn't tried. Returns the `scoName` of every file placed, in order.
+  /// contents. The first file that is refused ends the run: the folder of its base name is deleted, even if
+  /// another file made it, the files before it stay, and the rest isn't tried. Returns the `scoName` of every
+  /// file placed, in order.
   ///
   /// A file whose folder stands already shows "kPlexoErrorSCOFolderExists" and counts as placed: what is
   /// placed is what the run's one record holds by then, the file before it, or an empty one.

@@ -24,6 +24,12 @@ void Report(const TzPath& path, const std::string& message) {
   TzReportProblem(kTzFailure, path.GetFileName().GetUTF8String(), message);
 }
 
+/// Whether the pages hold no more than what is shown until a viewer has laid out the form (PDF 32000-1,
+/// 12.7.8).
+bool IsDynamicForm(const TzPdfObject& catalog, const TzPdfObject& form) {
+  return catalog.Get("NeedsRendering").IsTrue() || form.Get("Fields").GetCount() == 0;
+}
+
 /// What the author wouldn't expect of a document that is tracked all the same.
 void ReportDoubts(const TzPath& path, const TzPdfObject& catalog) {
   constexpr long long kSignaturesExist = 1;
@@ -31,7 +37,12 @@ void ReportDoubts(const TzPath& path, const TzPdfObject& catalog) {
   if ((form.Get("SigFlags").GetInteger() & kSignaturesExist) != 0 || catalog.Get("Perms").Has("DocMDP")) {
     Report(path, "its signatures don't hold in the course, for tracking changes the document");
   }
-  if (form.Has("XFA")) {
+  if (!form.Has("XFA")) return;
+  if (IsDynamicForm(catalog, form)) {
+    Report(path,
+           "it is a dynamic XFA form: most browsers show learners a request to wait instead of its content; "
+           "print the form to a new PDF document and add that");
+  } else {
     Report(path, "it has an XFA form; a viewer that shows that form may not report page views");
   }
 }

@@ -17,6 +17,10 @@
 namespace {
 
 constexpr std::int32_t kStrobePlayerVersion = 9;
+/// Twice what the largest screens have.
+constexpr std::int32_t kMostPixels = 8'192;
+
+bool IsSize(std::int32_t pixels) { return pixels >= 1 && pixels <= kMostPixels; }
 
 const char* GetProbeMessage(std::int32_t result) {
   switch (result) {
@@ -68,10 +72,14 @@ std::int32_t PlexoSWFWrapping::ProbeLearningInteraction(const TzString& swfPath,
                     "asked for 'isSendScoreSWF' by its function 'tzGetValue', it doesn't answer true");
     return kPlexoProbeNoInteraction;
   }
-  if (ReadVariable(player, "MovieWidth", width) && ReadVariable(player, "MovieHeight", height)) {
-    return kPlexoProbeIsInteraction;
+  if (!ReadVariable(player, "MovieWidth", width) || !ReadVariable(player, "MovieHeight", height)) {
+    TzReportProblem(kTzBadContent, name, "its 'MovieWidth' and 'MovieHeight' aren't both numbers");
+    return kPlexoProbeNoSize;
   }
-  TzReportProblem(kTzBadContent, name, "its 'MovieWidth' and 'MovieHeight' aren't both numbers");
+  if (IsSize(width) && IsSize(height)) return kPlexoProbeIsInteraction;
+  TzReportProblem(kTzBadContent, name,
+                  "its 'MovieWidth' and 'MovieHeight' are " + std::to_string(width) + " and " +
+                      std::to_string(height) + "; expected 1 to " + std::to_string(kMostPixels));
   return kPlexoProbeNoSize;
 }
 

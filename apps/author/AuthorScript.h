@@ -11,6 +11,8 @@ class AuthorScript {
   virtual ~AuthorScript() = default;
   virtual int AnswerBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) = 0;
   virtual std::vector<TzPath> AnswerChooser(const TzFileChooserRequest& request) = 0;
+  /// A chosen file isn't added, for another one, or the same one before, has its name in the place.
+  virtual void NoteTaken(const TzPath& file, const TzPath& holder) = 0;
   /// The dialog is up. It is cancelled if it still is afterwards.
   virtual void RunDialog(TzCanvas& dialog) = 0;
 };

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/author/AuthorUserInterface.h"
 
+#include <map>
 #include <stdexcept>
 #include <utility>
 
+#include "apps/course/SafeFileName.h"
+#include "host/files/TzFileUtil.h"
+#include "host/kelpui/UI_Button.h"
+#include "host/session/TzSession.h"
 #include "host/sheets/TzDialog.h"
+#include "host/text/ITzStringDictionary.h"
 
+using kelpui::controls::UI_Button;
 using kelpui::controls::UI_Change;
 using kelpui::controls::UI_Node;
 using kelpui::controls::UI_NodeKind;
@@ -30,6 +37,17 @@ class ScriptedCanvas : public TzCanvas {
  private:
   AuthorUserInterface* ui;
 };
+
+TzString GetWord(const char* key) {
+  const ITzStringDictionary* words = GetStringDictionary();
+  return words != nullptr ? words->GetString(key) : TzString(key);
+}
+
+TzString DescribeTaken(const TzPath& file, const TzPath& holder) {
+  const bool isSame = file == holder;
+  const TzString words = GetWord(isSame ? "kPlexoErrorSCOFolderExists" : "kDesktopNameTaken");
+  return words + "\n\n" + file.GetString() + (isSame ? TzString() : "\n" + holder.GetString());
+}
 
 }  // namespace
 
@@ -80,12 +98,52 @@ int AuthorUserInterface::ShowMessageBox(const TzMessageBoxOptions& options, TzMe
 std::vector<TzPath> AuthorUserInterface::ChooseFiles(const TzFileChooserRequest& request) {
   details.Attach();
   sources.Settle();
-  std::vector<TzPath> files =
-      playing != nullptr ? playing->AnswerChooser(request) : shown.ChooseFiles(request);
+  TzFileChooserRequest asked = request;
+  // The component starts where the first file was last, which may have been a stand-in.
+  asked.startFolder = sources.FindOwnFolder(request.startFolder);
+  std::vector<TzPath> files = NameSafely(
+      HoldBackTaken(playing != nullptr ? playing->AnswerChooser(asked) : shown.ChooseFiles(asked)));
   sources.NoteChosen(files);
   turnsToSettle = kMostTurnsToSettle;
   if (playing == nullptr && !files.empty()) settling->UI_InstallTimer(0.0, settleTimer);
   return files;
+}
+
+std::vector<TzPath> AuthorUserInterface::HoldBackTaken(const std::vector<TzPath>& files) {
+  std::map<TzString, TzPath> chosen;
+  std::vector<TzPath> free;
+  for (const TzPath& file : files) {
+    const TzString name = SafeFileName::Make(TzFileUtil::GetBaseFileName(file));
+    const auto [namesake, isFirst] = chosen.emplace(name, file);
+    const auto holder = isFirst ? sources.FindHolder(name, UI_Button::GetPressed()) : namesake->second;
+    if (!holder) {
+      free.push_back(file);
+    } else if (playing != nullptr) {
+      playing->NoteTaken(file, *holder);
+    } else {
+      TzMessageBoxOptions options(GetWord("kPlexoError"), DescribeTaken(file, *holder));
+      options.SetToUseDictionary(false);
+      shown.ShowMessageBox(options, TzMessageBoxKind::Ok);
+    }
+  }
+  return free;
+}
+
+std::vector<TzPath> AuthorUserInterface::NameSafely(const std::vector<TzPath>& files) {
+  std::vector<TzPath> named;
+  for (const TzPath& file : files) {
+    const auto path = SafeFileName::Provide(file);
+    if (!path) {
+      // The user interface adds the reason that was reported.
+      TzMessageBoxOptions options(GetWord("kPlexoError"), file.GetString());
+      options.SetToUseDictionary(false);
+      ShowMessageBox(options, TzMessageBoxKind::Ok);
+      break;
+    }
+    if (*path != file) sources.NoteStandIn(*path, file);
+    named.push_back(*path);
+  }
+  return named;
 }
 
 // The component adds the files when the chooser has answered, mostly before the next timer: a user interface

@@ -43,6 +43,11 @@ class AuthorUserInterface : public ITzUserInterface {
 
  private:
   void SettleSoon();
+  /// Those whose names are free in the place that asks; the author is told of the others. The component
+  /// deletes the folder of a refused file's name, even if it is another file's.
+  [[nodiscard]] std::vector<TzPath> HoldBackTaken(const std::vector<TzPath>& files);
+  /// The paths by which the component gets the files: their own, or of safe names.
+  [[nodiscard]] std::vector<TzPath> NameSafely(const std::vector<TzPath>& files);
 
   ITzUserInterface& shown;
   CourseScreen screen;

@@ -2,14 +2,12 @@
 #include "apps/author/CoursePlayer.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "apps/author/ManifestDetails.h"
 #include "apps/author/TreeGlance.h"
 #include "apps/course/Weightage.h"
 #include "host/files/TzFile.h"
-#include "host/files/TzFileUtil.h"
 #include "host/kelpui/UI_Checkbox.h"
 #include "host/kelpui/UI_NumberEdit.h"
 #include "host/kelpui/UI_PictureButton.h"
@@ -120,6 +118,13 @@ std::vector<TzPath> CoursePlayer::AnswerChooser(const TzFileChooserRequest& /*re
   return std::exchange(answer, {});
 }
 
+void CoursePlayer::NoteTaken(const TzPath& file, const TzPath& holder) {
+  Refuse(file.GetString().GetUTF8String(),
+         file == holder ? "is in its place already"
+                        : "its name is taken by " + holder.GetString().GetUTF8String() + "; rename the file");
+  heldBack.push_back(file);
+}
+
 void CoursePlayer::RunDialog(TzCanvas& dialog) {
   TzDataModel* cells = dialog.GetDataModel();
   if (cells == nullptr || !IsManifestDialog(*cells)) return;
@@ -132,16 +137,8 @@ void CoursePlayer::PlayFiles() {
     ui.GetScreen().Press("add_file");
     return ui.GetSources().SettleList();
   };
-  std::set<TzString> names;
-  std::vector<TzPath> choice;
-  // Each file is a choice of its own, so that the way can be seen. One whose name was there already stays
-  // with the one before it, which the course then holds twice.
-  for (const TzPath& file : FindThere(course->files)) {
-    const bool isNew = names.insert(TzFileUtil::GetBaseFileName(file)).second;
-    if (isNew && !choice.empty()) AddAll(std::exchange(choice, {}), add);
-    choice.push_back(file);
-  }
-  if (!choice.empty()) AddAll(choice, add);
+  // Each file is a choice of its own, so that the way can be seen.
+  for (const TzPath& file : FindThere(course->files)) AddAll({file}, add);
 }
 
 void CoursePlayer::PlayModules() {
@@ -223,6 +220,13 @@ void CoursePlayer::AddAll(const std::vector<TzPath>& files, const Add& add) {
     Advance(left.front().GetFileName().GetUTF8String());
     answer = left;
     const CourseSources::Placed placed = add();
+    // The first of the choice was counted when it was begun.
+    done += heldBack.size() - (heldBack.size() == left.size() ? 1 : 0);
+    // Of several of one name the first was tried.
+    for (const TzPath& file : std::exchange(heldBack, {})) {
+      left.erase(std::next(std::ranges::find(left.rbegin(), left.rend(), file)).base());
+    }
+    if (left.empty()) break;
     NoteBoxes(left, placed);
     // The file behind those that were placed was refused, and those after it weren't looked at.
     const std::size_t dealtWith = std::min(left.size(), placed.size() + 1);
@@ -233,16 +237,10 @@ void CoursePlayer::AddAll(const std::vector<TzPath>& files, const Add& add) {
 
 void CoursePlayer::NoteBoxes(const std::vector<TzPath>& files, const CourseSources::Placed& placed) {
   std::vector<std::string> texts = std::exchange(boxes, {});
-  const auto path = [&](std::size_t index) { return files[index].GetString().GetUTF8String(); };
-  for (std::size_t index = 0; index < placed.size(); ++index) {
-    const bool isRepeated = placed[index] != files[index];
-    if (!isRepeated || texts.empty()) continue;
-    Refuse(path(index), texts.front());
-    texts.erase(texts.begin());
-  }
   if (placed.size() == files.size()) return;
   if (texts.empty()) texts.emplace_back("the panel doesn't take files of this kind");
-  for (const std::string& text : texts) Refuse(path(placed.size()), text);
+  const std::string path = files[placed.size()].GetString().GetUTF8String();
+  for (const std::string& text : texts) Refuse(path, text);
 }
 
 void CoursePlayer::Refuse(const std::string& subject, const std::string& message) {

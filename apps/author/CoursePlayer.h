@@ -52,6 +52,7 @@ class CoursePlayer : private AuthorScript {
 
   int AnswerBox(const TzMessageBoxOptions& options, TzMessageBoxKind kind) override;
   std::vector<TzPath> AnswerChooser(const TzFileChooserRequest& request) override;
+  void NoteTaken(const TzPath& file, const TzPath& holder) override;
   void RunDialog(TzCanvas& dialog) override;
 
   Outcome PlayScripted();
@@ -78,6 +79,8 @@ class CoursePlayer : private AuthorScript {
   std::vector<CoursePlayRefusal> refusals;
   /// For the next chooser.
   std::vector<TzPath> answer;
+  /// Of the last choice, those whose names were taken.
+  std::vector<TzPath> heldBack;
   /// Texts of the boxes since they were noted last.
   std::vector<std::string> boxes;
   std::size_t done = 0;

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "apps/author/PlacedFiles.h"
+#include "apps/course/SafeFileName.h"
+#include "host/files/TzFileUtil.h"
 #include "host/kelpui/UI_DrawContext.h"
 
 using kelpui::controls::UI_Color;
@@ -44,6 +46,13 @@ std::optional<std::size_t> GetHeaderIndex(const CourseScreen::Row& module, Cours
   return (number - first) * kRowsOfPlace;
 }
 
+/// Whether the row has the control among those in its cell.
+bool Holds(CourseScreen::Row& row, const kelpui::controls::UI_Node& control) {
+  return row.HasCellViews() && row.GetCellView(0).get() == control.GetParent();
+}
+
+TzString GetFolderName(const TzPath& file) { return SafeFileName::Make(TzFileUtil::GetBaseFileName(file)); }
+
 }  // namespace
 
 CourseSources::RowPtr CourseSources::GetHeader(const Row& module, CoursePlace place) {
@@ -59,7 +68,46 @@ CourseSources::RowPtr CourseSources::GetNames(const Row& module, CoursePlace pla
 void CourseSources::Forget() {
   chosen.clear();
   rows.clear();
+  rowsByName.clear();
   modules.clear();
+  standIns.clear();
+}
+
+TzPath CourseSources::FindOwnFolder(const TzPath& folder) const {
+  for (const auto& [standIn, file] : standIns) {
+    if (standIn.GetParentTzPath() == folder) return file.GetParentTzPath();
+  }
+  return folder;
+}
+
+std::optional<TzPath> CourseSources::FindHolder(const TzString& name,
+                                                const kelpui::controls::UI_Node* addButton) const {
+  const auto named = rowsByName.find(name);
+  if (named != rowsByName.end() && named->second->GetTree() != nullptr) return GetFile(named->second);
+  const Tree* tree = screen->GetTree();
+  const bool hasModules = screen->GetTemplate() != CourseTemplate::MultipleScos;
+  if (tree == nullptr || addButton == nullptr || !hasModules) return std::nullopt;
+  // Backwards, for the last module is the one that is mostly being filled.
+  for (std::size_t index = tree->CountRows(); index > 0; --index) {
+    const RowPtr row = tree->GetRow(static_cast<std::int64_t>(index - 1));
+    for (const CoursePlace place : kPlaces) {
+      const RowPtr header = GetHeader(*row, place);
+      if (header == nullptr || !Holds(*header, *addButton)) continue;
+      const auto module = modules.find(row);
+      if (module == modules.end()) return std::nullopt;
+      const auto& added = module->second.added[static_cast<std::size_t>(place)];
+      const auto found = added.find(name);
+      return found != added.end() ? std::optional(found->second) : std::nullopt;
+    }
+  }
+  return std::nullopt;
+}
+
+void CourseSources::NameFiles(Placed& placed) const {
+  for (auto& file : placed) {
+    const auto found = file ? standIns.find(*file) : standIns.end();
+    if (found != standIns.end()) file = found->second;
+  }
 }
 
 void CourseSources::Settle() {
@@ -103,7 +151,11 @@ CourseSources::Placed CourseSources::SettleList() {
   std::ranges::reverse(names);
   Placed placed = FindPlacedFiles(files, names);
   placed.resize(added.size());
-  for (std::size_t index = 0; index < added.size(); ++index) rows[added[index]] = placed[index];
+  NameFiles(placed);
+  for (std::size_t index = 0; index < added.size(); ++index) {
+    rows[added[index]] = placed[index];
+    if (placed[index]) rowsByName[GetFolderName(*placed[index])] = added[index];
+  }
   return placed;
 }
 
@@ -125,6 +177,10 @@ CourseSources::Placed CourseSources::SettleModule(const RowPtr& module, CoursePl
 CourseSources::Placed CourseSources::Take(Module& module, CoursePlace place, const TzString& shown) {
   module.names[static_cast<std::size_t>(place)] = shown;
   Placed placed = FindPlacedFiles(chosen, shown);
+  NameFiles(placed);
+  for (const auto& file : placed) {
+    if (file) module.added[static_cast<std::size_t>(place)].emplace(GetFolderName(*file), *file);
+  }
   if (place == CoursePlace::Content) {
     for (const auto& file : placed) {
       if (file) module.files.content.push_back(*file);

@@ -36,6 +36,14 @@ class CourseSources {
   explicit CourseSources(const CourseScreen& courseScreen) : screen(&courseScreen) {}
 
   void NoteChosen(std::vector<TzPath> files) { chosen = std::move(files); }
+  /// A file goes by another path to the component; answers name the file.
+  void NoteStandIn(const TzPath& standIn, const TzPath& file) { standIns[standIn] = file; }
+  /// The folder, or that of the file whose stand-in is in it.
+  [[nodiscard]] TzPath FindOwnFolder(const TzPath& folder) const;
+  /// The file that has the name, which is a folder's in the package, in the place to which the button adds;
+  /// none if the name is free there.
+  [[nodiscard]] std::optional<TzPath> FindHolder(const TzString& name,
+                                                 const kelpui::controls::UI_Node* addButton) const;
   /// Finds out what became of the files chosen last. As long as nothing has, they stay unsettled.
   void Settle();
   [[nodiscard]] bool IsSettled() const { return chosen.empty(); }
@@ -58,12 +66,19 @@ class CourseSources {
     ModuleFiles files;
     /// As they were shown last, by place.
     std::array<TzString, 3> names;
+    /// All that were ever added, by place: the component keeps the folders of what lost its slot.
+    std::array<std::map<TzString, TzPath>, 3> added;
   };
 
   Placed Take(Module& module, CoursePlace place, const TzString& shown);
+  /// The files in the place of the files that the component was given.
+  void NameFiles(Placed& placed) const;
 
   const CourseScreen* screen;
   std::vector<TzPath> chosen;
+  std::map<TzPath, TzPath> standIns;
   std::map<RowPtr, std::optional<TzPath>> rows;
+  /// The rows of a flat course by the names of their folders; some may have been removed from it.
+  std::map<TzString, RowPtr> rowsByName;
   std::map<RowPtr, Module> modules;
 };

@@ -5,10 +5,12 @@
 #include <new>
 
 #include "apps/cli/Interrupt.h"
+#include "apps/cli/ManifestFaults.h"
 #include "apps/cli/PackageIntake.h"
 #include "apps/cli/PackageReasons.h"
 #include "apps/course/CourseFile.h"
 #include "apps/course/CourseModules.h"
+#include "apps/course/SafeFileName.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoInstallFolder.h"
 #include "core/PlexoLinearCourseModel.h"
@@ -219,16 +221,48 @@ BuildCommand::Failure BuildCommand::AddFile(const ListedFile& file, Place& place
   if (Interrupt::IsAsked()) return MakeInterrupted(options.package);
   if (taken.failure) return std::move(taken.failure);
   for (const TzPath& package : taken.packages) {
-    if (taken.isAdopted) adopted.emplace_back(package.GetNative(), file.name);
-    if (auto failure = AddPackage(file, package, place)) return failure;
+    const std::optional<TzPath> named = ProvideSafeName(file, package);
+    if (!named) return FailToName(file);
+    if (taken.isAdopted || *named != package) standIns.emplace_back(named->GetNative(), file.name);
+    if (auto failure = AddPackage(file, *named, place)) return failure;
     NotePlaced(file, place, taken.isAdopted);
     ++place.index;
   }
   return std::nullopt;
 }
 
+std::optional<TzPath> BuildCommand::ProvideSafeName(const ListedFile& file, const TzPath& package) {
+  std::optional<TzPath> named = SafeFileName::Provide(package);
+  if (!named || *named == package) return named;
+  output.Note(file.name + ": goes into the package as '" +
+              TzFileUtil::GetBaseFileName(*named).GetUTF8String() + "': an address there can't hold " +
+              SafeFileName::DescribeUnsafe(TzFileUtil::GetBaseFileName(package)));
+  return named;
+}
+
+CommandFailure BuildCommand::FailToName(const ListedFile& file) {
+  CommandFailure failure{
+      ExitStatus::Machine, file.name, "its name can't stand in a package; rename the file", {}};
+  for (const TzProblem& problem : session.TakeProblems()) failure.reasons.push_back(problem.GetText());
+  return failure;
+}
+
+BuildCommand::Failure BuildCommand::RefuseTakenName(const ListedFile& file, const TzPath& package,
+                                                    const Place& place) {
+  const TzPath scoFolder =
+      PlexoAddFileDriver::GetSCOFolder(TzFileUtil::GetBaseFileName(package), place.kind, place.moduleKey);
+  if (!TzFile(scoFolder).Exists()) return std::nullopt;
+  const std::string words = session.GetWords("kPlexoErrorSCOFolderExists");
+  CommandFailure failure{ExitStatus::Refused, file.name, words, {}};
+  failure.reasons =
+      PackageReasons(session, package).Explain(words, course.scormVersion, scoFolder, session.TakeProblems());
+  for (std::string& reason : failure.reasons) reason = NameListedFiles(std::move(reason));
+  return failure;
+}
+
 BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzPath& package,
                                                const Place& place) {
+  if (auto failure = RefuseTakenName(file, package, place)) return failure;
   session.GetUI().AnswerNextChooser({package});
   const bool isPlaced = place.kind == PlexoSCOKind::LINEAR
                             ? !PlexoAddFileDriver::AddFilesToLinearCourse(GetLinearCourseModel()).empty()
@@ -239,6 +273,10 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
   PackageReasons reasons(session, package);
   const bool isMachine = HasMachineFailure(problems);
   if (boxes.empty() && isPlaced && !isMachine) {
+    const PlexoCourseModel* model = GetCourseModel();
+    const TzString href = model->GetSCOManifest(model->GetSCOManifestCount() - 1).href;
+    const std::string fault = FindLaunchFault(href.GetUTF8String());
+    if (!fault.empty()) return CommandFailure{ExitStatus::Refused, file.name, fault, {}};
     for (const std::string& reason : reasons.Describe(problems)) output.Warn(file.name + ": " + reason);
     return std::nullopt;
   }
@@ -255,7 +293,7 @@ BuildCommand::Failure BuildCommand::AddPackage(const ListedFile& file, const TzP
 }
 
 std::string BuildCommand::NameListedFiles(std::string text) const {
-  for (const auto& [path, name] : adopted) {
+  for (const auto& [path, name] : standIns) {
     if (const std::size_t at = text.find(path); at != std::string::npos) text.replace(at, path.size(), name);
   }
   return text;

@@ -57,8 +57,14 @@ class BuildCommand {
   /// Adds the packages that the file becomes, from this place on, and moves the place behind them.
   [[nodiscard]] Failure AddFile(const ListedFile& file, Place& place);
   [[nodiscard]] Failure AddPackage(const ListedFile& file, const TzPath& package, const Place& place);
+  /// The package under a name that a package can carry, which is said if it isn't its own.
+  [[nodiscard]] std::optional<TzPath> ProvideSafeName(const ListedFile& file, const TzPath& package);
+  [[nodiscard]] CommandFailure FailToName(const ListedFile& file);
+  /// Fails if another file has the package's base name in this place. Asked before the component hears of the
+  /// file: a refusal for any other reason would delete what has the name.
+  [[nodiscard]] Failure RefuseTakenName(const ListedFile& file, const TzPath& package, const Place& place);
   void NotePlaced(const ListedFile& file, const Place& place, bool isAdopted);
-  /// The text with listed files in the place of packages that were made of them.
+  /// The text with listed files in the place of the files that stand in for them.
   [[nodiscard]] std::string NameListedFiles(std::string text) const;
   [[nodiscard]] Failure Publish();
   [[nodiscard]] Failure MakePackage();
@@ -73,7 +79,8 @@ class BuildCommand {
   /// Of its modules, as texts of fractions.
   std::vector<std::string> shares;
   std::vector<PlacedSCO> placed;
-  /// The packages that were made of listed files, and those files as the course file writes them.
-  std::vector<std::pair<std::string, std::string>> adopted;
+  /// Packages that were made of listed files and links to such files, and those files as the course file
+  /// writes them.
+  std::vector<std::pair<std::string, std::string>> standIns;
   std::uint32_t moduleCount = 0;
 };

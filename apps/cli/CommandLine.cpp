@@ -135,6 +135,11 @@ class Arguments {
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
   void Parse(int argumentCount, const char* const* arguments) { app.parse(argumentCount, arguments); }
+  /// True when the first argument is neither a command nor an option. CLI11 answers a "--help" behind such a word
+  /// with the program's help, as if the word weren't there.
+  [[nodiscard]] bool StartsWithUnknownCommand(std::span<const char* const> arguments) const {
+    return app.get_subcommands().empty() && arguments.size() > 1 && *arguments[1] != '-';
+  }
   /// Why they couldn't be parsed.
   [[nodiscard]] std::string GetMistake(const CLI::ParseError& error,
                                        std::span<const char* const> arguments) const {
@@ -407,7 +412,7 @@ int RunCommandLine(int argumentCount, const char* const* arguments, std::ostream
     if ((parsed.IsBuild() || parsed.IsAdopt()) && status == ExitStatus::Done)
       unwritten += "; the package was written";
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) {
+    if (error.get_exit_code() == 0 && !parsed.StartsWithUnknownCommand(words)) {
       parsed.PrintHelp(error, results);
     } else {
       if (AsksForJson(words)) output.SetForm(CommandOutput::Form::Json);

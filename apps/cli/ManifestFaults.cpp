@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "check/PlexoHref.h"
 #include "host/xml/TzXMLParser.h"
 
 namespace {
@@ -109,4 +110,10 @@ std::string FindManifestFault(const TzPath& manifestFile, const std::string& cou
   reading.setSource(TzFile(manifestFile));
   reading.parse();
   return reading.GetFault();
+}
+
+std::string FindLaunchFault(const std::string& address) {
+  const PlexoHref href = PlexoHref::Read({}, address);
+  if (!href.isExternal && !href.leavesPackage) return {};
+  return "its launch address '" + address + "' leads out of the package";
 }

@@ -16,9 +16,9 @@ bool IsWarning(const PlexoFinding& finding) {
 /// The course's own words tell better what is wrong with an archive or a manifest that can't be read at all.
 bool IsOfAdoption(const PlexoAdoptResult& result) {
   static constexpr PlexoFindingId kRefusals[] = {
-      PlexoFindingId::ForeignFormat,   PlexoFindingId::SeveralManifests, PlexoFindingId::EditionUntold,
-      PlexoFindingId::NothingToLaunch, PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown,
-      PlexoFindingId::PackagesTooLarge};
+      PlexoFindingId::ForeignFormat,    PlexoFindingId::SeveralManifests, PlexoFindingId::EditionUntold,
+      PlexoFindingId::NothingToLaunch,  PlexoFindingId::SeveralItems,     PlexoFindingId::ItemUnknown,
+      PlexoFindingId::PackagesTooLarge, PlexoFindingId::TooManyItems};
   return std::ranges::any_of(result.findings, [](const PlexoFinding& finding) {
     return std::ranges::find(kRefusals, finding.id) != std::end(kRefusals);
   });

@@ -53,6 +53,9 @@ constexpr Word kWords[] = {
     {"kDesktopRestore", "Restore"},
     {"kDesktopDiscard", "Discard"},
     {"kDesktopSummary", "Combine SCORM packages and PDF documents into one SCORM package"},
+    {"kDesktopNameTaken",
+     "The first of these files isn't added: the second has its name in the same place. Rename the file and "
+     "add it again."},
     {"kDesktopNoComponent", "Plexo isn't installed completely: its component can't be loaded."},
 };
 

@@ -135,6 +135,20 @@ TzPath TzScratch::MakeDiskFolder(const TzString& stem) {
   return MakeBelowRoot(stem, &TzFileSystem::MakeFolder);
 }
 
+TzPath TzScratch::MakeDiskFolderFor(const TzString& stem, uid_t user, gid_t group) {
+  constexpr mode_t kPassable = S_IRWXU | S_IXGRP | S_IXOTH;
+  const std::lock_guard guard(mutex);
+  TzPath folder = MakeBelowRoot(stem, &TzFileSystem::MakeFolder);
+  if (folder.IsEmpty()) return folder;
+  // Who passes the private folder finds the others in it closed.
+  if (chmod(root.GetNative().c_str(), kPassable) == 0 &&
+      chown(folder.GetNative().c_str(), user, group) == 0) {
+    return folder;
+  }
+  TzReportSystemProblem(errno, folder.GetNative(), "can't be given to another user");
+  return {};
+}
+
 TzPath TzScratch::MakeBelowRoot(const TzString& stem, Make make) {
   if (!MakeRoot()) return {};
   TzPath folder = TzPath::FromNative(root.GetNative() + "/" + MakeName(stem, made.size() + 1));
@@ -142,6 +156,7 @@ TzPath TzScratch::MakeBelowRoot(const TzString& stem, Make make) {
     TzReportSystemProblem(errno, folder.GetNative(), "can't make the folder");
     return {};
   }
+  static_cast<void>(chmod(folder.GetNative().c_str(), S_IRWXU));
   made.push_back(folder);
   return folder;
 }

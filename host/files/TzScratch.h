@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <sys/types.h>
+
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -9,9 +11,9 @@
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzPath.h"
 
-/// The temporary folders of this process, all under one private folder in TMPDIR (else /tmp). A lock that
-/// lives as long as the process stands in it: a folder whose lock nobody holds was left by a killed process,
-/// and goes when another process of the same user makes its own.
+/// The temporary folders of this process, each for its user alone, under one private folder in TMPDIR (else
+/// /tmp). That folder holds a lock held while the process runs: a folder whose lock nobody holds was left by
+/// a killed process, and goes when another process of the same user makes its own.
 class TzScratch {
  public:
   static TzScratch& Instance();
@@ -20,6 +22,8 @@ class TzScratch {
   TzPath MakeFolder(const TzString& stem);
   /// Likewise, a folder of the disk: what stands in it can be read by its path.
   TzPath MakeDiskFolder(const TzString& stem);
+  /// Likewise one that this user can work in too. For processes of root, who may give folders away.
+  TzPath MakeDiskFolderFor(const TzString& stem, uid_t user, gid_t group);
   /// Lets the next `MakeFolder` take this folder, which `DeleteAll` then leaves alone.
   void KeepNextAt(const TzPath& folder);
   /// Deletes everything that `MakeFolder` made, and the private folder.

@@ -11,32 +11,22 @@
 #include <span>
 #include <system_error>
 
+#include "host/files/TzZipDirectoryEnd.h"
 #include "host/files/TzZipFormat.h"
 #include "host/files/TzZipName.h"
 #include "host/files/TzZipUtils.h"
 
 using namespace TzZipFormat;
+using namespace TzZipDirectoryEnd;
 
 namespace {
 
 using Bytes = std::span<const std::byte>;
 
-constexpr const char* kNoArchive = "isn't a ZIP archive, or is cut short";
-constexpr const char* kDamagedDirectory = "its directory is damaged";
-constexpr const char* kSeveralDisks = "is one of several disks";
 constexpr std::uint64_t kMostDirectoryBytes = std::uint64_t{512} << 20U;
 constexpr const char* kHeadersDisagree = "the entry's header disagrees with the directory";
 
 std::string_view AsText(Bytes bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
-
-/// Reads exactly this part of the file; empty if the file ends before. Throws if the system can't read.
-std::vector<std::byte> ReadPart(const TzFileDescriptor& file, std::uint64_t offset, std::size_t size) {
-  std::vector<std::byte> part(size);
-  const std::ptrdiff_t count = file.ReadAt(offset, part);
-  if (count < 0) throw std::system_error(errno, std::generic_category());
-  if (count != static_cast<std::ptrdiff_t>(size)) part.clear();
-  return part;
-}
 
 /// Links, pipes and devices, in the attributes that Unix and Windows systems store.
 bool IsSpecial(std::uint32_t attributes) {
@@ -88,72 +78,7 @@ const char* CheckPacking(unsigned flags, std::uint16_t method, const TzZipEntry&
   return method == kStored && entry.packedSize != entry.size ? "the entry's sizes disagree" : nullptr;
 }
 
-/// Looks for the end of the directory: its comment must reach exactly to the end of the file.
-std::optional<std::size_t> FindDirectoryEnd(Bytes tail) {
-  if (tail.size() < kDirectoryEndBytes) return std::nullopt;
-  for (std::size_t at = tail.size() - kDirectoryEndBytes + 1; at-- > 0;) {
-    if (Get32(tail, at) != kDirectoryEnd) continue;
-    if (at + kDirectoryEndBytes + Get16(tail, at + 20) == tail.size()) return at;
-  }
-  return std::nullopt;
-}
-
-/// The fields of the directory's end, of either form.
-struct DirectoryEnd {
-  std::uint64_t position = 0;
-  std::uint64_t disk = 0;
-  std::uint64_t startDisk = 0;
-  std::uint64_t countHere = 0;
-  std::uint64_t count = 0;
-  std::uint64_t size = 0;
-  std::uint64_t offset = 0;
-};
-
-/// Reads the ZIP64 form if the locator before the plain one points to it. False if it is damaged, or differs
-/// from the plain form where that has a value of its own.
-bool ReadZip64End(const TzFileDescriptor& file, DirectoryEnd& end) {
-  if (end.position < kZip64LocatorBytes) return true;
-  const std::uint64_t locatorAt = end.position - kZip64LocatorBytes;
-  const auto locator = ReadPart(file, locatorAt, kZip64LocatorBytes);
-  if (locator.empty()) return false;
-  if (Get32(locator, 0) != kZip64Locator) return true;
-  if (locatorAt < kZip64DirectoryEndBytes) return false;
-  // Without something before the archive the record is where the locator says; else it is just before the
-  // locator, as archivers write it.
-  std::uint64_t at = Get64(locator, 8);
-  auto record = at <= locatorAt - kZip64DirectoryEndBytes ? ReadPart(file, at, kZip64DirectoryEndBytes)
-                                                          : std::vector<std::byte>();
-  if (record.empty() || Get32(record, 0) != kZip64DirectoryEnd) {
-    at = locatorAt - kZip64DirectoryEndBytes;
-    record = ReadPart(file, at, kZip64DirectoryEndBytes);
-    if (record.empty() || Get32(record, 0) != kZip64DirectoryEnd) return false;
-  }
-  const DirectoryEnd wide = {at,
-                             Get32(record, 16),
-                             Get32(record, 20),
-                             Get64(record, 24),
-                             Get64(record, 32),
-                             Get64(record, 40),
-                             Get64(record, 48)};
-  const auto agree = [](std::uint64_t plain, std::uint64_t mark, std::uint64_t other) {
-    return plain == mark || plain == other;
-  };
-  const bool agrees = agree(end.countHere, kIn16, wide.countHere) && agree(end.count, kIn16, wide.count) &&
-                      agree(end.size, kIn32, wide.size) && agree(end.offset, kIn32, wide.offset);
-  end = wide;
-  return agrees;
-}
-
 }  // namespace
-
-/// Where the directory lies in the file.
-struct TzZipDirectory::Place {
-  std::uint64_t start = 0;
-  std::uint64_t size = 0;
-  std::uint64_t count = 0;
-  /// What stands before the archive in the file, and is left out of its offsets.
-  std::uint64_t prefixBytes = 0;
-};
 
 /// One header of the directory; the spans lie in the directory's bytes.
 struct TzZipDirectory::Header {
@@ -219,8 +144,8 @@ TzZipFailure TzZipDirectory::Meet(TzZipFaultKind kind, TzZipFailure failure) {
 
 TzZipFailure TzZipDirectory::Read(const TzPath& archive) try {
   if (auto failure = OpenFile(archive)) return failure;
-  Place place;
-  if (auto failure = FindPlace(place)) return failure;
+  TzZipDirectoryPlace place;
+  if (auto failure = TzZipDirectoryEnd::Find(file, fileSize, place)) return failure;
   if (place.count > TzZipUtils::kMaximumEntries) {
     return TzZipFailure::BadContent({}, "holds more than a million entries");
   }
@@ -258,28 +183,7 @@ TzZipFailure TzZipDirectory::OpenFile(const TzPath& archive) {
   return {};
 }
 
-TzZipFailure TzZipDirectory::FindPlace(Place& place) const {
-  constexpr std::uint64_t kMostTailBytes = kDirectoryEndBytes + 0xFFFF;
-  const std::uint64_t tailBytes = std::min(fileSize, kMostTailBytes);
-  const auto tail = ReadPart(file, fileSize - tailBytes, tailBytes);
-  const auto at = FindDirectoryEnd(tail);
-  if (!at.has_value()) return TzZipFailure::BadContent({}, kNoArchive);
-  const Bytes fields = Bytes(tail).subspan(*at);
-  DirectoryEnd end = {fileSize - tailBytes + *at, Get16(fields, 4),  Get16(fields, 6), Get16(fields, 8),
-                      Get16(fields, 10),          Get32(fields, 12), Get32(fields, 16)};
-  if (!ReadZip64End(file, end)) return TzZipFailure::BadContent({}, kDamagedDirectory);
-  if (end.disk != 0 || end.startDisk != 0 || end.countHere != end.count) {
-    return TzZipFailure::BadContent({}, kSeveralDisks);
-  }
-  if (end.size > end.position || end.offset > end.position - end.size) {
-    return TzZipFailure::BadContent({}, kNoArchive);
-  }
-  const std::uint64_t start = end.position - end.size;
-  place = {start, end.size, end.count, start - end.offset};
-  return {};
-}
-
-TzZipFailure TzZipDirectory::ReadHeaders(const Place& place) {
+TzZipFailure TzZipDirectory::ReadHeaders(const TzZipDirectoryPlace& place) {
   const auto damaged = [] { return TzZipFailure::BadContent({}, kDamagedDirectory); };
   if (place.size > kMostDirectoryBytes || place.count > place.size / kDirectoryHeaderBytes) return damaged();
   const auto bytes = ReadPart(file, place.start, place.size);
@@ -301,7 +205,7 @@ TzZipFailure TzZipDirectory::ReadHeaders(const Place& place) {
   return rest.empty() ? TzZipFailure() : damaged();
 }
 
-TzZipFailure TzZipDirectory::ReadHeader(const Place& place, const Header& header) {
+TzZipFailure TzZipDirectory::ReadHeader(const TzZipDirectoryPlace& place, const Header& header) {
   TzZipEntry& entry = entries.emplace_back();
   TzZipFaultKind kind = TzZipFaultKind::Name;
   const char* fault = header.ReadName(entry);
@@ -325,7 +229,7 @@ TzZipFailure TzZipDirectory::ReadHeader(const Place& place, const Header& header
   return {};
 }
 
-const char* TzZipDirectory::ReadLocalHeader(const Place& place, const Header& header,
+const char* TzZipDirectory::ReadLocalHeader(const TzZipDirectoryPlace& place, const Header& header,
                                             TzZipEntry& entry) const {
   static constexpr const char* kOutside = "the entry lies outside the archive";
   constexpr unsigned kFlagsThatCount = kEncryptedFlag | kStrongEncryptionFlag | kUtf8Flag | kMaskedHeaderFlag;

@@ -10,6 +10,8 @@
 #include "host/files/TzFileDescriptor.h"
 #include "host/files/TzZipFailure.h"
 
+struct TzZipDirectoryPlace;
+
 /// One entry of an archive.
 struct TzZipEntry {
   /// As `TzZipName` reads it.
@@ -70,7 +72,6 @@ class TzZipDirectory {
   [[nodiscard]] const TzZipEntry* Find(std::string_view name) const;
 
  private:
-  struct Place;
   struct Header;
   enum class NodeKind { File, Folder };
 
@@ -79,10 +80,10 @@ class TzZipDirectory {
   /// Returns the failure if the reading must end with it.
   TzZipFailure Meet(TzZipFaultKind kind, TzZipFailure failure);
   TzZipFailure OpenFile(const TzPath& archive);
-  TzZipFailure FindPlace(Place& place) const;
-  TzZipFailure ReadHeaders(const Place& place);
-  TzZipFailure ReadHeader(const Place& place, const Header& header);
-  const char* ReadLocalHeader(const Place& place, const Header& header, TzZipEntry& entry) const;
+  TzZipFailure ReadHeaders(const TzZipDirectoryPlace& place);
+  TzZipFailure ReadHeader(const TzZipDirectoryPlace& place, const Header& header);
+  const char* ReadLocalHeader(const TzZipDirectoryPlace& place, const Header& header,
+                              TzZipEntry& entry) const;
   const char* ClaimName(const TzZipEntry& entry);
   [[nodiscard]] TzZipFailure CheckExtents() const;
   [[nodiscard]] TzZipFailure CheckTotal() const;

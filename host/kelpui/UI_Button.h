@@ -12,6 +12,9 @@ class UI_Button : public UI_Control {
 
   /// Nothing happens if the button is disabled.
   void Press();
+  /// The button whose press is being carried out, the innermost one; null if there is none. For telling which
+  /// button asked for something. UI thread only.
+  [[nodiscard]] static const UI_Button* GetPressed();
 
   /// The button that closing the dialog presses.
   [[nodiscard]] bool IsCancel() const { return isCancel; }

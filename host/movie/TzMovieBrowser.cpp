@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/movie/TzMovieBrowser.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
+#include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <string_view>
 #include <thread>
@@ -18,6 +14,7 @@
 
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzFileUtil.h"
+#include "host/files/TzScratch.h"
 #include "host/files/TzStreamUtil.h"
 #include "host/session/TzProblem.h"
 
@@ -27,10 +24,10 @@ constexpr std::string_view kPrograms[] = {
     "chromium",       "chromium-browser", "google-chrome", "google-chrome-stable",
     "microsoft-edge", "firefox",          "firefox-esr"};
 
-// The shell stands between, for it hears when this process is gone, and ends the whole group then.
-constexpr const char* kWatch = R"(("$@" </dev/null; kill -KILL 0) & read -r line; kill -KILL 0)";
+/// Runs a program as another user; part of every Linux system.
+constexpr const char* kSetUser = "/usr/bin/setpriv";
 
-std::string FindProgram() {
+std::string FindBrowser() {
   const char* variable = std::getenv("PATH");
   std::string_view folders = variable != nullptr ? variable : "";
   for (const std::string_view program : kPrograms) {
@@ -43,6 +40,18 @@ std::string FindProgram() {
   }
   return {};
 }
+
+bool CanBePassedByAll(const TzPath& folder) {
+  const std::string& path = folder.GetNative();
+  for (std::size_t end = path.size(); end != std::string::npos && end > 0; end = path.rfind('/', end - 1)) {
+    struct stat status = {};
+    if (stat(path.substr(0, end).c_str(), &status) != 0 || (status.st_mode & S_IXOTH) == 0) return false;
+  }
+  return true;
+}
+
+/// The user who owns nothing; none if the system has none.
+const passwd* FindNobody() { return getpwnam("nobody"); }
 
 bool IsFirefox(std::string_view program) { return program.find("firefox") != std::string_view::npos; }
 
@@ -60,8 +69,6 @@ std::vector<std::string> MakeChromiumArguments(const std::string& folder, const 
       "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
       "--webrtc-ip-handling-policy=disable_non_proxied_udp", "--force-webrtc-ip-handling-policy",
       "--user-data-dir=" + folder + "/profile"};
-  // Its sandbox refuses to run for root.
-  if (geteuid() == 0) arguments.emplace_back("--no-sandbox");
   return arguments;
 }
 
@@ -116,51 +123,21 @@ std::vector<std::string> MakeEnvironment(const std::string& folder) {
   return environment;
 }
 
-std::vector<char*> PointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  pointers.reserve(texts.size() + 1);
-  for (std::string& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
-/// How a process is started: in a group of its own, with its input from a descriptor, its output nowhere, and
-/// nothing else of ours open.
-class SpawnSettings {
- public:
-  explicit SpawnSettings(int input) {
-    posix_spawnattr_init(&attributes);
-    posix_spawn_file_actions_init(&actions);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes, &signals);
-    for (const int signal : {SIGPIPE, SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaddset(&signals, signal);
-    posix_spawnattr_setsigdefault(&attributes, &signals);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    posix_spawnattr_setflags(&attributes,
-                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-  }
-  ~SpawnSettings() {
-    posix_spawn_file_actions_destroy(&actions);
-    posix_spawnattr_destroy(&attributes);
-  }
-  SpawnSettings(const SpawnSettings&) = delete;
-  SpawnSettings& operator=(const SpawnSettings&) = delete;
-
-  posix_spawnattr_t attributes{};
-  posix_spawn_file_actions_t actions{};
-};
-
 }  // namespace
 
-TzMovieBrowser::~TzMovieBrowser() { End(); }
+TzMovieBrowser::~TzMovieBrowser() {
+  group.End();
+  if (folder.IsEmpty()) return;
+  // What the browser started isn't ours to wait for, and may write into the folder until it is gone.
+  constexpr std::chrono::milliseconds kStep(10);
+  for (int step = 0; step < 100 && TzFileSystem::Current().Delete(folder) != kTzSuccess; ++step) {
+    std::this_thread::sleep_for(kStep);
+  }
+}
 
-bool TzMovieBrowser::Start(const std::string& address, std::uint16_t proxyPort) {
-  program = FindProgram();
+bool TzMovieBrowser::Start(const std::string& address, std::uint16_t port) {
+  program = FindBrowser();
+  proxyPort = port;
   if (program.empty()) {
     TzReportProblem(
         kTzMachineFailure, "the movie player",
@@ -168,62 +145,67 @@ bool TzMovieBrowser::Start(const std::string& address, std::uint16_t proxyPort) 
         "or Firefox");
     return false;
   }
-  folder = TzFileUtil::CreateTempDiskDir("movie");
-  if (folder.IsEmpty()) return false;
-  // The address is a secret, and other users of the machine can read a program's arguments.
-  const TzPath page = folder / "start.html";
-  const std::string start = "<meta http-equiv=\"refresh\" content=\"0; url=" + address + "\">\n";
-  if (!TzFileUtil::CreateDirectory(folder / "profile", false) || !WriteText(page, start) ||
-      !WriteText(folder / "profile/user.js", MakeFirefoxSettings(proxyPort))) {
-    return false;
-  }
-  return Spawn("file://" + page.GetNative(), proxyPort);
+  if (!MakeFolder(address)) return false;
+  // The sandbox refuses to run for root.
+  if (geteuid() == 0 && !isOtherUser) sandbox = Sandbox::Off;
+  return Run();
 }
 
-bool TzMovieBrowser::Spawn(const std::string& page, std::uint16_t proxyPort) {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-    TzReportSystemProblem(errno, program, "can't be started");
+bool TzMovieBrowser::RunWithoutSandbox() {
+  if (!isOtherUser || sandbox == Sandbox::Off || IsFirefox(program)) return false;
+  sandbox = Sandbox::Off;
+  return Run();
+}
+
+std::string TzMovieBrowser::DescribeRisk() const {
+  if (geteuid() == 0 && !isOtherUser) {
+    return "ran the movie as root, without a sandbox: no other user can work in '" +
+           folder.GetParentTzPath(-2).GetNative() +
+           "'; build as another user, or set TMPDIR to a folder that all users can enter";
+  }
+  if (sandbox == Sandbox::On) return {};
+  return "ran the movie as the user 'nobody', but without its sandbox, which doesn't start on this machine";
+}
+
+/// The folder with the page and the settings, given to the user who owns nothing if this process is root's.
+bool TzMovieBrowser::MakeFolder(const std::string& address) {
+  const passwd* nobody = geteuid() == 0 ? FindNobody() : nullptr;
+  folder = nobody != nullptr
+               ? TzScratch::Instance().MakeDiskFolderFor("movie", nobody->pw_uid, nobody->pw_gid)
+               : TzFileUtil::CreateTempDiskDir("movie");
+  if (folder.IsEmpty()) return false;
+  isOtherUser =
+      nobody != nullptr && access(kSetUser, X_OK) == 0 && CanBePassedByAll(folder.GetParentTzPath());
+  // The address is a secret, and other users of the machine can read a program's arguments.
+  const std::string start = "<meta http-equiv=\"refresh\" content=\"0; url=" + address + "\">\n";
+  const TzPath profile = folder / "profile";
+  if (!TzFileUtil::CreateDirectory(profile, false) || !WriteText(folder / "start.html", start) ||
+      !WriteText(profile / "user.js", MakeFirefoxSettings(proxyPort))) {
     return false;
   }
-  const TzFileDescriptor input(ends[0]);
-  lifeline = TzFileDescriptor(ends[1]);
-  std::vector<std::string> command{"/bin/sh", "-c", kWatch, "movie", program};
+  if (!isOtherUser) return true;
+  for (const TzPath& path : {profile, folder / "start.html", profile / "user.js"}) {
+    if (chown(path.GetNative().c_str(), nobody->pw_uid, nobody->pw_gid) != 0) return false;
+  }
+  return true;
+}
+
+bool TzMovieBrowser::Run() {
+  std::vector<std::string> command;
+  if (isOtherUser) {
+    const passwd* nobody = FindNobody();
+    command = {kSetUser, "--reuid=" + std::to_string(nobody->pw_uid),
+               "--regid=" + std::to_string(nobody->pw_gid), "--clear-groups"};
+  }
+  command.push_back(program);
   const std::vector<std::string> options =
       IsFirefox(program)
           ? MakeFirefoxArguments(folder.GetNative())
           : MakeChromiumArguments(folder.GetNative(), "http://127.0.0.1:" + std::to_string(proxyPort));
   command.insert(command.end(), options.begin(), options.end());
-  command.push_back(page);
-  std::vector<std::string> environment = MakeEnvironment(folder.GetNative());
-  const SpawnSettings settings(input.Get());
-  const int error = posix_spawn(&process, command.front().c_str(), &settings.actions, &settings.attributes,
-                                PointersTo(command).data(), PointersTo(environment).data());
-  if (error == 0) return true;
-  process = -1;
-  TzReportSystemProblem(error, program, "can't be started");
-  return false;
-}
-
-bool TzMovieBrowser::IsRunning() const {
-  if (process < 0) return false;
-  // Who has ended keeps the number until `End`: the group bears it too, and may be there still.
-  siginfo_t ended{};
-  return waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-         ended.si_pid == 0;
-}
-
-void TzMovieBrowser::End() {
-  if (process >= 0) {
-    kill(-process, SIGKILL);
-    while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) continue;
-    process = -1;
-  }
-  lifeline = TzFileDescriptor();
-  if (folder.IsEmpty()) return;
-  // What the browser started isn't ours to wait for, and may write into the folder until it is gone.
-  constexpr std::chrono::milliseconds kStep(10);
-  for (int step = 0; step < 100 && TzFileSystem::Current().Delete(folder) != kTzSuccess; ++step) {
-    std::this_thread::sleep_for(kStep);
-  }
+  if (sandbox == Sandbox::Off && !IsFirefox(program)) command.emplace_back("--no-sandbox");
+  command.push_back("file://" + (folder / "start.html").GetNative());
+  const int error = group.Start(command, MakeEnvironment(folder.GetNative()));
+  if (error != 0) TzReportSystemProblem(error, program, "can't be started");
+  return error == 0;
 }

@@ -88,13 +88,11 @@ void TzMovieServer::Ask(const std::string& request) {
   waiting = nullptr;
 }
 
-std::optional<std::string> TzMovieServer::WaitForAnswer(Clock::time_point end,
-                                                        const std::function<bool()>& goesOn) {
+std::optional<std::string> TzMovieServer::WaitForAnswer(const std::function<bool()>& goesOn) {
   constexpr std::chrono::milliseconds kPatience(100);
   Clock::time_point nextLook = Clock::now();
   while (!answer.has_value()) {
     const Clock::time_point now = Clock::now();
-    if (now >= end) return std::nullopt;
     if (now >= nextLook) {
       if (!goesOn()) return std::nullopt;
       nextLook = now + kPatience;
@@ -164,6 +162,7 @@ void TzMovieServer::HandleGet(TzHttpConnection& connection, const std::string& n
   } else if (name == "page.js") {
     connection.Respond("200 OK", MakeFields("text/javascript; charset=utf-8"), TzMoviePage::GetScript());
   } else if (name == "movie.swf") {
+    if (!movieAsked) movieAsked = Clock::now();
     ServeFile(connection, movie, "application/x-shockwave-flash");
   } else if (name.starts_with(kPlayer) && GetPlayerFileType(name.substr(kPlayer.size())) != nullptr) {
     const std::string file = name.substr(kPlayer.size());

@@ -32,13 +32,13 @@ class TzMovieServer {
   [[nodiscard]] std::string GetAddress() const;
   /// Whether a browser came for the page at all.
   [[nodiscard]] bool WasPageAsked() const { return wasPageAsked; }
+  /// When the page, its player ready, came for the movie; none if it hasn't yet.
+  [[nodiscard]] std::optional<Clock::time_point> GetMovieAsked() const { return movieAsked; }
 
   /// Lets the page have its next request. Only after its answer to the one before.
   void Ask(const std::string& request);
-  /// Serves until the page answers. Empty if that doesn't happen by then, or if `goesOn`, which is asked ten
-  /// times a second, says no.
-  [[nodiscard]] std::optional<std::string> WaitForAnswer(Clock::time_point end,
-                                                         const std::function<bool()>& goesOn);
+  /// Serves until the page answers. Empty if `goesOn`, which is asked ten times a second, says no before.
+  [[nodiscard]] std::optional<std::string> WaitForAnswer(const std::function<bool()>& goesOn);
 
  private:
   void ServeOnce(int milliseconds);
@@ -54,6 +54,7 @@ class TzMovieServer {
   std::uint16_t port = 0;
   std::string token;
   bool wasPageAsked = false;
+  std::optional<Clock::time_point> movieAsked;
   std::list<TzHttpConnection> connections;
   /// The page's post that waits for a request; one of `connections`.
   TzHttpConnection* waiting = nullptr;

@@ -51,7 +51,7 @@ TzStrobePlayer::~TzStrobePlayer() = default;
 std::uint8_t TzStrobePlayer::LoadMovie(const TzString& path, int, std::uint8_t) {
   const TzPath movie(path);
   name = movie.GetFileName().GetUTF8String();
-  end = std::chrono::steady_clock::now() + kPatience;
+  start = TzMovieServer::Clock::now();
   if (!IsMovie(movie)) return 0;
   const TzPath player = GetPlayerFolder();
   if (!TzFile(player / "ruffle.js").Exists()) {
@@ -63,6 +63,8 @@ std::uint8_t TzStrobePlayer::LoadMovie(const TzString& path, int, std::uint8_t) 
   if (!server->Start() || !browser.Start(server->GetAddress(), server->GetPort())) return 0;
   const auto answer = WaitForPage();
   isLoaded = answer == "loaded";
+  const std::string risk = browser.DescribeRisk();
+  if (server->WasPageAsked() && !risk.empty()) TzReportProblem(kTzFailure, browser.GetProgram(), risk);
   if (answer && !isLoaded) TzReportProblem(kTzBadContent, name, "the movie player can't play it");
   return isLoaded ? 1 : 0;
 }
@@ -95,30 +97,61 @@ TzVariant TzStrobePlayer::CallActionScriptFunction(const TzString& request) {
 }
 
 std::optional<std::string> TzStrobePlayer::WaitForPage() {
-  const std::string activity = "asking " + name;
-  const auto total = std::chrono::milliseconds(kPatience);
-  bool isStopped = false;
-  bool hasBrowser = true;
-  auto answer = server->WaitForAnswer(end, [&] {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(end - TzMovieServer::Clock::now());
-    const auto done = static_cast<std::uint64_t>(std::clamp(total - left, total * 0, total).count());
-    ITzProgressSink* sink = GetProgressSink();
-    isStopped = sink != nullptr && !sink->Report(activity, done, static_cast<std::uint64_t>(total.count()));
-    hasBrowser = browser.IsRunning();
-    return !isStopped && hasBrowser;
+  Stop stop = Stop::No;
+  auto answer = server->WaitForAnswer([&] {
+    stop = FindStop();
+    return stop == Stop::No;
   });
-  if (answer || isStopped) return answer;
-  if (!hasBrowser) {
-    TzReportProblem(kTzMachineFailure, browser.GetProgram(),
-                    "the browser ended while it played '" + name + "'");
-  } else if (!server->WasPageAsked()) {
-    TzReportProblem(
-        kTzMachineFailure, browser.GetProgram(),
-        "the browser didn't show a page within " + std::to_string(kPatience.count()) + " seconds");
-  } else {
-    TzReportProblem(kTzFailure, name,
-                    "the movie didn't answer within " + std::to_string(kPatience.count()) + " seconds");
-  }
+  if (!answer) ReportStop(stop);
   return answer;
+}
+
+TzStrobePlayer::Stop TzStrobePlayer::FindStop() {
+  if (!ReportProgress()) return Stop::Asked;
+  if (!browser.IsRunning() && (server->WasPageAsked() || !browser.RunWithoutSandbox())) return Stop::Ended;
+  excess = browser.FindExcess();
+  if (!excess.empty()) return Stop::Excess;
+  const auto now = TzMovieServer::Clock::now();
+  const auto ready = server->GetMovieAsked();
+  if (ready) return now - *ready > kPatience ? Stop::Late : Stop::No;
+  return now - start > kStartPatience ? Stop::NotReady : Stop::No;
+}
+
+/// False if the progress sink wants it stopped. The time until the player is ready isn't progress.
+bool TzStrobePlayer::ReportProgress() {
+  ITzProgressSink* sink = GetProgressSink();
+  if (sink == nullptr) return true;
+  using Milliseconds = std::chrono::milliseconds;
+  const auto ready = server->GetMovieAsked();
+  const auto spent = ready ? std::chrono::duration_cast<Milliseconds>(TzMovieServer::Clock::now() - *ready)
+                           : Milliseconds(0);
+  const Milliseconds total = kPatience;
+  return sink->Report("asking " + name, static_cast<std::uint64_t>(std::min(spent, total).count()),
+                      static_cast<std::uint64_t>(total.count()));
+}
+
+void TzStrobePlayer::ReportStop(Stop stop) const {
+  const auto seconds = [](std::chrono::seconds time) { return std::to_string(time.count()) + " seconds"; };
+  switch (stop) {
+    case Stop::Ended:
+      TzReportProblem(kTzMachineFailure, browser.GetProgram(),
+                      "the browser ended while it played '" + name + "'");
+      break;
+    case Stop::Excess:
+      TzReportProblem(kTzBadContent, name, "the movie was stopped: it took " + excess);
+      break;
+    case Stop::NotReady:
+      TzReportProblem(kTzMachineFailure, browser.GetProgram(),
+                      "the browser wasn't ready to play within " + seconds(kStartPatience) +
+                          "; try again when the machine has less to do");
+      break;
+    case Stop::Late:
+      TzReportProblem(kTzFailure, name,
+                      "the file is a movie, but the player had no answer from it within " +
+                          seconds(kPatience) + "; if the machine was busy, try again");
+      break;
+    case Stop::No:
+    case Stop::Asked:
+      break;
+  }
 }

@@ -16,13 +16,15 @@
 ///
 /// A movie can be asked for what it offers: the functions that it registers with its external interface.
 ///
-/// Guarantees: all calls block, and all that is done for one movie, from `LoadMovie` on, takes at most
-/// `kPatience`; what isn't answered by then is no answer. The progress sink is told meanwhile and can stop
-/// it. The movie reaches neither the network nor the user's files, and nothing of it outlives this object.
+/// Guarantees: all calls block. Browser and player have `kStartPatience` to get ready, and all that is done
+/// for one movie takes at most `kPatience` from then on; what isn't answered by then is no answer. The
+/// progress sink is told meanwhile and can stop it. The movie reaches neither the network nor the user's
+/// files, is held to limits of memory, and nothing of it outlives this object.
 /// Why something failed goes to the session's problem sink.
 class TzStrobePlayer {
  public:
   static constexpr std::chrono::seconds kPatience{20};
+  static constexpr std::chrono::seconds kStartPatience{60};
 
   /// `kind` matters in hosts that have several players; there is one here.
   explicit TzStrobePlayer(int kind);
@@ -42,11 +44,18 @@ class TzStrobePlayer {
   [[nodiscard]] TzVariant CallActionScriptFunction(const TzString& request);
 
  private:
+  /// Why waiting for an answer ended without one.
+  enum class Stop { No, Asked, Ended, Excess, NotReady, Late };
+
   bool IsMovie(const TzPath& file) const;
   std::optional<std::string> WaitForPage();
+  Stop FindStop();
+  bool ReportProgress();
+  void ReportStop(Stop stop) const;
 
   std::string name;
-  std::chrono::steady_clock::time_point end;
+  std::chrono::steady_clock::time_point start;
+  std::string excess;
   std::unique_ptr<TzMovieServer> server;
   TzMovieBrowser browser;
   bool isLoaded = false;

@@ -8,6 +8,7 @@
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 #include <qpdf/QPDF.hh>
+#include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFWriter.hh>
 #include <set>
 #include <string>
@@ -15,6 +16,7 @@
 #include "host/files/TzFileSystem.h"
 #include "host/files/TzFileUtil.h"
 #include "host/files/TzStreamUtil.h"
+#include "host/pdf/TzPdfEncryption.h"
 #include "host/pdf/TzPdfGuard.h"
 #include "host/pdf/TzPdfUnpacking.h"
 #include "host/session/TzProblem.h"
@@ -92,6 +94,22 @@ class FileBeside {
   TzPath path;
 };
 
+void OpenFile(QPDF& document, const TzPath& file) {
+  try {
+    document.processInputSource(std::make_shared<PdfInput>(file.GetNative().c_str(), document));
+  } catch (const QPDFExc& failure) {
+    const bool isEncryption =
+        failure.getErrorCode() == qpdf_e_password || failure.getErrorCode() == qpdf_e_unsupported;
+    const std::string reason = isEncryption ? TzPdfEncryption::DescribeRefusal(document) : std::string();
+    if (reason.empty()) throw;
+    throw TzPdfFailure(reason);
+  }
+  const std::string method = TzPdfEncryption::FindUnknownMethod(document);
+  if (method.empty()) return;
+  throw TzPdfFailure("its encryption method '" + method +
+                     "' isn't supported; save the document without encryption");
+}
+
 void WriteDocument(QPDF& document, Pipeline& output) {
   // Streams are copied as they are: packing them anew would cost time and change what the author has made.
   for (QPDFObjectHandle& object : document.getAllObjects()) {
@@ -126,7 +144,7 @@ TzPdfDocument::TzPdfDocument(const TzPath& file) {
     TzPdfUnpacking::StartDocument(TzFileSystem::Current().GetSize(file));
     document = std::make_unique<QPDF>();
     document->setSuppressWarnings(true);
-    document->processInputSource(std::make_shared<PdfInput>(realFile.GetNative().c_str(), *document));
+    OpenFile(*document, realFile);
     CheckDamage(*document);
     // A file without a catalog is no document, however much of it could be mended.
     document->getRoot();

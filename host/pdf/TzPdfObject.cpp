@@ -57,6 +57,10 @@ bool TzPdfObject::IsName(std::string_view name) const {
   return GuardPdf([&] { return handle->isNameAndEquals(MakeKey(name)); });
 }
 
+bool TzPdfObject::IsTrue() const {
+  return GuardPdf([&] { return handle->isBool() && handle->getBoolValue(); });
+}
+
 bool TzPdfObject::IsIndirect() const { return handle->isIndirect(); }
 
 int TzPdfObject::GetNumber() const { return handle->getObjectID(); }

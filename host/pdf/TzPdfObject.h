@@ -32,6 +32,8 @@ class TzPdfObject {
   [[nodiscard]] bool IsArray() const;
   [[nodiscard]] bool IsString() const;
   [[nodiscard]] bool IsName(std::string_view name) const;
+  /// The Boolean true.
+  [[nodiscard]] bool IsTrue() const;
   [[nodiscard]] bool IsIndirect() const;
   /// The number of an indirect object, 0 for a direct one.
   [[nodiscard]] int GetNumber() const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/pdf/TzPdfUnpacking.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -26,21 +28,73 @@ constexpr std::uint64_t kMostTimes = 24;
 constexpr int kMostFilters = 100;
 constexpr int kMostRowBytes = 1 << 20;
 
+/// Memory for the objects of any document, for each byte of its file on top, and at most. Documents of
+/// objects alone, unpacked, take some 50 bytes for each byte.
+constexpr std::uint64_t kFreeMemory = std::uint64_t{128} << 20U;
+constexpr std::uint64_t kMemoryTimes = 64;
+constexpr std::uint64_t kMostMemory = std::uint64_t{2} << 30U;
+/// What a number takes, the smallest of objects.
+constexpr std::uint64_t kBytesOfObject = 300;
+/// Measuring costs more than most reads.
+constexpr unsigned kReadsPerMeasurement = 256;
+
+std::uint64_t allowedMemory = 0;
+std::uint64_t memoryAtStart = 0;
+unsigned reads = 0;
+/// The library takes a stream that it fails to read for empty and goes on: the document is refused later.
+bool tookTooMuch = false;
 std::uint64_t allowedBytes = 0;
 std::uint64_t unpackedBytes = 0;
 int filterCount = 0;
 
-/// Counts what passes.
+/// What this process has allocated.
+std::uint64_t MeasureMemory() {
+  const struct mallinfo2 usage = mallinfo2();
+  return usage.uordblks + usage.hblkhd;
+}
+
+void CheckMemory(std::uint64_t expected) {
+  const std::uint64_t now = MeasureMemory();
+  const std::uint64_t taken = now > memoryAtStart ? now - memoryAtStart : 0;
+  tookTooMuch = tookTooMuch || taken + expected > allowedMemory;
+  if (tookTooMuch) throw TzPdfFailure("its objects take too much memory");
+}
+
+/// Counts what passes. The objects in a stream are all made at once when it is unpacked, so what they will
+/// take is known by their number before.
 class CountedBytes final : public Pipeline {
  public:
   explicit CountedBytes(Pipeline* receiver) : Pipeline("count", receiver) {}
 
   void write(unsigned char const* data, size_t length) override {
     unpackedBytes += length;
+    for (const unsigned char byte : std::span(data, length)) CountObject(byte);
     TzPdfUnpacking::Check();
+    if (objects - measured >= kObjectsPerMeasurement) {
+      measured = objects;
+      CheckMemory(objects * kBytesOfObject);
+    }
     getNext()->write(data, length);
   }
-  void finish() override { getNext()->finish(); }
+  void finish() override {
+    CheckMemory(objects * kBytesOfObject);
+    getNext()->finish();
+  }
+
+ private:
+  static constexpr std::uint64_t kObjectsPerMeasurement = 50'000;
+
+  /// An object starts with its delimiter, or with the first character behind one or behind a space.
+  void CountObject(unsigned char byte) {
+    const bool isSpace = byte <= ' ';
+    const bool isDelimiter = byte == '[' || byte == '(' || byte == '<' || byte == '/';
+    if (isDelimiter || (!isSpace && isBetween)) ++objects;
+    isBetween = isSpace || isDelimiter || byte == ']' || byte == ')' || byte == '>';
+  }
+
+  std::uint64_t objects = 0;
+  std::uint64_t measured = 0;
+  bool isBetween = true;
 };
 
 /// What the PNG filters predict of a byte from those to the left, above and above left (PNG, 9.4).
@@ -166,8 +220,13 @@ void TzPdfUnpacking::Register() {
 void TzPdfUnpacking::StartDocument(std::uint64_t fileSize) {
   allowedBytes = std::min(kMostBytes, kFreeBytes + kMostTimes * std::min(fileSize, kMostBytes));
   unpackedBytes = 0;
+  allowedMemory = std::min(kMostMemory, kFreeMemory + kMemoryTimes * std::min(fileSize, kMostMemory));
+  memoryAtStart = MeasureMemory();
+  reads = 0;
+  tookTooMuch = false;
 }
 
 void TzPdfUnpacking::Check() {
   if (unpackedBytes > allowedBytes) throw TzPdfFailure("its packed objects are too large");
+  if (tookTooMuch || ++reads % kReadsPerMeasurement == 0) CheckMemory(0);
 }

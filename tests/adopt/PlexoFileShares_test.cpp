@@ -104,6 +104,27 @@ TEST(PlexoFileShares, AreRefusedWhereTheyWouldOutgrowTheirSource) {
               ElementsAre("content/7.htm", "content/shared.bin", "imsmanifest.xml"));
 }
 
+TEST(PlexoFileShares, AreRefusedForMoreItemsThanThereCanBePackages) {
+  std::string items;
+  for (int index = 0; index <= 1'000; ++index) {
+    items += "<item identifier='I" + std::to_string(index) + "' identifierref='R'/>";
+  }
+  const std::string archive =
+      ScoZip("many")
+          .Manifest("<manifest identifier='M' version='1.3'><organizations><organization identifier='O'>" +
+                    items +
+                    "</organization></organizations><resources><resource identifier='R' type='webcontent' "
+                    "href='a.htm'><file href='a.htm'/></resource></resources></manifest>")
+          .File("a.htm", "x")
+          .Build();
+  EXPECT_THAT(Adopt(archive, ForList()).findings,
+              Contains("PLX-808 the package: it has 1001 items that can be launched; a package of each is "
+                       "made of 1000 at most"));
+  PlexoAdoptRequest one;
+  one.item = "I1000";
+  EXPECT_THAT(Adopt(archive, one).FileNames(), ElementsAre("content/a.htm", "imsmanifest.xml"));
+}
+
 TEST(PlexoFileShares, LeaveOneItemWhereOneIsWanted) {
   const std::string archive =
       TwoSCOs("a.htm", "", "b.htm", "<file href='b.htm'/><file href='x.js'/>", {"a.htm", "b.htm", "x.js"});

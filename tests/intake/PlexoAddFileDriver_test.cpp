@@ -175,10 +175,14 @@ TEST_F(PlexoAddFileDriverTest, TheFirstRefusalEndsASelectionAndKeepsWhatWasPlace
   EXPECT_THAT(AddLinear({Package("one"), bad, Package("three")}), ElementsAre("one"));
   EXPECT_EQ(GetLinearCourseModel()->GetSCOs().size(), 1U);
   EXPECT_THAT(Staged(), ElementsAre("Linear/", "Linear/one/", "Linear/one/index.htm"));
-  // Files of its name that are refused too don't touch what is another's.
-  for (const char* name : {"one.txt", "one.pdf"})
-    EXPECT_THAT(AddLinear({chosen.Write(name, "x")}), IsEmpty());
-  EXPECT_THAT(Staged(), ElementsAre("Linear/", "Linear/one/", "Linear/one/index.htm"));
+}
+
+TEST_F(PlexoAddFileDriverTest, ARefusedFileTakesTheFolderOfItsBaseNameWithItWhoeverMadeIt) {
+  for (const char* name : {"one.txt", "one.pdf"}) {
+    EXPECT_THAT(AddLinear({Package("one"), Package("two")}), ElementsAre("one", testing::_)) << name;
+    EXPECT_THAT(AddLinear({chosen.Write(name, "x")}), IsEmpty()) << name;
+    EXPECT_THAT(Staged(), ElementsAre("Linear/", "Linear/two/", "Linear/two/index.htm")) << name;
+  }
 }
 
 TEST_F(PlexoAddFileDriverTest, AFileAddedAgainPlacesWhatTheSelectionHoldsByThen) {

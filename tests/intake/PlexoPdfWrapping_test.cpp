@@ -208,6 +208,25 @@ TEST_F(PlexoPdfWrappingTest, TheFieldsOfTheScriptsJoinThoseOfTheDocument) {
   EXPECT_NE(form.Get("Fields").At(7).Get("Ff").GetInteger() & 4'096, 0);
 }
 
+TEST_F(PlexoPdfWrappingTest, WarnsThatLearnersWontSeeADynamicForm) {
+  const struct {
+    const char* form;
+    const char* warning;
+  } cases[] = {
+      {"/AcroForm << /Fields [ 5000 0 R ] /XFA (x) >>", "may not report page views"},
+      {"/AcroForm << /Fields [ ] /XFA (x) >>", "is a dynamic XFA form"},
+      {"/NeedsRendering true /AcroForm << /Fields [ 5000 0 R ] /XFA (x) >>", "is a dynamic XFA form"},
+      {"/NeedsRendering true /AcroForm << /Fields [ 5000 0 R ] >>", ""},
+  };
+  for (const auto& [form, warning] : cases) {
+    session.problems.clear();
+    EXPECT_EQ(Insert(Save(PdfFile(1).Catalog(form).Object(5'000, "<< /FT /Tx /T (surname) >>"))), 1) << form;
+    EXPECT_EQ(session.problems.size(), warning[0] == '\0' ? 0U : 1U) << form;
+    const std::string told = session.problems.empty() ? "" : session.problems[0].message;
+    EXPECT_THAT(told, HasSubstr(warning)) << form;
+  }
+}
+
 TEST_F(PlexoPdfWrappingTest, ADocumentOfAnAuthorBecomesASco) {
   GetCourseModel()->SetScormVersion("1.2");
   const TzPath chosen = PdfFile(2).Save(folder.Path(), "Guide.PDF");

@@ -133,6 +133,9 @@ TEST_F(PlexoSWFWrappingTest, EveryRefusalHasItsWordsAndLeavesNothingBehind) {
       {folder.Write("zip.swf", "PK\3\4 an archive"), "The given file is not a SWF file!"},
       {TestMovie("says-number"), "The given file is not a Learning Interaction SWF file!"},
       {TestMovie("no-height"), "The given Learning Interaction SWF file has errors!"},
+      {TestMovie("no-width"), "The given Learning Interaction SWF file has errors!"},
+      {TestMovie("below-zero"), "The given Learning Interaction SWF file has errors!"},
+      {TestMovie("too-wide"), "The given Learning Interaction SWF file has errors!"},
   };
   for (const auto& [movie, box] : cases) {
     EXPECT_THAT(Add(movie), IsEmpty()) << movie;

@@ -3,7 +3,7 @@ import flash.Lib;
 import flash.external.ExternalInterface;
 
 /** A movie that says of itself what the defines tell it to say, and reports a score of 80 as soon as it runs:
-    `answer` text, flag, number or nothing; `no_height`; `endless`; `size_as_text`; `deaf` offers no function;
+    `answer` text, flag, number or nothing; `width` for a width; `no_height`; `endless`; `size_as_text`; `deaf` offers no function;
     `reaching` goes to the address that it is asked for as a value. **/
 class Interaction {
   static function main() {
@@ -28,7 +28,8 @@ class Interaction {
     #end
     return switch (name) {
       case "isSendScoreSWF": isSendScore();
-      case "MovieWidth": #if size_as_text "640" #else 640 #end;
+      case "MovieWidth": #if width Std.parseInt(haxe.macro.Compiler.getDefine("width")) #elseif size_as_text "640" #else
+        640 #end;
       #if !no_height
       case "MovieHeight": 480.5;
       #end

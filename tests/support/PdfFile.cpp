@@ -34,6 +34,11 @@ PdfFile& PdfFile::Object(int number, const std::string& content) {
   return *this;
 }
 
+PdfFile& PdfFile::Trailer(const std::string& entries) {
+  trailer += entries + " ";
+  return *this;
+}
+
 PdfFile& PdfFile::DamageTable() {
   hasTable = false;
   return *this;
@@ -63,7 +68,7 @@ std::string PdfFile::Build() const {
   }
   const std::size_t tableStart = hasTable ? text.size() : text.size() / 2;
   const std::string size = std::to_string(next);
-  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< /Root 1 0 R /Size " + size +
+  return text + "xref\n0 " + size + "\n" + table + "trailer\n<< " + trailer + "/Root 1 0 R /Size " + size +
          " >>\nstartxref\n" + std::to_string(tableStart) + "\n%%EOF\n";
 }
 

@@ -19,6 +19,8 @@ class PdfFile {
   PdfFile& Page(int index, const std::string& entries);
   /// The object of this number, in the place of one that is there.
   PdfFile& Object(int number, const std::string& content);
+  /// Entries for the trailer ("/Encrypt 5000 0 R").
+  PdfFile& Trailer(const std::string& entries);
   /// The cross-reference table's place is told wrong.
   PdfFile& DamageTable();
 
@@ -27,6 +29,7 @@ class PdfFile {
 
  private:
   std::string catalog;
+  std::string trailer;
   std::vector<std::string> pages;
   std::map<int, std::string> others;
   bool hasTable = true;

@@ -105,9 +105,9 @@ std::string RawZip::Build() const {
     const std::uint64_t end = archive.size();
     archive += U32(0x06064b50) + U64(44) + U16(45) + U16(45) + U32(disk) + U32(0) + U64(told) + U64(told) +
                U64(size) + U64(start);
-    archive += U32(0x07064b50) + U32(0) + U64(end) + U32(1);
+    archive += U32(0x07064b50) + U32(0) + U64(locatorOffset.value_or(end)) + U32(locatorDisks);
   }
-  archive += U32(0x06054b50) + U16(disk) + U16(0);
+  archive += U32(0x06054b50) + U16(plainDisk.value_or(disk)) + U16(0);
   archive += zip64End ? U16(0xFFFF) + U16(0xFFFF) + U32(kWide) + U32(kWide)
                       : U16(told) + U16(told) + U32(size) + U32(start);
   return prefix + archive + U16(comment.size()) + comment;

@@ -46,6 +46,10 @@ struct RawZip {
   std::string prefix = {};
   std::string comment = {};
   bool zip64End = false;
+  /// Told by the locator of the ZIP64 form, and by the plain form beside it.
+  std::optional<std::uint64_t> locatorOffset = {};
+  std::uint32_t locatorDisks = 1;
+  std::optional<std::uint16_t> plainDisk = {};
   std::uint16_t disk = 0;
   std::optional<std::uint64_t> count = {};
   std::optional<std::uint32_t> directorySize = {};

@@ -2,6 +2,7 @@
 #include "AuthorTest.h"
 
 #include "apps/author/CourseReader.h"
+#include "apps/desktop/DesktopWords.h"
 #include "core/PlexoCourseModel.h"
 #include "core/PlexoModuleCourseModel.h"
 #include "host/files/TzFile.h"
@@ -17,6 +18,7 @@ namespace {
 struct Host {
   Host() {
     RegisterDefaultStrings();
+    RegisterDesktopWords(session.dictionary);
     installed = {.dictionary = &session.dictionary,
                  .userInterface = &author,
                  .windows = &session.windows,
@@ -77,16 +79,18 @@ void AuthorTest::Choose(const std::string& templateName, const TzHeadlessDriver:
   ui.Press(templateName);
 }
 
-void AuthorTest::AddFiles(const std::vector<std::string>& names) {
+std::vector<TzPath> AuthorTest::Files(const std::vector<std::string>& names) const {
   std::vector<TzPath> files;
   for (const std::string& name : names) files.push_back(File(name));
+  return files;
+}
+
+void AuthorTest::AddPaths(const std::vector<TzPath>& files) {
   ui.AnswerNextChooser(files);
   ui.Press("+ File");
 }
 
-void AuthorTest::AddTo(std::size_t module, const char* button, const std::vector<std::string>& names) {
-  std::vector<TzPath> files;
-  for (const std::string& name : names) files.push_back(File(name));
+void AuthorTest::AddPathsTo(std::size_t module, const char* button, const std::vector<TzPath>& files) {
   ui.AnswerNextChooser(files);
   ui.InRow(module).Press(button);
 }

@@ -28,9 +28,13 @@ class AuthorTest : public testing::Test {
   void Choose(
       const std::string& templateName,
       const TzHeadlessDriver::DialogScript& more = [](TzHeadlessDriver& /*dialog*/) {});
-  void AddFiles(const std::vector<std::string>& names);
+  void AddFiles(const std::vector<std::string>& names) { AddPaths(Files(names)); }
+  void AddPaths(const std::vector<TzPath>& files);
   /// Presses the add button of a module; its tooltip begins so.
-  void AddTo(std::size_t module, const char* button, const std::vector<std::string>& names);
+  void AddTo(std::size_t module, const char* button, const std::vector<std::string>& names) {
+    AddPathsTo(module, button, Files(names));
+  }
+  void AddPathsTo(std::size_t module, const char* button, const std::vector<TzPath>& files);
   /// A complete course of two modules of half the weight.
   void MakeModules(const std::string& templateName);
   /// Publishes through the panel and returns the manifest of the package.
@@ -47,6 +51,8 @@ class AuthorTest : public testing::Test {
   TzHeadlessDriver ui;
 
  private:
+  [[nodiscard]] std::vector<TzPath> Files(const std::vector<std::string>& names) const;
+
   TzSession previous;
 };
 

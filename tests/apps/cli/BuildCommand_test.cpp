@@ -157,6 +157,8 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
        std::string(252, 'x') + ".zip: the package's name is longer than 255 bytes\n"},
       {{"bild"},
        "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
+      {{"bild", "--help"},
+       "plexo: unknown command 'bild'; allowed: adopt, build, check, inspect\n  'plexo --help' tells more\n"},
       {{"build", "course.yaml", "-o", "a\\b.zip"}, "a\\b.zip: the package's name can't hold a back-slash\n"},
       {{"build", "course.yaml", "-o", "no/x.zip"}, "no/x.zip: the folder 'no' doesn't exist\n"},
       {{"build", "course.yaml", "-o", "file/x.zip"}, "file/x.zip: the folder 'file' isn't a folder\n"},

@@ -13,6 +13,15 @@ using ::testing::Not;
 
 class BuildMovieTest : public CliTest {
  protected:
+  /// The browser of a test that runs as root works as another user.
+  BuildMovieTest() {
+    using std::filesystem::perms;
+    for (const TzPath& path : {Temporary(), Temporary().GetParentTzPath()}) {
+      std::filesystem::permissions(path.GetNative(),
+                                   perms::owner_all | perms::group_exec | perms::others_exec);
+    }
+  }
+
   void Bring(const char* movie) const {
     std::filesystem::copy(TestMovie(movie).GetNative(), Work().GetNative());
   }

@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "host/files/TzFile.h"
+#include "host/files/TzFileUtil.h"
 #include "support/RecordedProblems.h"
 #include "support/TestSession.h"
 
@@ -33,7 +34,11 @@ bool ComesTrue(const std::function<bool()>& condition) {
 /// A program on PATH, under the name of a browser, that only notes how it was started.
 class TzMovieBrowserTest : public testing::Test {
  protected:
-  TzMovieBrowserTest() { setenv("PATH", folder.Path().GetNative().c_str(), 1); }
+  TzMovieBrowserTest() {
+    // The program may run as another user.
+    chmod(folder.Path().GetNative().c_str(), S_IRWXU | S_IRWXG | S_IRWXO);
+    setenv("PATH", folder.Path().GetNative().c_str(), 1);
+  }
   ~TzMovieBrowserTest() override { setenv("PATH", path.c_str(), 1); }
 
   void Install(const std::string& name, const std::string& script) const {
@@ -41,7 +46,7 @@ class TzMovieBrowserTest : public testing::Test {
         folder.Write(name, "#!/bin/sh\necho \"$@\" >" + Notes("arguments") + "\necho $HOME >" +
                                Notes("home") + "\necho $$ >" + Notes("id.part") + "\n/bin/mv " +
                                Notes("id.part") + " " + Notes("id") + "\n" + script + "\n");
-    chmod(program.GetNative().c_str(), S_IRWXU);
+    chmod(program.GetNative().c_str(), S_IRWXU | S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH);
   }
   [[nodiscard]] std::string Notes(const char* name) const { return (folder.Path() / name).GetNative(); }
   /// The process that the program became, once it runs.
@@ -85,6 +90,36 @@ TEST_F(TzMovieBrowserTest, KeepsTheAddressSecretAndItsThingsInAFolderThatGoes) {
   }
   EXPECT_TRUE(ComesTrue([&] { return IsGone(process); }));
   EXPECT_FALSE(TzFile(home).Exists());
+}
+
+TEST_F(TzMovieBrowserTest, IsNeverRootsAndSaysWhatItDoesWithout) {
+  const bool isRoot = geteuid() == 0;
+  // It ends at once if it is to use its sandbox.
+  Install("chromium",
+          "/usr/bin/id -u >" + Notes("user") + "\ncase \"$*\" in *--no-sandbox*) exec /bin/sleep 60;; esac");
+  {
+    TzMovieBrowser browser;
+    ASSERT_TRUE(browser.Start(kAddress, 4711));
+    EXPECT_TRUE(ComesTrue([&] { return !browser.IsRunning(); }));
+    EXPECT_NE(ReadFile(folder.Path() / "user"), "0\n");
+    EXPECT_EQ(browser.DescribeRisk(), "");
+    // Only a user who owns nothing may do without it.
+    EXPECT_EQ(browser.RunWithoutSandbox(), isRoot);
+    if (!isRoot) return;
+    EXPECT_TRUE(ComesTrue([&] { return browser.IsRunning(); }));
+    EXPECT_THAT(browser.DescribeRisk(), HasSubstr("without its sandbox"));
+    EXPECT_FALSE(browser.RunWithoutSandbox());
+  }
+  TzFileUtil::DeleteAllTempFilesCreated();
+  const TestFolder closed;
+  setenv("TMPDIR", closed.Path().GetNative().c_str(), 1);
+  {
+    TzMovieBrowser browser;
+    ASSERT_TRUE(browser.Start(kAddress, 4711));
+    EXPECT_THAT(browser.DescribeRisk(), AllOf(HasSubstr("as root"), HasSubstr(closed.Path().GetNative())));
+  }
+  unsetenv("TMPDIR");
+  TzFileUtil::DeleteAllTempFilesCreated();
 }
 
 TEST_F(TzMovieBrowserTest, KnowsThatItEnded) {

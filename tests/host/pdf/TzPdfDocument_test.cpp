@@ -69,17 +69,53 @@ PdfFile MakeLengthChain(int length) {
   return file;
 }
 
-/// A document whose table of objects is so many zeros, packed to a thousandth.
-std::string MakePackedTable(std::size_t size) {
-  const std::string zeros(size, '\0');
-  std::string packed(compressBound(size), '\0');
+/// A stream with this content, packed.
+std::string MakePackedStream(const std::string& entries, const std::string& content) {
+  std::string packed(compressBound(content.size()), '\0');
   uLongf length = packed.size();
   EXPECT_EQ(compress(reinterpret_cast<Bytef*>(packed.data()), &length,
-                     reinterpret_cast<const Bytef*>(zeros.data()), size),
+                     reinterpret_cast<const Bytef*>(content.data()), content.size()),
             Z_OK);
-  return "%PDF-1.5\n1 0 obj\n<< /Type /XRef /Size 2 /W [ 1 4 2 ] /Root 1 0 R /Filter /FlateDecode /Length " +
-         std::to_string(length) + " >>\nstream\n" + packed.substr(0, length) +
-         "\nendstream\nendobj\nstartxref\n9\n%%EOF\n";
+  return "<< " + entries + " /Filter /FlateDecode /Length " + std::to_string(length) + " >>\nstream\n" +
+         packed.substr(0, length) + "\nendstream";
+}
+
+/// A document whose table of objects is so many zeros, packed to a thousandth.
+std::string MakePackedTable(std::size_t size) {
+  return "%PDF-1.5\n1 0 obj\n" +
+         MakePackedStream("/Type /XRef /Size 2 /W [ 1 4 2 ] /Root 1 0 R", std::string(size, '\0')) +
+         "\nendobj\nstartxref\n9\n%%EOF\n";
+}
+
+/// A document with an array of so many numbers in a stream of objects.
+std::string MakePackedNumbers(std::size_t count) {
+  std::string numbers = "2 0 [ ";
+  for (std::size_t index = 0; index < count; ++index) numbers += "1 ";
+  std::string text = "%PDF-1.5\n";
+  std::string table(4, '\0');
+  const auto add = [&](int number, const std::string& content) {
+    const std::size_t at = text.size();
+    table += '\1';
+    for (const unsigned shift : {16U, 8U, 0U}) table += static_cast<char>(at >> shift);
+    text += std::to_string(number) + " 0 obj\n" + content + "\nendobj\n";
+  };
+  add(1, "<< /Type /Catalog /Pages 1 0 R /Kids [ ] >>");
+  table += std::string("\2\0\0\3", 4);
+  add(3, MakePackedStream("/Type /ObjStm /N 1 /First 4", numbers + "]"));
+  const std::size_t start = text.size();
+  add(4, "");
+  text.resize(start);
+  return text + "4 0 obj\n" + MakePackedStream("/Type /XRef /Size 5 /W [ 1 3 0 ] /Root 1 0 R", table) +
+         "\nendobj\nstartxref\n" + std::to_string(start) + "\n%%EOF\n";
+}
+
+/// A document that needs a password for what its encryption dictionary, which gets these entries, says.
+std::string MakeEncrypted(const std::string& entries) {
+  const std::string hash = "<" + std::string(64, 'A') + ">";
+  return PdfFile(1)
+      .Trailer("/Encrypt 5000 0 R /ID [ <00> <00> ]")
+      .Object(5'000, "<< /V 4 /R 4 /Length 128 /P -4 /O " + hash + " /U " + hash + " " + entries + " >>")
+      .Build();
 }
 
 std::vector<std::string> KeysOf(const TzPdfObject& node) {
@@ -145,6 +181,11 @@ TEST_F(TzPdfDocumentTest, ReadsAndRewritesDocumentsFromTheWild) {
 TEST_F(TzPdfDocumentTest, RefusesWhatIsNoDocumentAndSaysWhy) {
   const TzPath plain = PdfFile(1).Save(folder.Path());
   const TzPath locked = ConvertPdf(plain, {"--encrypt", "reader", "secret", "256", "--"});
+  const std::string kStandard =
+      "/Filter /Standard /CF << /StdCF << /AuthEvent /EFOpen /CFM /AESV2 /Length 16 >> >>";
+  const auto encrypted = [&](const std::string& name, const std::string& entries) {
+    return folder.Write(name + ".pdf", MakeEncrypted(entries));
+  };
   const struct {
     TzPath file;
     std::string reason;
@@ -154,6 +195,11 @@ TEST_F(TzPdfDocumentTest, RefusesWhatIsNoDocumentAndSaysWhy) {
       {folder.Write("text.pdf", "Not a document.\n"), "unable to find trailer dictionary"},
       {folder.Write("catalog.pdf", "%PDF-1.5\ntrailer << /Root 9 0 R >>\n"), "unable to find"},
       {locked, "it opens with a password only"},
+      {encrypted("attachments", kStandard + " /StmF /Identity /StrF /Identity /EFF /StdCF"),
+       "protects attachments only"},
+      {encrypted("plain", kStandard), "protects attachments only"},
+      {encrypted("all", kStandard + " /StmF /StdCF /StrF /StdCF"), "it opens with a password only"},
+      {encrypted("handler", "/Filter /Adobe.PubSec"), "encryption filter 'Adobe.PubSec' isn't supported"},
       {folder.Write("bomb.pdf", MakePackedTable(20'000'000)), "its packed objects are too large"},
   };
   for (const auto& [file, reason] : cases) {
@@ -162,6 +208,16 @@ TEST_F(TzPdfDocumentTest, RefusesWhatIsNoDocumentAndSaysWhy) {
         << file;
     EXPECT_THAT(session.problems.back().message, HasSubstr(reason)) << file;
   }
+  // Few bytes and many objects.
+  const TzPath numbers = folder.Write("numbers.pdf", MakePackedNumbers(1'200'000));
+  EXPECT_LT(ReadFile(numbers).size(), 20'000U);
+  try {
+    TzPdfDocument(numbers).Save(folder.Path() / "saved.pdf");
+    FAIL() << "it was saved";
+  } catch (const TzPdfFailure& failure) {
+    EXPECT_THAT(failure.what(), HasSubstr("its objects take too much memory"));
+  }
+  TzPdfDocument(folder.Write("numbers.pdf", MakePackedNumbers(100'000))).Save(folder.Path() / "saved.pdf");
   TzPdfDocument longChain(MakeLengthChain(20'000).Save(folder.Path()));
   EXPECT_THROW(longChain.Save(folder.Path() / "saved.pdf"), TzPdfFailure);
   TzPdfKit::Stop();

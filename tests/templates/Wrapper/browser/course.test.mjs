@@ -36,8 +36,8 @@ before(async () => {
   if (skip) return;
   folder = mkdtempSync(path.join(tmpdir(), 'course-'));
   run(packer, folder);
-  copyFileSync(movie, path.join(folder, 'Doors & exits.swf'));
-  writeFileSync(path.join(folder, 'Plan é.pdf'), pdfFile(3));
+  copyFileSync(movie, path.join(folder, 'Doors & exits #2.swf'));
+  writeFileSync(path.join(folder, 'Plan é 100% [a]{b}?.pdf'), pdfFile(3));
   pack = await new Package({ '/unpacked/': pathToFileURL(`${folder}/unpacked/`) }).start();
   browser = await new Chromium().start();
 });
@@ -141,7 +141,7 @@ const kindOf = (address) => (/Plan/.test(address) ? 'pdf' : /Doors/.test(address
 test('a package, a document and a movie report from a flat course, in both editions', { skip }, async () => {
   for (const edition of ['1.2', '2004']) {
     const { pages, found } = publish(`flat-${edition}`, `template: multiple-scos\nscorm: "${edition}"\n` +
-      `force-sequence: true\nfiles: [${edition}/intro.zip, Plan é.pdf, Doors & exits.swf]\n`);
+      `force-sequence: true\nfiles: [${edition}/intro.zip, "Plan é 100% [a]{b}?.pdf", "Doors & exits #2.swf"]\n`);
     // A document and a movie bring no title.
     assert.deepEqual(found, ['PLX-216', 'PLX-216']);
     assert.deepEqual(pages.map(kindOf), ['htm', 'pdf', 'swf']);
@@ -151,7 +151,8 @@ test('a package, a document and a movie report from a flat course, in both editi
 
 test('movies as tests around a document report from a module', { skip }, async () => {
   const { pages, found } = publish('modules', 'template: test-rollup\nforce-sequence: true\nmodules:\n' +
-    '  - {title: Doors, pretest: Doors & exits.swf, content: [Plan é.pdf], post-test: Doors & exits.swf}\n');
+    '  - {title: Doors, pretest: "Doors & exits #2.swf", content: ["Plan é 100% [a]{b}?.pdf"], ' +
+    'post-test: "Doors & exits #2.swf"}\n');
   assert.deepEqual(found, []);
   assert.deepEqual(pages.map(kindOf), ['swf', 'pdf', 'swf']);
   for (const [at, address] of pages.entries()) await study(kindOf(address), address, '2004', `module-${at}`);

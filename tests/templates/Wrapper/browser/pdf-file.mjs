@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // A document whose pages bear their numbers. `sizes` are used in turn; `scripts` gives it a script that reports
-// itself when it is opened, `link` one on page 1 to the last page.
-export function pdfFile(pages, { sizes = [[595, 842]], scripts = false, link = false } = {}) {
+// itself when it is opened, `link` one on page 1 to the last page, `form` gives the catalog entries.
+export function pdfFile(pages, { sizes = [[595, 842]], scripts = false, link = false, form = '' } = {}) {
   const objects = [];
   const add = (text) => objects.push(text);
   const kids = Array.from({ length: pages }, (_, index) => `${4 + 2 * index} 0 R`);
   const action = scripts ? '/OpenAction << /S /JavaScript /JS (app.alert\\("ran"\\); document.title = "ran";) >>' : '';
-  add(`<< /Type /Catalog /Pages 2 0 R ${action} >>`);
+  add(`<< /Type /Catalog /Pages 2 0 R ${action} ${form} >>`);
   add(`<< /Type /Pages /Count ${pages} /Kids [${kids.join(' ')}] >>`);
   add('<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>');
   for (let number = 1; number <= pages; number += 1) {

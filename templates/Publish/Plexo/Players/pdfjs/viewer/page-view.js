@@ -28,7 +28,8 @@ export class PlexoPageView {
     style.setProperty('--total-scale-factor', this.scale * pixelsPerPoint);
   }
 
-  get isDrawn() { return this.drawnScale !== 0; }
+  // What can be seen of the page is on the screen: its picture, or the message that there is none.
+  get isShown() { return this.drawnScale !== 0 || Boolean(this.failed); }
   get needsDrawing() { return !this.isGone && !this.failed && this.drawnScale !== this.scale; }
 
   // Draws the page as large as it is placed; the earlier picture stays until the new one is there.

@@ -16,6 +16,18 @@ const line = 60;
 
 GlobalWorkerOptions.workerSrc = `${player}pdf.worker.min.js`;
 
+// The hidden fields that tracking adds to every document.
+const ownFields = new Set(['aicc_url', 'aicc_sid', 'session_id', 'command', 'version', 'aicc_data', 'connectresponse',
+  'isfdf']);
+
+// A form of which the pages hold a request to wait only: its content is XML that a viewer of forms lays out.
+async function isDynamicForm(file) {
+  const { info } = await file.getMetadata();
+  if (!info?.IsXFAPresent) return false;
+  const fields = await file.getFieldObjects();
+  return Object.keys(fields ?? {}).every((name) => ownFields.has(name));
+}
+
 const sizeOf = (page) => {
   const { width, height } = page.getViewport({ scale: pixelsPerPoint });
   return { width, height };
@@ -41,6 +53,8 @@ window.PlexoPdfViewer = class PlexoPdfViewer {
       verbosity: 0 });
     loading.onPassword = () => loading.destroy();
     this.document = await loading.promise;
+    // The browser's viewer may show such a form; whether it did, only the learner can say.
+    if (await isDynamicForm(this.document)) throw new Error('a dynamic form');
     const first = await this.document.getPage(1);
     await styled;
     this.build(sizeOf(first));
@@ -175,7 +189,7 @@ window.PlexoPdfViewer = class PlexoPdfViewer {
     this.toolbar.showPage(this.current, this.layout.scale(this.current));
     this.reading.isAt(this.current);
     const seen = document.hidden ? [] : this.layout.mostlyVisible(scrollTop, clientHeight);
-    this.reading.show(seen.filter((index) => this.views.get(index).isDrawn));
+    this.reading.show(seen.filter((index) => this.views.get(index).isShown));
     this.drawNext();
   }
 

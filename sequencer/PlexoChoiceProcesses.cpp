@@ -129,6 +129,6 @@ PlexoIndex PlexoChoiceProcesses::Choose(PlexoSequencingRun& run, PlexoIndex targ
       chosen = flow.isDeliverable ? flow.activity : ReachWithoutDelivery(run, common, target);
     }
   }
-  if (chosen == kPlexoNone) run.End(step, run.exception, run.reason.rule);
+  if (chosen == kPlexoNone) run.End(step, run.exception);
   return chosen;
 }

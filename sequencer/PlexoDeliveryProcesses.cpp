@@ -57,7 +57,7 @@ bool PlexoDeliveryProcesses::CanDeliver(PlexoSequencingRun& run, PlexoIndex acti
       return PlexoUtilityProcesses::IsAllowed(run, at, Code::DB_1_1_3);
     });
   }
-  if (!can) run.End(step, run.exception, run.reason.rule);
+  if (!can) run.End(step, run.exception);
   return can;
 }
 

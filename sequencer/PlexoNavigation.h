@@ -65,7 +65,8 @@ struct PlexoNavigationOutcome {
   friend bool operator==(const PlexoNavigationOutcome&, const PlexoNavigationOutcome&) = default;
 };
 
-/// What content reports of one of its objectives. What isn't set stays as it is; "unknown" can be set.
+/// What content reports of one of its objectives. What isn't set stays as it is, "unknown" can be set, and a
+/// measure that isn't from -1 to 1 or a progress that isn't from 0 to 1 is taken as not set.
 struct PlexoObjectiveData {
   std::string identifier;
   std::optional<PlexoTruth> satisfied;

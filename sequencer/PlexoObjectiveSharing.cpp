@@ -64,6 +64,7 @@ void PlexoObjectiveSharing::ForgetAttempt(PlexoSequencingRun& run, PlexoIndex ac
   std::fill_n(first, node.rules.objectives.size(), PlexoObjectiveState());
 }
 
+// The measures are computed anew by every rollup; statuses stay where no rule applies.
 void PlexoObjectiveSharing::ForgetStale(PlexoSequencingRun& run, PlexoIndex activity) {
   PlexoActivityState& at = run.At(activity);
   PlexoObjectiveState& primary = run.state.objectives[run.definition.Get(activity).firstObjective];
@@ -74,13 +75,11 @@ void PlexoObjectiveSharing::ForgetStale(PlexoSequencingRun& run, PlexoIndex acti
     forget(PlexoSharedValue::SatisfiedStatus);
     forget(PlexoSharedValue::NormalizedMeasure);
     primary.satisfied = PlexoTruth::Unknown();
-    primary.measure = PlexoMeasure::Unknown();
   }
   if (at.isProgressStale) {
     forget(PlexoSharedValue::CompletionStatus);
     forget(PlexoSharedValue::ProgressMeasure);
     primary.completed = PlexoTruth::Unknown();
-    primary.progress = PlexoMeasure::Unknown();
   }
   at.areObjectivesStale = at.isProgressStale = false;
 }

@@ -109,9 +109,10 @@ void RollUpActivity(PlexoSequencingRun& run, PlexoIndex activity) {
   }
   RollUpObjective(run, activity, children.has_value() ? &*children : nullptr, primary);
   RollUpCompletion(run, activity, children.has_value() ? &*children : nullptr, primary);
-  PlexoObjectiveSharing::Write(run, activity);
   if (primary != before) ++run.changes;
   last = run.changes << 1 | (isActive ? 1U : 0U);
+  // What it writes may be read by its own children: it counts as a change behind this rollup.
+  PlexoObjectiveSharing::Write(run, activity);
 }
 
 /// The ancestors of all activities that read one of the changed global objectives, the deepest part of the

@@ -25,17 +25,24 @@ void Set(Value& value, const std::optional<Value>& reported) {
   if (reported.has_value()) value = *reported;
 }
 
+/// A number that is out of its range is no value at all.
+void SetWithin(PlexoMeasure& value, const std::optional<PlexoMeasure>& reported, double least) {
+  if (!reported.has_value()) return;
+  const double number = reported->GetValue();
+  if (!reported->IsKnown() || (number >= least && number <= 1)) value = *reported;
+}
+
 /// What content reports of one objective. A measure decides satisfaction where the objective says so.
 void RecordObjective(PlexoSequencingRun& run, PlexoIndex activity, PlexoIndex objective,
                      const PlexoObjectiveData& data) {
   const PlexoActivityNode& node = run.definition.Get(activity);
   const PlexoObjectiveDefinition& rules = node.rules.objectives[objective];
   PlexoObjectiveState& state = run.state.objectives[node.firstObjective + objective];
-  Set(state.measure, data.measure);
+  SetWithin(state.measure, data.measure, -1);
   Set(state.rawScore, data.rawScore);
   Set(state.minScore, data.minScore);
   Set(state.maxScore, data.maxScore);
-  Set(state.progress, data.progress);
+  SetWithin(state.progress, data.progress, 0);
   Set(state.satisfied, data.satisfied);
   Set(state.completed, data.completed);
   if (rules.isSatisfiedByMeasure) {

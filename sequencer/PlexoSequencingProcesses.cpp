@@ -142,6 +142,6 @@ PlexoSequencingResult PlexoSequencingProcesses::Process(PlexoSequencingRun& run,
                                                         PlexoSequencingRequest request, PlexoIndex target) {
   const std::size_t step = run.Begin(GetProcess(request), run.state.current);
   const PlexoSequencingResult result = Dispatch(run, request, target);
-  if (result.delivery == kPlexoNone && !result.endsSession) run.End(step, run.exception, run.reason.rule);
+  if (result.delivery == kPlexoNone && !result.endsSession) run.End(step, run.exception);
   return result;
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// The sequencer for a page: what sequencer.wasm exports, for sequencer.mjs to wrap. Courses and states are pointers,
-// which the page closes. Structured answers are left in the course as 32-bit numbers (PLEXO_NONE is -1), texts as
-// UTF-8; both are valid until the next call with that course, and plexo_answer_size tells their size in bytes.
+// The sequencer for a page: what sequencer.wasm exports, for sequencer.mjs to wrap. Courses and states are
+// pointers, which the page closes. Structured answers are left in the course as 32-bit numbers ("none" is all
+// ones), texts as UTF-8; both are valid until the next call with that course, and plexo_answer_size tells
+// their size in bytes.
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -108,22 +109,24 @@ PLEXO_EXPORT(plexo_restore)
   return state.has_value() ? new PlexoSequencingState(std::move(*state)) : nullptr;
 }
 
-/// Delivered activity, whether the session has ended, exception, reason (kind, activity, rule), the sequencing
-/// request processed, the activity that redirected it.
+/// Delivered activity, whether the session has ended, exception, reason (kind, activity, rule), the
+/// sequencing request processed, the activity that redirected it.
 PLEXO_EXPORT(plexo_request)
-(PlexoOpenCourse& course, PlexoSequencingState& state, std::uint32_t kind, std::uint32_t target)->const void* {
+(PlexoOpenCourse& course, PlexoSequencingState& state, std::uint32_t kind, std::uint32_t target)
+    ->const void* {
   PlexoNavigationOutcome outcome;
   if (kind <= static_cast<std::uint32_t>(PlexoNavigation::SuspendAll))
     outcome = course.sequencer.Request(state, {static_cast<PlexoNavigation>(kind), target});
-  course.numbers = {outcome.delivered, outcome.hasEnded ? 1U : 0U, static_cast<std::uint32_t>(outcome.exception)};
+  course.numbers = {outcome.delivered, outcome.hasEnded ? 1U : 0U,
+                    static_cast<std::uint32_t>(outcome.exception)};
   course.Add(outcome.reason);
   course.numbers.push_back(static_cast<std::uint32_t>(outcome.sequencing));
   course.numbers.push_back(outcome.redirectedBy);
   return course.AnswerNumbers();
 }
 
-/// The current activity, the redirect, then prospects (delivered activity, exception, reason): of Continue, of
-/// Previous, of a choice of each activity.
+/// The current activity, the redirect, then prospects (delivered activity, exception, reason): of Continue,
+/// of Previous, of a choice of each activity.
 PLEXO_EXPORT(plexo_look)(PlexoOpenCourse& course, const PlexoSequencingState& state)->const void* {
   const PlexoOutlook outlook = course.sequencer.Look(state);
   course.numbers = {outlook.current, static_cast<std::uint32_t>(outlook.redirect)};
@@ -133,8 +136,8 @@ PLEXO_EXPORT(plexo_look)(PlexoOpenCourse& course, const PlexoSequencingState& st
   return course.AnswerNumbers();
 }
 
-/// A reason in words. They tell the values of the state given; the reasons of plexo_look hold after the end of the
-/// current attempt, to which the values may differ.
+/// A reason in words. They tell the values of the state given; the reasons of plexo_look hold after the end
+/// of the current attempt, to which the values may differ.
 PLEXO_EXPORT(plexo_reason)
 (PlexoOpenCourse& course, const PlexoSequencingState& state, std::uint32_t kind, std::uint32_t activity,
  std::uint32_t rule)
@@ -146,13 +149,14 @@ PLEXO_EXPORT(plexo_exception)(PlexoOpenCourse& course, std::uint32_t exception)-
   return course.AnswerText(PlexoExceptionText::GetCode(static_cast<PlexoSequencingException>(exception)));
 }
 
-/// What plexo_record will report: begun with plexo_report, then set value by value; plexo_report_objective turns to
-/// an objective of the content.
+/// What plexo_record will report: begun with plexo_report, then set value by value; plexo_report_objective
+/// turns to an objective of the content.
 PLEXO_EXPORT(plexo_report)(PlexoOpenCourse& course)->void { course.data = {}; }
 PLEXO_EXPORT(plexo_report_objective)(PlexoOpenCourse& course, const char* name, std::uint32_t size)->void {
   course.data.objectives.emplace_back().identifier.assign(name, size);
 }
-PLEXO_EXPORT(plexo_report_truth)(PlexoOpenCourse& course, std::uint32_t isCompletion, std::uint32_t digit)->void {
+PLEXO_EXPORT(plexo_report_truth)
+(PlexoOpenCourse& course, std::uint32_t isCompletion, std::uint32_t digit)->void {
   const PlexoTruth truth = digit == 0 ? PlexoTruth::Unknown() : PlexoTruth::Of(digit == 2);
   (isCompletion != 0 ? GetReported(course).completed : GetReported(course).satisfied) = truth;
 }
@@ -174,21 +178,22 @@ PLEXO_EXPORT(plexo_roll_up)(const PlexoOpenCourse& course, PlexoSequencingState&
   course.sequencer.RollUp(state);
 }
 
-/// Satisfied and completed (0 unknown, 1 false, 2 true), attempt count, whether it is active, whether it is suspended.
+/// Satisfied and completed (0 unknown, 1 false, 2 true), attempt count, whether it is active, whether it is
+/// suspended.
 PLEXO_EXPORT(plexo_status)
 (PlexoOpenCourse& course, const PlexoSequencingState& state, std::uint32_t activity, std::uint32_t objective)
     ->const void* {
   const PlexoTrackingView tracking(course.sequencer.GetDefinition(), state);
   const PlexoActivityState& at = state.activities[activity];
   course.numbers = {GetDigit(tracking.GetSatisfied(activity, objective)),
-                    GetDigit(tracking.GetCompleted(activity, objective)), at.attemptCount, at.isActive ? 1U : 0U,
-                    at.isSuspended ? 1U : 0U};
+                    GetDigit(tracking.GetCompleted(activity, objective)), at.attemptCount,
+                    at.isActive ? 1U : 0U, at.isSuspended ? 1U : 0U};
   return course.AnswerNumbers();
 }
 /// As plexo_report_measure counts them; not a number if unknown.
 PLEXO_EXPORT(plexo_measure)
-(const PlexoOpenCourse& course, const PlexoSequencingState& state, std::uint32_t activity, std::uint32_t objective,
- std::uint32_t which)
+(const PlexoOpenCourse& course, const PlexoSequencingState& state, std::uint32_t activity,
+ std::uint32_t objective, std::uint32_t which)
     ->double {
   const PlexoTrackingView tracking(course.sequencer.GetDefinition(), state);
   using Get = PlexoMeasure (PlexoTrackingView::*)(PlexoIndex, PlexoIndex) const;
@@ -201,7 +206,8 @@ PLEXO_EXPORT(plexo_measure)
 /// The available children of a cluster in their order.
 PLEXO_EXPORT(plexo_children)
 (PlexoOpenCourse& course, const PlexoSequencingState& state, std::uint32_t cluster)->const void* {
-  const auto children = PlexoTrackingView(course.sequencer.GetDefinition(), state).GetAvailableChildren(cluster);
+  const auto children =
+      PlexoTrackingView(course.sequencer.GetDefinition(), state).GetAvailableChildren(cluster);
   course.numbers.assign(children.begin(), children.end());
   return course.AnswerNumbers();
 }

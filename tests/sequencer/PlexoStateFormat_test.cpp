@@ -24,6 +24,7 @@ TEST(PlexoStateFormat, TakesNineBytesAtMostForAScoWithAScore) {
   const auto& course = sequencer.GetDefinition();
   EXPECT_LT(PlexoStateFormat::Write(course, state).size(), 20U);
   sequencer.Request(state, {PlexoNavigation::Start});
+  EXPECT_LT(PlexoStateFormat::Write(course, state).size(), 30U);
   for (int number = 0; number < 199; ++number) {
     PlexoRunTimeData data;
     data.whole.measure = PlexoMeasure(number / 200.0);

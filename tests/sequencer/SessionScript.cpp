@@ -136,6 +136,10 @@ bool SessionScript::Report(const std::string& word, std::istringstream& words) {
     data.whole.progress = ReadMeasure(value);
   } else if (word == "raw") {
     data.whole.rawScore = ReadMeasure(value);
+  } else if (word == "min") {
+    data.whole.minScore = ReadMeasure(value);
+  } else if (word == "max") {
+    data.whole.maxScore = ReadMeasure(value);
   } else if (word == "suspend") {
     data.isSuspended = value != "no";
   } else if (word == "objective") {
@@ -189,6 +193,8 @@ void SessionScript::Expect(std::istringstream& words) {
         {"completed", Show(tracking.GetCompleted(at, objective))},
         {"progress", Show(tracking.GetProgress(at, objective))},
         {"raw", Show(tracking.GetRawScore(at, objective))},
+        {"min", Show(tracking.GetMinScore(at, objective))},
+        {"max", Show(tracking.GetMaxScore(at, objective))},
         {"attempts", std::to_string(state.activities[at].attemptCount)},
         {"active", Show(state.activities[at].isActive)},
         {"suspended", Show(state.activities[at].isSuspended)}};

@@ -81,7 +81,9 @@ const std::string kCompletionSatisfies =
 const std::string kIncompletenessFails =
     R"(<imsss:rollupRules><imsss:rollupRule childActivitySet="any"><imsss:rollupConditions>
     <imsss:rollupCondition operator="not" condition="completed"/></imsss:rollupConditions>
-    <imsss:rollupAction action="notSatisfied"/></imsss:rollupRule></imsss:rollupRules>)";
+    <imsss:rollupAction action="notSatisfied"/></imsss:rollupRule><imsss:rollupRule><imsss:rollupConditions>
+    <imsss:rollupCondition condition="completed"/></imsss:rollupConditions>
+    <imsss:rollupAction action="satisfied"/></imsss:rollupRule></imsss:rollupRules>)";
 
 /// A rule that closes the item itself when it was done.
 std::string ClosedBy(const std::string& condition) {
@@ -139,39 +141,25 @@ std::vector<FaultyPackage> FaultySequencing() {
       {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
       {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
       {ContentNeverReached, "'other'",
-       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
+       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build(),
+       {GlobalNeverWritten}},
       {ContentNeverReached, "'other'",
        New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
-      {ContentNeverReached, "'other'",
-       New()
-           .Sequence("second",
-                     R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions
-                     conditionCombination="any"><imsss:ruleCondition referencedObjective="other" operator="not"
-                     condition="objectiveMeasureKnown"/><imsss:ruleCondition referencedObjective="other"
-                     operator="not" condition="objectiveStatusKnown"/></imsss:ruleConditions><imsss:ruleAction
-                     action="disabled"/></imsss:preConditionRule></imsss:sequencingRules>)" +
-                         Objectives(Primary("") + Reads("g")))
-           .Build()},
       {ContentNeverReached, "'other'",
        New()
            .Sequence("first", Objectives(Primary(Writes("g"))))
            .Sequence("second", kGate + Objectives(Primary("") + kUnread))
            .Build()},
-      {ContentNeverReached, "'ORG'", New().Replace(kFlowOn, "").Build()},
-      {ContentNeverReached, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
+      {StartLaunchesNothing, "'Course'", New().Replace(kFlowOn, "").Build()},
+      {ContentNeverReached, "'First' and 'Second'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
       {WeightsDontSum, "0.75",
        New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
       {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
       {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
       {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
-      {ContentNeverReached, "'FIRST'",
-       New().Sequence("first", ClosedBy(R"(<imsss:ruleCondition condition="attempted"/>)")).Build()},
-      {ContentNeverReached, "'FIRST'",
+      {ContentNeverReached, "'First' is disabled",
        New()
-           .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>
-           <imsss:ruleCondition referencedObjective="other" condition="objectiveStatusKnown"/>)") +
-                                  Objectives(Primary("") + Reads("g")))
-           .Sequence("second", Objectives(Primary(Writes("g"))))
+           .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>)"))
            .Build()},
       {SequencingOrder, "'rollupRules'", New().Sequence("second", kByContent + Weight("1")).Build()},
   };
@@ -180,23 +168,23 @@ std::vector<FaultyPackage> FaultySequencing() {
 std::vector<FaultyPackage> SilentContents() {
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   return {
-      {ContentNeverReached, "'SECOND'", Waiting("cmi.completion_status").Build()},
-      {ContentNeverReached, "'SECOND'",
+      {ContentNeverReached, "'First' reports completion and no success", Waiting("cmi.completion_status").Build()},
+      {ContentNeverReached, "'First' reports completion and no success",
        Waiting("cmi.completion_status cmi.score.scaled")
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {ContentNeverReached, "'SECOND'", Waiting("").Build()},
-      {ContentNeverReached, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
-      {ContentNeverReached, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
-      {ContentNeverReached, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {ContentNeverReached, "'FIRST'", Waiting("cmi.success_status", kGateAndPass).Build()},
-      {ContentNeverReached, "'SECOND'",
+      {ContentNeverReached, "'First' reports neither", Waiting("").Build()},
+      {ContentNeverReached, "'Child' reports completion and no success", WaitingForCluster("", "cmi.completion_status")},
+      {ContentNeverReached, "'Child' reports neither", WaitingForCluster(kCompletionSatisfies, "")},
+      {ContentNeverReached, "'Child' reports success and no completion", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
+      {CourseNeverCompleted, "'First' reports success and no completion", Waiting("cmi.success_status", kGateAndPass).Build()},
+      {CourseNeverPassed, "'Second' reports completion",
        New()
            .Sequence("second", kByContent)
            .File("b/index.htm", CheckedPackage::Page2004("cmi.completion_status"))
            .Build()},
-      {ContentNeverReached, "'SECOND'",
+      {CourseNeverCompleted, "'Second' reports neither",
        New().Sequence("second", kByContent).File("b/index.htm", CheckedPackage::Page2004("")).Build()},
       {FailingOpens, "'SECOND'", Waiting("cmi.completion_status cmi.success_status 'failed'").Build()},
       {FailingOpens, "likewise 1 more",
@@ -213,7 +201,7 @@ std::vector<FaultyPackage> SilentContents() {
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {ContentNeverReached, "'SECOND'", Launched(kOldVisit, "").Build()},
+      {ContentNeverReached, "'Second' reports completion and no success", Launched(kOldVisit, "").Build()},
       {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
       {OtherEditionApi, "LMSInitialize",
@@ -259,11 +247,8 @@ std::vector<std::string> GoodPackages() {
           .Replace("identifier=\"RES-B\"", "identifier=\"RES-B\t\"")
           .Replace("default=\"ORG\"", "default=\"ORG \"")
           .Build(),
-      // Reopened content of others takes nothing back, and it may skip what was done.
+      // Reopened content of others takes nothing back.
       WaitingForCluster(kIncompletenessFails, "cmi.completion_status cmi.success_status", kGateAndPass),
-      New()
-          .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>)"))
-          .Build(),
       // Content that can't fail opens what waits for it by passing only.
       Waiting("cmi.completion_status cmi.success_status").Build(),
       // Only what counts lowers a score.

@@ -214,11 +214,11 @@ constexpr std::array kKinds = {
                      "course isn't complete",
                      "Leave a way on: let the rules that close the other items wait for less, or raise the "
                      "attempt limit"},
-    PlexoFindingKind{LearnerLostInSession, "PLX-524", kWarning,
-                     "Nothing can be launched until the course is started anew",
-                     "{0}: after {1} nothing can be launched any more until the course is left and started "
-                     "anew",
-                     "Allow choice in the controlMode, or repeat the content with a postConditionRule (retry)"},
+    PlexoFindingKind{
+        LearnerLostInSession, "PLX-524", kWarning, "Nothing can be launched until the course is started anew",
+        "{0}: after {1} nothing can be launched any more until the course is left and started "
+        "anew",
+        "Allow choice in the controlMode, or repeat the content with a postConditionRule (retry)"},
     PlexoFindingKind{PretestInVain, "PLX-525", kWarning, "A passed pretest doesn't spare its content",
                      "{0}: who passes it still has to take {1}",
                      "Let the rule that skips the content read the objective that the pretest writes"},
@@ -226,28 +226,31 @@ constexpr std::array kKinds = {
                      "{0}: the course is complete before it was seen",
                      "Do nothing if it may be left out. Else let it count in the rollup "
                      "(rollupProgressCompletion), or wait for all children instead of any"},
-    PlexoFindingKind{ContinueStops, "PLX-527", kWarning, "Continue ends before the course does",
-                     "{0}: ends with the LMS's Continue disabled, though {1} wasn't seen and the course isn't "
-                     "complete{2}",
-                     "Open what comes next by then, or let a rule skip it instead of disabling it"},
+    PlexoFindingKind{
+        ContinueStops, "PLX-527", kWarning, "Continue ends before the course does",
+        "{0}: ends with the LMS's Continue disabled, though {1} wasn't seen and the course isn't "
+        "complete{2}",
+        "Open what comes next by then, or let a rule skip it instead of disabling it"},
     PlexoFindingKind{StartLaunchesNothing, "PLX-528", kWarning, "Starting the course launches nothing",
                      "{0}: starting the course launches nothing; learners must choose from the contents list",
                      "Write flow=\"true\" into the controlMode of the organization"},
-    PlexoFindingKind{RestartLaunchesNothing, "PLX-529", kHint, "The course can't be started anew",
-                     "{0}: who finishes it and leaves the course there can't {1}, only choose from the "
-                     "contents list",
-                     "Tell learners to press Continue before they leave, and to suspend the course; or let the "
-                     "rule that closes what was done skip instead of disable"},
-    PlexoFindingKind{FailureSticks, "PLX-530", kWarning, "Who fails at first can't pass any more",
-                     "{0}: who fails it at first, and passes it and all others later, doesn't pass the course",
-                     "Let the test be repeated: raise its attempt limit, or don't close it after a failure"},
+    PlexoFindingKind{
+        RestartLaunchesNothing, "PLX-529", kHint, "The course can't be started anew",
+        "{0}: who finishes it and leaves the course there can't {1}, only choose from the "
+        "contents list",
+        "Tell learners to press Continue before they leave, and to suspend the course; or let the "
+        "rule that closes what was done skip instead of disable"},
+    PlexoFindingKind{
+        FailureSticks, "PLX-530", kWarning, "Who fails at first can't pass any more",
+        "{0}: who fails it at first, and passes it and all others later, doesn't pass the course",
+        "Let the test be repeated: raise its attempt limit, or don't close it after a failure"},
     PlexoFindingKind{SuspensionLoses, "PLX-531", kWarning, "Suspending the course loses what was done",
                      "{0}: who suspends the course in every item can't resume or complete it after this one",
                      "See which rule or rollup consideration (ifNotSuspended) leaves suspended items out"},
     PlexoFindingKind{LearnerLostLater, "PLX-532", kHint,
                      "Leaving the course without suspending may close everything",
-                     "{0}: after {1} nothing can be launched any more, for a learner who left the course "
-                     "before without suspending it",
+                     "{0}: after {1} nothing can be launched any more, where learners leave the course "
+                     "without suspending it",
                      "Tell learners to suspend the course when they leave"},
 
     PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
@@ -495,8 +498,10 @@ std::string PlexoFindingTable::WriteMarkdown() {
       "never given to another finding. An error keeps a course, or a part of it, from working in most "
       "LMSs, a warning in some; a hint is worth knowing.\n"
       "\n"
-      "PLX-520 to PLX-532 come of playing the course as learners do; [plays.md](plays.md) tells how. PLX-503, "
-      "504, 505, 509, 510, 511, 513, 514, 515 and 518 guessed at the same from patterns; they are retired, and "
+      "PLX-520 to PLX-532 come of playing the course as learners do; [plays.md](plays.md) tells how. "
+      "PLX-503, "
+      "504, 505, 509, 510, 511, 513, 514, 515 and 518 guessed at the same from patterns; they are retired, "
+      "and "
       "no other finding gets their ids.\n"
       "\n"
       "| Id | Severity | What | Text | Way out |\n"

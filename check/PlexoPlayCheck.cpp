@@ -14,19 +14,32 @@ using enum PlexoFindingId;
 
 PlexoFindingId GetId(PlexoPlayedKind kind) {
   switch (kind) {
-    case PlexoPlayedKind::NeverReached: return ContentNeverReached;
-    case PlexoPlayedKind::NeverCompleted: return CourseNeverCompleted;
-    case PlexoPlayedKind::NeverPassed: return CourseNeverPassed;
-    case PlexoPlayedKind::Lost: return LearnerLost;
-    case PlexoPlayedKind::LostInSession: return LearnerLostInSession;
-    case PlexoPlayedKind::LostLater: return LearnerLostLater;
-    case PlexoPlayedKind::PretestInVain: return PretestInVain;
-    case PlexoPlayedKind::CompletedUnseen: return CompletedUnseen;
-    case PlexoPlayedKind::ContinueStops: return ContinueStops;
-    case PlexoPlayedKind::StartLaunchesNothing: return StartLaunchesNothing;
-    case PlexoPlayedKind::RestartLaunchesNothing: return RestartLaunchesNothing;
-    case PlexoPlayedKind::FailureSticks: return FailureSticks;
-    default: return SuspensionLoses;
+    case PlexoPlayedKind::NeverReached:
+      return ContentNeverReached;
+    case PlexoPlayedKind::NeverCompleted:
+      return CourseNeverCompleted;
+    case PlexoPlayedKind::NeverPassed:
+      return CourseNeverPassed;
+    case PlexoPlayedKind::Lost:
+      return LearnerLost;
+    case PlexoPlayedKind::LostInSession:
+      return LearnerLostInSession;
+    case PlexoPlayedKind::LostLater:
+      return LearnerLostLater;
+    case PlexoPlayedKind::PretestInVain:
+      return PretestInVain;
+    case PlexoPlayedKind::CompletedUnseen:
+      return CompletedUnseen;
+    case PlexoPlayedKind::ContinueStops:
+      return ContinueStops;
+    case PlexoPlayedKind::StartLaunchesNothing:
+      return StartLaunchesNothing;
+    case PlexoPlayedKind::RestartLaunchesNothing:
+      return RestartLaunchesNothing;
+    case PlexoPlayedKind::FailureSticks:
+      return FailureSticks;
+    default:
+      return SuspensionLoses;
   }
 }
 
@@ -66,8 +79,7 @@ class PlayCheck {
     }
     if (!scripts.Knows(*source.resource)) return {};
     const PlexoScriptWords words = scripts.GetWordsOf(*source.resource);
-    const bool isByMeasure =
-        reading.definition->GetRules(activity).objectives.front().isSatisfiedByMeasure;
+    const bool isByMeasure = reading.definition->GetRules(activity).objectives.front().isSatisfiedByMeasure;
     PlexoContentAbility ability;
     ability.completes = words.ReportsCompletion();
     ability.scores = words.ReportsScore() || words.Has(PlexoScriptWords::Assembled);
@@ -111,22 +123,29 @@ class PlayCheck {
                       "in the course file)"};
       case PlexoPlayedKind::Lost:
       case PlexoPlayedKind::LostInSession:
-      case PlexoPlayedKind::LostLater: return {Name(first), DescribeVisit(finding.visit)};
-      case PlexoPlayedKind::PretestInVain: return {Name(first), Name(finding.activities.back())};
+      case PlexoPlayedKind::LostLater:
+        return {Name(first), DescribeVisit(finding.visit)};
+      case PlexoPlayedKind::PretestInVain:
+        return {Name(first), Name(finding.activities.back())};
       case PlexoPlayedKind::ContinueStops:
         return {Name(first), Name(finding.activities.back()), DescribeCause(finding)};
       case PlexoPlayedKind::RestartLaunchesNothing:
         return {Name(first), finding.keepsFromResuming ? "start it anew or resume it" : "start it anew"};
-      default: return {Name(first)};
+      default:
+        return {Name(first)};
     }
   }
 
   static std::string DescribeVisit(PlexoVisit visit) {
     switch (visit) {
-      case PlexoVisit::Failing: return "failing it";
-      case PlexoVisit::Unfinished: return "leaving it half-read";
-      case PlexoVisit::Idle: return "leaving the course behind it without suspending";
-      default: return "finishing it";
+      case PlexoVisit::Failing:
+        return "failing it";
+      case PlexoVisit::Unfinished:
+        return "leaving it half-read";
+      case PlexoVisit::Idle:
+        return "leaving the course behind it without suspending";
+      default:
+        return "finishing it";
     }
   }
 

@@ -96,9 +96,11 @@ ExitStatus CheckCommand::PrintWitness(const std::vector<PlexoFinding>& findings)
     output.PrintDocument(std::string_view(finding.witness).substr(0, finding.witness.size() - 1));
     return ExitStatus::Done;
   }
-  return output.Fail({{ExitStatus::Usage, options.package,
-                       "has no finding '" + options.witness + "' that comes of playing the course",
-                       {"'plexo check' without --witness shows the findings and which of them have a script"}}});
+  return output.Fail(
+      {{ExitStatus::Usage,
+        options.package,
+        "has no finding '" + options.witness + "' that comes of playing the course",
+        {"'plexo check' without --witness shows the findings and which of them have a script"}}});
 }
 
 void CheckCommand::PrintText(const PlexoCheckResult& result) {

@@ -135,8 +135,8 @@ class Arguments {
 
   /// Throws `CLI::ParseError`, also when help or the version is asked for.
   void Parse(int argumentCount, const char* const* arguments) { app.parse(argumentCount, arguments); }
-  /// True when the first argument is neither a command nor an option. CLI11 answers a "--help" behind such a word
-  /// with the program's help, as if the word weren't there.
+  /// True when the first argument is neither a command nor an option. CLI11 answers a "--help" behind such a
+  /// word with the program's help, as if the word weren't there.
   [[nodiscard]] bool StartsWithUnknownCommand(std::span<const char* const> arguments) const {
     return app.get_subcommands().empty() && arguments.size() > 1 && *arguments[1] != '-';
   }
@@ -300,8 +300,9 @@ class Arguments {
     choice->require_option(1);
     check->add_flag("--strict", isStrict, "Let warnings fail the package too");
     check->add_flag("-v,--verbose", isVerbose, "Show all findings of each kind, not some");
-    check->add_option("--witness", checkOptions.witness,
-                      "Print the script that shows a finding, for 'plexo play'")
+    check
+        ->add_option("--witness", checkOptions.witness,
+                     "Print the script that shows a finding, for 'plexo play'")
         ->type_name("PLX-nnn")
         ->check(notEmpty);
     check->add_flag("--json", isJson, "Print the findings, or the error, as JSON");

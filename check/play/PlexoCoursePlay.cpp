@@ -207,11 +207,18 @@ class CoursePlay {
     // Everywhere in a course of usual length, here and there in a very long one.
     constexpr std::size_t kMostProbes = 64;
     const std::size_t stride = course.GetDefinition().GetCount() / kMostProbes + 1;
-    if (at.GetLearner().GetSteps().size() % stride != 0 && at.GetLearner().GetSteps().size() > kMostProbes) return;
+    if (at.GetLearner().GetSteps().size() % stride != 0 && at.GetLearner().GetSteps().size() > kMostProbes)
+      return;
     PlexoLearner learner = at.GetLearner();
     learner.Visit(visit);
     learner.Ask({PlexoNavigation::ExitAll});
     if (learner.HasCompleted() || learner.Ask({PlexoNavigation::Start})) return;
+    if (PlexoStandstill::IsListClosed(learner.Look())) {
+      PlexoLearner leaving = at.GetLearner();
+      leaving.Visit(visit);
+      NoteLost(leaving, LostLater);
+      return;
+    }
     PlexoWitness witness(learner);
     witness.ClaimCompleted(learner, 0);
     witness.Shorten(course, 3);
@@ -324,6 +331,7 @@ class CoursePlay {
 
   /// What no learner has seen or reached.
   void Judge() {
+    if (Has(Lost)) std::erase_if(result.findings, [](const auto& other) { return other.kind == LostLater; });
     std::vector<PlexoIndex> unreached;
     for (PlexoIndex activity = 0; activity < course.GetDefinition().GetCount(); ++activity) {
       if (course.IsContent(activity) && !sightings.isReached[activity] && !IsSelected(activity))
@@ -368,7 +376,8 @@ class CoursePlay {
   /// True for what another choice of children at random may launch.
   [[nodiscard]] bool IsSelected(PlexoIndex activity) const {
     for (PlexoIndex at = activity; at != kPlexoNone; at = course.GetDefinition().Get(at).parent) {
-      if (course.GetDefinition().GetRules(at).randomization.selectionTiming != PlexoTiming::Never) return true;
+      if (course.GetDefinition().GetRules(at).randomization.selectionTiming != PlexoTiming::Never)
+        return true;
     }
     return false;
   }

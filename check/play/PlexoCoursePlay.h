@@ -17,7 +17,7 @@ enum class PlexoPlayedKind : std::uint8_t {
   /// After a visit nothing can be launched any more; or not before the course is started anew.
   Lost,
   LostInSession,
-  /// The same as the first, in several sessions only: the learner left the course without suspending it.
+  /// The same as the first, for a learner who left the course without suspending it.
   LostLater,
   /// Who passed a pretest is still led to the content: the pretest, the content.
   PretestInVain,

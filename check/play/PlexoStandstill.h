@@ -8,9 +8,10 @@
 /// What a learner can't do any more.
 class PlexoStandstill {
  public:
-  /// True if nothing in the contents list can be chosen.
+  /// True if nothing in the contents list can be chosen. The standard lets the course itself be chosen, but
+  /// no LMS lists it.
   [[nodiscard]] static bool IsListClosed(const PlexoOutlook& outlook) {
-    return std::none_of(outlook.choices.begin(), outlook.choices.end(),
+    return std::none_of(outlook.choices.begin() + 1, outlook.choices.end(),
                         [](const PlexoProspect& choice) { return choice.IsOpen(); });
   }
   /// True if no request of the learner launches anything in this session. A course that was gone through to

@@ -54,7 +54,7 @@ void PlexoStateExploration::Leave(const Leaving& leaving) {
   if (!found && PlexoStandstill::IsIn(outlook) && IsLost(leaving)) found = Replay(leaving);
   if (outlook.onContinue.IsOpen()) Follow(leaving, {PlexoNavigation::Continue});
   if (outlook.onPrevious.IsOpen()) Follow(leaving, {PlexoNavigation::Previous});
-  for (PlexoIndex target = 0; target < outlook.choices.size(); ++target) {
+  for (PlexoIndex target = 1; target < outlook.choices.size(); ++target) {
     const PlexoIndex delivers = outlook.choices[target].delivers;
     // A cluster leads to what can be chosen itself, as a rule.
     if (delivers == kPlexoNone || (delivers != target && outlook.choices[delivers].IsOpen())) continue;

@@ -14,8 +14,8 @@
 class PlexoStateExploration {
  public:
   static constexpr std::size_t kMostStates = 3000;
-  /// In requests times activities, for a request may look at each: short courses are explored to the end, long
-  /// ones at their beginning only.
+  /// In requests times activities, for a request may look at each: short courses are explored to the end,
+  /// long ones at their beginning only.
   static constexpr std::uint64_t kMostWork = 600'000;
 
   PlexoStateExploration(const PlexoPlayedCourse& played, PlexoSightings& all);

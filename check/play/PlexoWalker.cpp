@@ -56,7 +56,8 @@ bool PlexoWalker::IsWanted(PlexoIndex content, Wanted wanted) const {
   if (visits[content] == 0) return true;
   constexpr std::uint32_t kMostAttempts = 20;
   const std::uint32_t limit = course.GetDefinition().GetRules(content).attemptLimit;
-  if (wanted == Wanted::Limited) return limit != kPlexoNone && visits[content] < std::min(limit, kMostAttempts);
+  if (wanted == Wanted::Limited)
+    return limit != kPlexoNone && visits[content] < std::min(limit, kMostAttempts);
   return wanted == Wanted::Failed && visits[content] < kMostVisits && course.abilities[content].passes &&
          !learner.HasPassed(content);
 }
@@ -85,7 +86,7 @@ PlexoIndex PlexoWalker::FindOpen(const PlexoOutlook& outlook, Order order, Wante
   for (PlexoIndex index = 0; index < count; ++index) {
     const PlexoIndex target = order == Order::Backward ? count - 1 - index : (first + index) % count;
     const PlexoIndex delivers = outlook.choices[target].delivers;
-    if (delivers != kPlexoNone && IsWanted(delivers, wanted)) return target;
+    if (target != 0 && delivers != kPlexoNone && IsWanted(delivers, wanted)) return target;
   }
   return kPlexoNone;
 }

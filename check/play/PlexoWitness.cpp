@@ -13,16 +13,26 @@ using Kind = PlexoClaim::Kind;
 
 std::string_view GetWord(PlexoNavigation request) {
   switch (request) {
-    case PlexoNavigation::Start: return "start";
-    case PlexoNavigation::ResumeAll: return "resumeall";
-    case PlexoNavigation::Continue: return "continue";
-    case PlexoNavigation::Previous: return "previous";
-    case PlexoNavigation::Choice: return "choice";
-    case PlexoNavigation::Jump: return "jump";
-    case PlexoNavigation::Exit: return "exit";
-    case PlexoNavigation::Abandon: return "abandon";
-    case PlexoNavigation::SuspendAll: return "suspendall";
-    default: return "exitall";
+    case PlexoNavigation::Start:
+      return "start";
+    case PlexoNavigation::ResumeAll:
+      return "resumeall";
+    case PlexoNavigation::Continue:
+      return "continue";
+    case PlexoNavigation::Previous:
+      return "previous";
+    case PlexoNavigation::Choice:
+      return "choice";
+    case PlexoNavigation::Jump:
+      return "jump";
+    case PlexoNavigation::Exit:
+      return "exit";
+    case PlexoNavigation::Abandon:
+      return "abandon";
+    case PlexoNavigation::SuspendAll:
+      return "suspendall";
+    default:
+      return "exitall";
   }
 }
 
@@ -58,12 +68,24 @@ class ScriptWriting {
   void AddClaim(const PlexoClaim& claim) {
     text += "expect ";
     switch (claim.kind) {
-      case Kind::Completed: AddStatus("completed", claim); break;
-      case Kind::Satisfied: AddStatus("satisfied", claim); break;
-      case Kind::Attempted: AddStatus("attempted", claim); break;
-      case Kind::Continue: text += Can(claim) + "continue\n"; break;
-      case Kind::Previous: text += Can(claim) + "previous\n"; break;
-      case Kind::Choice: text += Can(claim) + "choice " + Name(claim.activity) + "\n"; break;
+      case Kind::Completed:
+        AddStatus("completed", claim);
+        break;
+      case Kind::Satisfied:
+        AddStatus("satisfied", claim);
+        break;
+      case Kind::Attempted:
+        AddStatus("attempted", claim);
+        break;
+      case Kind::Continue:
+        text += Can(claim) + "continue\n";
+        break;
+      case Kind::Previous:
+        text += Can(claim) + "previous\n";
+        break;
+      case Kind::Choice:
+        text += Can(claim) + "choice " + Name(claim.activity) + "\n";
+        break;
     }
   }
 
@@ -120,9 +142,8 @@ void PlexoWitness::ClaimOpen(PlexoClaim::Kind request, PlexoIndex target) {
 }
 
 PlexoIndex PlexoWitness::GetLastLaunched() const {
-  const auto found = std::find_if(steps.rbegin(), steps.rend(), [](const PlexoLearnerStep& step) {
-    return step.delivered != kPlexoNone;
-  });
+  const auto found = std::find_if(steps.rbegin(), steps.rend(),
+                                  [](const PlexoLearnerStep& step) { return step.delivered != kPlexoNone; });
   return found == steps.rend() ? kPlexoNone : found->delivered;
 }
 
@@ -135,12 +156,18 @@ bool PlexoWitness::DoClaimsHold(const PlexoLearner& learner) const {
   };
   return std::all_of(claims.begin(), claims.end(), [&](const PlexoClaim& claim) {
     switch (claim.kind) {
-      case Kind::Completed: return view.GetCompleted(claim.activity) == claim.truth;
-      case Kind::Satisfied: return view.GetSatisfied(claim.activity) == claim.truth;
-      case Kind::Attempted: return view.IsAttempted(claim.activity) == claim.truth.IsTrue();
-      case Kind::Continue: return look().onContinue.IsOpen() == claim.truth.IsTrue();
-      case Kind::Previous: return look().onPrevious.IsOpen() == claim.truth.IsTrue();
-      default: return look().choices[claim.activity].IsOpen() == claim.truth.IsTrue();
+      case Kind::Completed:
+        return view.GetCompleted(claim.activity) == claim.truth;
+      case Kind::Satisfied:
+        return view.GetSatisfied(claim.activity) == claim.truth;
+      case Kind::Attempted:
+        return view.IsAttempted(claim.activity) == claim.truth.IsTrue();
+      case Kind::Continue:
+        return look().onContinue.IsOpen() == claim.truth.IsTrue();
+      case Kind::Previous:
+        return look().onPrevious.IsOpen() == claim.truth.IsTrue();
+      default:
+        return look().choices[claim.activity].IsOpen() == claim.truth.IsTrue();
     }
   });
 }

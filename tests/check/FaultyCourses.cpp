@@ -140,7 +140,8 @@ std::vector<FaultyPackage> FaultySequencing() {
   return {
       {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
       {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
-      {ContentNeverReached, "'other'",
+      {ContentNeverReached,
+       "'other'",
        New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build(),
        {GlobalNeverWritten}},
       {ContentNeverReached, "'other'",
@@ -151,7 +152,8 @@ std::vector<FaultyPackage> FaultySequencing() {
            .Sequence("second", kGate + Objectives(Primary("") + kUnread))
            .Build()},
       {StartLaunchesNothing, "'Course'", New().Replace(kFlowOn, "").Build()},
-      {ContentNeverReached, "'First' and 'Second'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
+      {ContentNeverReached, "'First' and 'Second'",
+       New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
       {WeightsDontSum, "0.75",
        New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
       {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
@@ -168,17 +170,21 @@ std::vector<FaultyPackage> FaultySequencing() {
 std::vector<FaultyPackage> SilentContents() {
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   return {
-      {ContentNeverReached, "'First' reports completion and no success", Waiting("cmi.completion_status").Build()},
+      {ContentNeverReached, "'First' reports completion and no success",
+       Waiting("cmi.completion_status").Build()},
       {ContentNeverReached, "'First' reports completion and no success",
        Waiting("cmi.completion_status cmi.score.scaled")
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
       {ContentNeverReached, "'First' reports neither", Waiting("").Build()},
-      {ContentNeverReached, "'Child' reports completion and no success", WaitingForCluster("", "cmi.completion_status")},
+      {ContentNeverReached, "'Child' reports completion and no success",
+       WaitingForCluster("", "cmi.completion_status")},
       {ContentNeverReached, "'Child' reports neither", WaitingForCluster(kCompletionSatisfies, "")},
-      {ContentNeverReached, "'Child' reports success and no completion", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {CourseNeverCompleted, "'First' reports success and no completion", Waiting("cmi.success_status", kGateAndPass).Build()},
+      {ContentNeverReached, "'Child' reports success and no completion",
+       WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
+      {CourseNeverCompleted, "'First' reports success and no completion",
+       Waiting("cmi.success_status", kGateAndPass).Build()},
       {CourseNeverPassed, "'Second' reports completion",
        New()
            .Sequence("second", kByContent)
@@ -202,6 +208,13 @@ std::vector<FaultyPackage> SilentContents() {
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
       {ContentNeverReached, "'Second' reports completion and no success", Launched(kOldVisit, "").Build()},
+      // The launch page lets it pass.
+      {StartLaunchesNothing, "'Course'", Launched(kOldVisit, R"(, "completionPasses": true)").Build()},
+      {StartLaunchesNothing, "'Course'",
+       Launched(kOldVisit + "'cmi.core.score.raw'", R"(, "masteryScore": "70")")
+           .File("a/index.htm",
+                 CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+           .Build()},
       {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
       {OtherEditionApi, "LMSInitialize",
@@ -235,11 +248,6 @@ std::vector<std::string> GoodPackages() {
       Old().Build(),
       WaitingForCluster(kCompletionSatisfies, "cmi.completion_status"),
       WaitingForTests(kGateAndPass).Build(),
-      Launched(kOldVisit, R"(, "completionPasses": true)").Build(),
-      Launched(kOldVisit + "'cmi.core.score.raw'", R"(, "masteryScore": "70")")
-          .File("a/index.htm",
-                CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
-          .Build(),
       // The same identifiers with blanks around them.
       New()
           .Replace("\"COURSE\"", "\" COURSE\"")

@@ -65,7 +65,7 @@ const std::vector<std::string> kGated = {
     "  a bycontent",
     "    | primary write s g",
     "  b bycontent",
-    "    | disabled if not satisfied of o",
+    "    | disabled if any not satisfied of o, not objectiveStatusKnown of o",
     "    | objective o read s g",
 };
 
@@ -92,13 +92,16 @@ const Played kCourses[] = {
      {{"a", kCompletes}},
      {{NeverPassed, "root"}},
      2},
-    {"one attempt only", GateWith("root flow nochoice", "  a bycontent limit=1"), {},
-     {{Lost, "a"}, {FailureSticks, "a"}}, 3},
+    {"one attempt only",
+     GateWith("root flow nochoice", "  a bycontent limit=1"),
+     {},
+     {{Lost, "a"}, {FailureSticks, "a"}},
+     3},
     {"no way back", GateWith("root flow nochoice", "  a bycontent"), {}, {{LostInSession, "a"}}, 1},
     {"attempts used up in a course that lets choose",
      GateWith("root flow", "  a bycontent limit=2"),
      {},
-     {{Lost, "a"}, {RestartLaunchesNothing, "a"}},
+     {{Lost, "a"}, {FailureSticks, "a"}},
      4},
     {"a test to be passed at once", {"root flow", "  a bycontent limit=1"}, {}, {{FailureSticks, "a"}}, 2},
     {"a pretest that waits for a score that isn't reported",
@@ -124,14 +127,21 @@ const Played kCourses[] = {
      {{ContinueStops, "a"}},
      2},
     {"the contents list only", {"root", "  a", "  b"}, {}, {{StartLaunchesNothing, "root"}}, 1},
-    {"done is closed", {"root flow", "  a", "    | disabled if attempted", "  b"}, {},
-     {{RestartLaunchesNothing, "a"}}, 3},
+    {"done is closed",
+     {"root flow", "  a", "    | disabled if attempted", "  b"},
+     {},
+     {{RestartLaunchesNothing, "a"}},
+     3},
     {"what was suspended is closed",
      {"root flow", "  a", "  b", "    | disabled if completed", "  c"},
      {},
      {{SuspensionLoses, "b"}},
      6},
-    {"another choice of children may reach them", {"root flow select=1 selectTiming=once", "  a", "  b"}, {}, {}, 0},
+    {"another choice of children may reach them",
+     {"root flow select=1 selectTiming=once", "  a", "  b"},
+     {},
+     {},
+     0},
 };
 
 int CountRequests(const PlexoWitness& witness) { return static_cast<int>(witness.GetSteps().size()); }
@@ -164,7 +174,8 @@ TEST(PlexoCoursePlay, BlamesTheContentWhoseSilenceClosesSomething) {
   lines[2] = "    | primary";
   const PlexoPlayResult result = PlexoCoursePlay::Run(Make(lines, {{"a", kCompletes}}));
   EXPECT_EQ(result.findings.at(0).silent, kPlexoNone);
-  EXPECT_EQ(result.findings.at(0).reason, "'b' is disabled: not satisfied of 'o' is true");
+  EXPECT_EQ(result.findings.at(0).reason,
+            "'b' is disabled: not satisfied of 'o' is unknown, or not objectiveStatusKnown of 'o' is true");
 }
 
 TEST(PlexoCoursePlay, WitnessesFailInAMendedCourse) {

@@ -204,11 +204,21 @@ constexpr std::array kKinds = {
         "Give them the weight 0 (objectiveMeasureWeight), or use a template with modules, in which only "
         "tests count"},
     PlexoFindingKind{ContentNeverReached, "PLX-520", kError, "Content can never be reached",
-                     "{0}: can never be reached{1}{2}", "{3}"},
-    PlexoFindingKind{CourseNeverCompleted, "PLX-521", kError, "No learner can complete the course",
-                     "{0}: no learner can complete the course{1}", "{2}"},
-    PlexoFindingKind{CourseNeverPassed, "PLX-522", kWarning, "No learner can pass the course",
-                     "{0}: no learner can pass the course{1}", "{2}"},
+                     "{0}: can never be reached{1}{2}",
+                     "Where content reports too little, let it report, let completion pass "
+                     "('completion-passes' in the course "
+                     "file), or don't force the order; else mend the rule, control mode or map that keeps "
+                     "the item closed"},
+    PlexoFindingKind{
+        CourseNeverCompleted, "PLX-521", kError, "No learner can complete the course",
+        "{0}: no learner can complete the course{1}",
+        "Where content reports too little, let it set cmi.completion_status, or let the LMS set it "
+        "(completionSetByContent \"false\"); else mend the rollup rules"},
+    PlexoFindingKind{
+        CourseNeverPassed, "PLX-522", kWarning, "No learner can pass the course",
+        "{0}: no learner can pass the course{1}",
+        "Where content reports too little, let it set cmi.success_status, or let completion pass "
+        "('completion-passes' in the course file); else mend the rollup rules"},
     PlexoFindingKind{LearnerLost, "PLX-523", kError, "Nothing can be launched any more",
                      "{0}: after {1} nothing can be launched any more, not even in a new session, and the "
                      "course isn't complete",
@@ -465,7 +475,7 @@ std::string Fill(std::string_view pattern, std::span<const std::string> words) {
 
 /// A pattern for readers: its words as dots.
 std::string ForReaders(std::string_view pattern) {
-  static const std::array<std::string, 4> kDots = {"…", "…", "…", "…"};
+  static const std::array<std::string, 5> kDots = {"…", "…", "…", "…", "…"};
   return Fill(pattern, kDots);
 }
 

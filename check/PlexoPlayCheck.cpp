@@ -104,23 +104,10 @@ class PlayCheck {
       case PlexoPlayedKind::NeverReached:
         return {NameAll(finding.activities),
                 finding.keepsFromCompleting ? ", so that no learner can complete the course" : "",
-                DescribeCause(finding),
-                finding.silent == kPlexoNone
-                    ? "Mend the rule, the control mode or the map that keeps it closed"
-                    : "Let that content report what is missing, let completion pass ('completion-passes' in "
-                      "the course file), or don't force the order"};
+                DescribeCause(finding)};
       case PlexoPlayedKind::NeverCompleted:
-        return {Name(first), DescribeCause(finding),
-                finding.silent == kPlexoNone
-                    ? "Mend the rollup rules of the organization and of the items in it"
-                    : "Let that content set cmi.completion_status, or let the LMS set it "
-                      "(completionSetByContent \"false\")"};
       case PlexoPlayedKind::NeverPassed:
-        return {Name(first), DescribeCause(finding),
-                finding.silent == kPlexoNone
-                    ? "Mend the rollup rules of the organization and of the items in it"
-                    : "Let that content set cmi.success_status, or let completion pass ('completion-passes' "
-                      "in the course file)"};
+        return {Name(first), DescribeCause(finding)};
       case PlexoPlayedKind::Lost:
       case PlexoPlayedKind::LostInSession:
       case PlexoPlayedKind::LostLater:

@@ -114,7 +114,7 @@ class CoursePlay {
 
   PlexoVisit PassAndProbe(const PlexoWalker& at) {
     ProbePretest(at);
-    ProbeCompletion(at.GetLearner());
+    ProbeCompletion(at);
     ProbeRestart(at, PlexoVisit::Best);
     if (!course.abilities[at.GetLaunched()].fails) return PlexoVisit::Best;
     ProbeStandstill(at);
@@ -136,23 +136,26 @@ class CoursePlay {
     }
   }
 
-  void ProbeCompletion(const PlexoLearner& learner) {
-    if (hasCompleted || !learner.HasCompleted()) return;
+  /// Whether the course was complete before this content was launched, with nothing that spares it.
+  void ProbeCompletion(const PlexoWalker& at) {
+    if (hasCompleted || !at.GetLearner().HasCompleted()) return;
     hasCompleted = true;
-    const PlexoOutlook outlook = learner.Look();
-    for (PlexoIndex activity = 0; activity < outlook.choices.size(); ++activity) {
-      if (!course.IsContent(activity) || learner.HasAttempted(activity)) continue;
-      if (!outlook.choices[activity].IsOpen() && outlook.onContinue.delivers != activity) continue;
-      PlexoLearner leaving = learner;
-      leaving.Ask({PlexoNavigation::ExitAll});
-      if (!leaving.HasCompleted()) return;
-      PlexoWitness witness(leaving);
-      witness.ClaimCompleted(leaving, 0);
-      witness.ClaimUnseen(activity);
-      witness.Shorten(course);
-      Add(CompletedUnseen, activity, std::move(witness));
-      return;
-    }
+    const PlexoIndex content = at.GetLaunched();
+    const std::vector<PlexoIndex> sparing = pretests.GetSparing(content);
+    const bool isSpared = std::any_of(sparing.begin(), sparing.end(),
+                                      [&](PlexoIndex pretest) { return at.GetVisits(pretest) > 0; });
+    if (isSpared || at.GetVisits(content) > 1) return;
+    PlexoLearner leaving(course);
+    const std::vector<PlexoLearnerStep>& steps = at.GetLearner().GetSteps();
+    for (std::size_t step = 0; step + 1 < steps.size(); ++step)
+      leaving.Ask(steps[step].request, steps[step].visit);
+    leaving.Ask({PlexoNavigation::ExitAll});
+    if (!leaving.HasCompleted()) return;
+    PlexoWitness witness(leaving);
+    witness.ClaimCompleted(leaving, 0);
+    witness.ClaimUnseen(content);
+    witness.Shorten(course);
+    Add(CompletedUnseen, content, std::move(witness));
   }
 
   /// Whether failing what was launched closes everything.
@@ -291,23 +294,25 @@ class CoursePlay {
   void FailPretests() {
     if (pretests.IsEmpty()) return;
     HoldToPassing([this](const PlexoWalker& at) {
-      return pretests.IsPretest(at.GetLaunched()) ? PlexoVisit::Failing : PlexoVisit::Best;
+      const bool isFirst = pretests.IsPretest(at.GetLaunched()) && at.GetVisits(at.GetLaunched()) == 1;
+      return isFirst ? PlexoVisit::Failing : PlexoVisit::Best;
     });
   }
 
-  /// Goes through the course, repeats what was failed, and does both once more in a new session.
+  /// Goes through the course, repeats what was failed, and passes everything in a new session.
   void HoldToPassing(const PlexoWalker::Policy& policy) {
     if (Has(FailureSticks)) return;
     ++result.learners;
     PlexoIndex failed = kPlexoNone;
+    int session = 0;
     PlexoSightings own(course.GetDefinition().GetCount());
     PlexoWalker walker(course, own, [&](const PlexoWalker& at) {
-      const PlexoVisit visit = policy(at);
+      const PlexoVisit visit = session == 0 ? policy(at) : PlexoVisit::Best;
       const bool fails = visit == PlexoVisit::Failing && course.abilities[at.GetLaunched()].fails;
       if (fails && failed == kPlexoNone) failed = at.GetLaunched();
       return visit;
     });
-    for (int session = 0; session < 2 && !own.isPassed; ++session) {
+    for (; session < 2 && !own.isPassed; ++session) {
       if (hasStarted && walker.Start()) walker.Continue();
       walker.Choose(Order::Forward, PlexoWalker::Wanted::Failed);
       walker.Leave();
@@ -367,9 +372,10 @@ class CoursePlay {
         [first = unreached.front()](const PlexoSightings& seen) -> bool { return seen.isReached[first]; });
     finding.reason = Explain(outlook, outlook.choices[unreached.front()].reason);
     finding.activities = std::move(unreached);
-    // They say the same once more.
+    // The rest mostly comes of it.
     std::erase_if(result.findings, [](const auto& other) {
-      return other.kind == ContinueStops || other.kind == StartLaunchesNothing;
+      return other.kind != NeverReached && other.kind != Lost && other.kind != LostInSession &&
+             other.kind != CompletedUnseen;
     });
   }
 

@@ -203,15 +203,18 @@ class CoursePlay {
     finding.visit = learner.GetLaunched() == kPlexoNone ? PlexoVisit::Idle : learner.GetSteps().back().visit;
   }
 
+  /// Everywhere in a course of usual length, here and there in a very long one.
+  [[nodiscard]] bool IsProbed(const PlexoLearner& learner) const {
+    constexpr std::size_t kMostProbes = 64;
+    const std::size_t stride = course.GetDefinition().GetCount() / kMostProbes + 1;
+    return learner.GetSteps().size() <= kMostProbes || learner.GetSteps().size() % stride == 0;
+  }
+
   /// Whether the course can be started anew, or resumed, by who leaves it after this visit.
   void ProbeRestart(const PlexoWalker& at, PlexoVisit visit) {
     const bool isStarted = at.GetLearner().GetSteps().front().request.kind == PlexoNavigation::Start;
     if (!isStarted || Has(RestartLaunchesNothing)) return;
-    // Everywhere in a course of usual length, here and there in a very long one.
-    constexpr std::size_t kMostProbes = 64;
-    const std::size_t stride = course.GetDefinition().GetCount() / kMostProbes + 1;
-    if (at.GetLearner().GetSteps().size() % stride != 0 && at.GetLearner().GetSteps().size() > kMostProbes)
-      return;
+    if (!IsProbed(at.GetLearner())) return;
     PlexoLearner learner = at.GetLearner();
     learner.Visit(visit);
     learner.Ask({PlexoNavigation::ExitAll});
@@ -249,6 +252,11 @@ class CoursePlay {
     learner.Ask({PlexoNavigation::Start});
     for (std::size_t steps = 0; steps < PlexoWalker::kStepsAnActivity * course.GetDefinition().GetCount();
          ++steps) {
+      if (!IsProbed(learner)) {
+        ++sightings.requests;
+        if (!learner.Try({PlexoNavigation::Continue})) break;
+        continue;
+      }
       PlexoLearner suspending = learner;
       suspending.Ask({PlexoNavigation::SuspendAll});
       sightings.requests += 3;

@@ -38,13 +38,16 @@ void PlexoWalker::Continue() {
 
 void PlexoWalker::Choose(Order order, Wanted wanted) {
   chosen = order == Order::Backward ? static_cast<PlexoIndex>(visits.size()) : 0;
+  bool guesses = true;
   while (!IsOver()) {
     // Looking at everything is worth it only where what comes next isn't open.
-    const PlexoIndex next = GuessNext(order, wanted);
+    const PlexoIndex next = guesses ? GuessNext(order, wanted) : kPlexoNone;
     if (next != kPlexoNone && Make({PlexoNavigation::Choice, next})) {
       chosen = next;
       continue;
     }
+    // From the last to the first, a course in forced order is closed at every step.
+    guesses = order != Order::Backward;
     chosen = FindOpen(learner.Look(), order, wanted);
     if (chosen == kPlexoNone || !Make({PlexoNavigation::Choice, chosen})) return;
   }

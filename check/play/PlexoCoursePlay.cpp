@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "check/play/PlexoPretests.h"
+#include "check/play/PlexoSilence.h"
 #include "check/play/PlexoStandstill.h"
 #include "check/play/PlexoStateExploration.h"
 #include "check/play/PlexoWalker.h"
@@ -131,6 +132,7 @@ class CoursePlay {
       if (!hasPassedIt || pretest == content) continue;
       PlexoPlayedFinding& finding = Add(PretestInVain, pretest, PlexoWitness(at.GetLearner()));
       finding.activities.push_back(content);
+      finding.witness.ClaimSeen(pretest);
       finding.witness.Shorten(course);
       return;
     }
@@ -353,11 +355,11 @@ class CoursePlay {
     if (!unreached.empty()) {
       JudgeUnreached(std::move(unreached));
     } else if (!sightings.isCompleted) {
-      Add(NeverCompleted, 0, ProveStatus(&PlexoWitness::ClaimCompleted)).silent =
-          FindSilent([](const PlexoSightings& seen) { return seen.isCompleted; });
+      Add(NeverCompleted, 0, ProveStatus(&PlexoWitness::ClaimCompleted)).silent = PlexoSilence::FindCause(
+          course, sightings, [](const PlexoSightings& seen) { return seen.isCompleted; });
     } else if (!sightings.isPassed) {
-      Add(NeverPassed, 0, ProveStatus(&PlexoWitness::ClaimSatisfied)).silent =
-          FindSilent([](const PlexoSightings& seen) { return seen.isPassed; });
+      Add(NeverPassed, 0, ProveStatus(&PlexoWitness::ClaimSatisfied)).silent = PlexoSilence::FindCause(
+          course, sightings, [](const PlexoSightings& seen) { return seen.isPassed; });
     }
   }
 
@@ -376,7 +378,8 @@ class CoursePlay {
     }
     PlexoPlayedFinding& finding = Add(NeverReached, unreached.front(), std::move(witness));
     finding.keepsFromCompleting = !sightings.isCompleted;
-    finding.silent = FindSilent(
+    finding.silent = PlexoSilence::FindCause(
+        course, sightings,
         [first = unreached.front()](const PlexoSightings& seen) -> bool { return seen.isReached[first]; });
     finding.reason = Explain(outlook, outlook.choices[unreached.front()].reason);
     finding.activities = std::move(unreached);
@@ -394,38 +397,6 @@ class CoursePlay {
         return true;
     }
     return false;
-  }
-
-  /// The content whose silence keeps something from being seen: it would be seen if this content reported
-  /// everything. kPlexoNone if it is the sequencing that doesn't allow it.
-  template <typename IsSeen>
-  [[nodiscard]] PlexoIndex FindSilent(IsSeen isSeen) {
-    std::vector<PlexoIndex> silent;
-    PlexoPlayedCourse talkative = course;
-    for (PlexoIndex activity = 0; activity < talkative.abilities.size(); ++activity) {
-      if (!course.IsContent(activity) || !course.abilities[activity].LacksResult()) continue;
-      silent.push_back(activity);
-      talkative.abilities[activity] = PlexoContentAbility();
-    }
-    if (silent.empty() || !isSeen(Pass(talkative))) return kPlexoNone;
-    // With several to blame, the first one that alone is enough; else the first one launched in vain.
-    constexpr std::size_t kMostTried = 8;
-    for (std::size_t index = 0; index < std::min(silent.size(), kMostTried); ++index) {
-      talkative.abilities = course.abilities;
-      talkative.abilities[silent[index]] = PlexoContentAbility();
-      if (isSeen(Pass(talkative))) return silent[index];
-    }
-    return silent.front();
-  }
-
-  PlexoSightings Pass(const PlexoPlayedCourse& other) {
-    PlexoSightings own(other.GetDefinition().GetCount());
-    PlexoWalker walker(other, own, PassAlways);
-    if (walker.Start()) walker.Continue();
-    walker.Choose(Order::Forward);
-    walker.Leave();
-    sightings.requests += own.requests;
-    return own;
   }
 
   const PlexoPlayedCourse& course;

@@ -133,6 +133,10 @@ void PlexoWitness::ClaimUnseen(PlexoIndex activity) {
   claims.push_back({Kind::Attempted, activity, PlexoTruth::False()});
 }
 
+void PlexoWitness::ClaimSeen(PlexoIndex activity) {
+  claims.push_back({Kind::Attempted, activity, PlexoTruth::True()});
+}
+
 void PlexoWitness::ClaimClosed(PlexoClaim::Kind request, PlexoIndex target) {
   claims.push_back({request, target, PlexoTruth::False()});
 }

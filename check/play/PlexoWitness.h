@@ -27,6 +27,7 @@ class PlexoWitness {
   void ClaimCompleted(const PlexoLearner& learner, PlexoIndex activity);
   void ClaimSatisfied(const PlexoLearner& learner, PlexoIndex activity);
   void ClaimUnseen(PlexoIndex activity);
+  void ClaimSeen(PlexoIndex activity);
   void ClaimClosed(PlexoClaim::Kind request, PlexoIndex target = kPlexoNone);
   void ClaimOpen(PlexoClaim::Kind request, PlexoIndex target = kPlexoNone);
 

@@ -77,7 +77,7 @@ void ReadGates(const PlexoManifestElement& rule, PlexoActivity& activity) {
     const std::string name = condition->GetValue("referencedObjective");
     const std::size_t objective = name.empty() ? 0 : activity.FindObjective(name);
     if (objective == activity.objectives.size()) continue;
-    activity.gates.push_back({&rule, objective, needed.contains(name), closing.contains(name)});
+    activity.gates.push_back({objective, needed.contains(name), closing.contains(name)});
   }
 }
 

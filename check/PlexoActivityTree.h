@@ -29,7 +29,6 @@ struct PlexoObjective {
 
 /// A precondition that keeps an activity closed until an objective has a status.
 struct PlexoGate {
-  const PlexoManifestElement* rule = nullptr;
   /// As an index of the activity's objectives.
   std::size_t objective = 0;
   /// True if a failure doesn't open it, for this rule or another one.

@@ -66,23 +66,26 @@ enum class PlexoFindingId {
 
   ObjectiveUnknown,
   GlobalNeverWritten,
-  GateNeverOpens,
-  FlowOff,
-  NothingReachable,
   WeightsDontSum,
   WeightMalformed,
   SequencingOrder,
-  NeverSuccess,
-  NeverReports,
-  NeverComplete,
   FailedPretestOpens,
-  CompletionAwaited,
-  CourseNeverPassed,
-  CourseNeverComplete,
   FailingOpens,
   ResultTakenBack,
-  StartedOnce,
   ScoreDiluted,
+  ContentNeverReached,
+  CourseNeverCompleted,
+  CourseNeverPassed,
+  LearnerLost,
+  LearnerLostInSession,
+  PretestInVain,
+  CompletedUnseen,
+  ContinueStops,
+  StartLaunchesNothing,
+  RestartLaunchesNothing,
+  FailureSticks,
+  SuspensionLoses,
+  LearnerLostLater,
 
   OtherEditionApi,
   NoApi,
@@ -179,4 +182,6 @@ struct PlexoFinding {
   PlexoPlace place;
   /// What stands in the braces of the table's text.
   std::vector<std::string> words;
+  /// A script for `plexo play` that shows it; empty for what doesn't come of playing the course.
+  std::string witness;
 };

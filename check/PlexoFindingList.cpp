@@ -6,16 +6,22 @@
 #include <utility>
 
 void PlexoFindingList::Add(PlexoFindingId id, std::vector<std::string> words) {
-  findings.push_back({id, {}, std::move(words)});
+  findings.push_back({id, {}, std::move(words), {}});
 }
 
 void PlexoFindingList::AddFile(PlexoFindingId id, std::string file, std::vector<std::string> words) {
-  findings.push_back({id, {std::move(file), 0, {}}, std::move(words)});
+  findings.push_back({id, {std::move(file), 0, {}}, std::move(words), {}});
 }
 
 void PlexoFindingList::AddElement(PlexoFindingId id, const PlexoManifestElement& element,
                                   std::vector<std::string> words) {
   AddInManifest(id, element.line, element.GetPath(), std::move(words));
+}
+
+void PlexoFindingList::AddPlayed(PlexoFindingId id, const PlexoManifestElement& element,
+                                 std::vector<std::string> words, std::string witness) {
+  AddInManifest(id, element.line, element.GetPath(), std::move(words));
+  findings.back().witness = std::move(witness);
 }
 
 void PlexoFindingList::AddLine(PlexoFindingId id, int line, std::vector<std::string> words) {
@@ -26,7 +32,7 @@ void PlexoFindingList::AddInManifest(PlexoFindingId id, int line, std::string el
                                      std::vector<std::string> words) {
   constexpr std::size_t kMostWordBytes = 1000;
   for (std::string& word : words) word = Shorten(word, kMostWordBytes);
-  findings.push_back({id, {kManifestName, line, std::move(element)}, std::move(words)});
+  findings.push_back({id, {kManifestName, line, std::move(element)}, std::move(words), {}});
 }
 
 std::string PlexoFindingList::Shorten(std::string_view text, std::size_t mostBytes) {

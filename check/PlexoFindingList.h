@@ -20,6 +20,9 @@ class PlexoFindingList {
   void AddFile(PlexoFindingId id, std::string file, std::vector<std::string> words);
   /// About an element of the manifest.
   void AddElement(PlexoFindingId id, const PlexoManifestElement& element, std::vector<std::string> words);
+  /// The same, with the script that shows it.
+  void AddPlayed(PlexoFindingId id, const PlexoManifestElement& element, std::vector<std::string> words,
+                 std::string witness);
   /// About a line of the manifest; 0 for the manifest as a whole.
   void AddLine(PlexoFindingId id, int line, std::vector<std::string> words);
 

@@ -175,16 +175,6 @@ constexpr std::array kKinds = {
     PlexoFindingKind{GlobalNeverWritten, "PLX-502", kWarning, "A global objective is read and never written",
                      "item '{0}': reads the global objective '{1}', which nothing in the course writes",
                      "write it from the item that it is about"},
-    PlexoFindingKind{GateNeverOpens, "PLX-503", kError, "An item waits for a status that nothing sets",
-                     "item '{0}': stays closed until objective '{1}' has a status, which nothing sets",
-                     "map the objective to a global one that an earlier item writes"},
-    PlexoFindingKind{
-        FlowOff, "PLX-504", kWarning, "Flow is off",
-        "{0} '{1}': flow is off, so that neither starting the course nor \"Continue\" leads into it",
-        "write flow=\"true\" into its controlMode"},
-    PlexoFindingKind{NothingReachable, "PLX-505", kError, "Flow and choice are both off",
-                     "{0} '{1}': flow and choice are both off, so nothing in it can be reached",
-                     "switch one of them on in its controlMode"},
     PlexoFindingKind{WeightsDontSum, "PLX-506", kWarning, "Weights don't add up to 1",
                      "{0} '{1}': the weights of its children add up to {2}, not 1",
                      "correct objectiveMeasureWeight"},
@@ -197,46 +187,9 @@ constexpr std::array kKinds = {
         "order them: controlMode, sequencingRules, limitConditions, auxiliaryResources, rollupRules, "
         "objectives, randomizationControls, deliveryControls"},
     PlexoFindingKind{
-        NeverSuccess, "PLX-509", kError,
-        "Content reports completion and never success, but success is "
-        "waited for",
-        "item '{0}': reports completion and never success, as far as its scripts show, but '{1}' waits "
-        "for its success and never becomes available",
-        "let the content set cmi.success_status, let completion pass ('completion-passes' in the course "
-        "file), or don't force the order"},
-    PlexoFindingKind{
-        NeverReports, "PLX-510", kError, "Content reports nothing, but is waited for",
-        "item '{0}': reports neither completion nor success, as far as its scripts show, but '{1}' waits "
-        "for it and never becomes available",
-        "let the content report, or let the LMS set its status (completionSetByContent and "
-        "objectiveSetByContent \"false\")"},
-    PlexoFindingKind{
-        NeverComplete, "PLX-511", kWarning, "Content reports success and never completion",
-        "item '{0}': reports success and never completion, as far as its scripts show, so the course "
-        "stays incomplete",
-        "let the content set cmi.completion_status"},
-    PlexoFindingKind{
         FailedPretestOpens, "PLX-512", kWarning, "A failed pretest opens what comes next",
         "'{0}': opens as soon as '{1}' has any status, so failing that pretest is enough",
         "nothing to do if that is meant; else wait for satisfied instead of objectiveStatusKnown"},
-    PlexoFindingKind{
-        CompletionAwaited, "PLX-513", kError,
-        "Content reports success and never completion, but completion is waited for",
-        "item '{0}': reports success and never completion, as far as its scripts show, but '{1}' waits for "
-        "its completion and never becomes available",
-        "let the content set cmi.completion_status, or let the LMS set it (completionSetByContent "
-        "\"false\")"},
-    PlexoFindingKind{
-        CourseNeverPassed, "PLX-514", kWarning, "No learner can pass the course",
-        "item '{0}': reports no success, as far as its scripts show, so that {1} '{2}' is never satisfied",
-        "Let the content set cmi.success_status, or let completion pass ('completion-passes' in the course "
-        "file)"},
-    PlexoFindingKind{
-        CourseNeverComplete, "PLX-515", kError, "No learner can complete the course",
-        "item '{0}': reports neither completion nor success, as far as its scripts show, so that {1} '{2}' "
-        "never completes",
-        "Let the content set cmi.completion_status, or let the LMS set it (completionSetByContent "
-        "\"false\")"},
     PlexoFindingKind{FailingOpens, "PLX-516", kHint, "Failing opens what comes next",
                      "'{0}': opens as soon as '{1}' has passed or failed, so that failing is enough{2}",
                      "Do nothing if learners may go on after a failure. Else wait for satisfied instead of "
@@ -246,16 +199,70 @@ constexpr std::array kKinds = {
         "'{0}': closes again when a learner opens the finished '{1}' and leaves it as incomplete{2}",
         "Let the content stay completed when it is opened again"},
     PlexoFindingKind{
-        StartedOnce, "PLX-518", kHint, "The course can't be started anew",
-        "{0} '{1}': is launched first and disabled once it was done: the course can then be resumed, or "
-        "entered from its contents list, but not started anew",
-        "Tell learners to suspend the course when they leave, or let the rule skip instead of disable"},
-    PlexoFindingKind{
         ScoreDiluted, "PLX-519", kWarning, "Content without a score lowers the course's score",
         "{0} '{1}': {2} of its {3} items report no score, as far as their scripts show; they count as 0 "
         "beside '{4}'",
         "Give them the weight 0 (objectiveMeasureWeight), or use a template with modules, in which only "
         "tests count"},
+    PlexoFindingKind{ContentNeverReached, "PLX-520", kError, "Content can never be reached",
+                     "{0}: can never be reached{1}{2}",
+                     "Where content reports too little, let it report, let completion pass "
+                     "('completion-passes' in the course "
+                     "file), or don't force the order; else mend the rule, control mode or map that keeps "
+                     "the item closed"},
+    PlexoFindingKind{
+        CourseNeverCompleted, "PLX-521", kError, "No learner can complete the course",
+        "{0}: no learner can complete the course{1}",
+        "Where content reports too little, let it set cmi.completion_status, or let the LMS set it "
+        "(completionSetByContent \"false\"); else mend the rollup rules"},
+    PlexoFindingKind{
+        CourseNeverPassed, "PLX-522", kWarning, "No learner can pass the course",
+        "{0}: no learner can pass the course{1}",
+        "Where content reports too little, let it set cmi.success_status, or let completion pass "
+        "('completion-passes' in the course file); else mend the rollup rules"},
+    PlexoFindingKind{LearnerLost, "PLX-523", kError, "Nothing can be launched any more",
+                     "{0}: after {1} nothing can be launched any more, not even in a new session, and the "
+                     "course isn't complete",
+                     "Leave a way on: let the rules that close the other items wait for less, or raise the "
+                     "attempt limit"},
+    PlexoFindingKind{
+        LearnerLostInSession, "PLX-524", kWarning, "Nothing can be launched until the course is started anew",
+        "{0}: after {1} nothing can be launched any more until the course is left and started "
+        "anew",
+        "Allow choice in the controlMode, or repeat the content with a postConditionRule (retry)"},
+    PlexoFindingKind{PretestInVain, "PLX-525", kWarning, "A passed pretest doesn't spare its content",
+                     "{0}: who passes it still has to take {1}",
+                     "Let the rule that skips the content read the objective that the pretest writes"},
+    PlexoFindingKind{CompletedUnseen, "PLX-526", kHint, "The course is complete before all was seen",
+                     "{0}: the course is complete before it was seen",
+                     "Do nothing if it may be left out. Else let it count in the rollup "
+                     "(rollupProgressCompletion), or wait for all children instead of any"},
+    PlexoFindingKind{
+        ContinueStops, "PLX-527", kWarning, "Continue ends before the course does",
+        "{0}: ends with the LMS's Continue disabled, though {1} wasn't seen and the course isn't "
+        "complete{2}",
+        "Open what comes next by then, or let a rule skip it instead of disabling it"},
+    PlexoFindingKind{StartLaunchesNothing, "PLX-528", kWarning, "Starting the course launches nothing",
+                     "{0}: starting the course launches nothing; learners must choose from the contents list",
+                     "Write flow=\"true\" into the controlMode of the organization"},
+    PlexoFindingKind{
+        RestartLaunchesNothing, "PLX-529", kHint, "The course can't be started anew",
+        "{0}: who finishes it and leaves the course there can't {1}, only choose from the "
+        "contents list",
+        "Tell learners to press Continue before they leave, and to suspend the course; or let the "
+        "rule that closes what was done skip instead of disable"},
+    PlexoFindingKind{
+        FailureSticks, "PLX-530", kWarning, "Who fails at first can't pass any more",
+        "{0}: who fails it at first, and passes it and all others later, doesn't pass the course",
+        "Let the test be repeated: raise its attempt limit, or don't close it after a failure"},
+    PlexoFindingKind{SuspensionLoses, "PLX-531", kWarning, "Suspending the course loses what was done",
+                     "{0}: who suspends the course in every item can't resume or complete it after this one",
+                     "See which rule or rollup consideration (ifNotSuspended) leaves suspended items out"},
+    PlexoFindingKind{LearnerLostLater, "PLX-532", kHint,
+                     "Leaving the course without suspending may close everything",
+                     "{0}: after {1} nothing can be launched any more, where learners leave the course "
+                     "without suspending it",
+                     "Tell learners to suspend the course when they leave"},
 
     PlexoFindingKind{OtherEditionApi, "PLX-601", kError, "Content calls the other edition's API",
                      "item '{0}': its scripts call {1} only, which a SCORM {2} course doesn't offer",
@@ -497,7 +504,7 @@ std::string Fill(std::string_view pattern, std::span<const std::string> words) {
 
 /// A pattern for readers: its words as dots.
 std::string ForReaders(std::string_view pattern) {
-  static const std::array<std::string, 4> kDots = {"…", "…", "…", "…"};
+  static const std::array<std::string, 5> kDots = {"…", "…", "…", "…", "…"};
   return Fill(pattern, kDots);
 }
 
@@ -529,6 +536,13 @@ std::string PlexoFindingTable::WriteMarkdown() {
       "Made by `plexo check --list`; the table in `check/PlexoFindingTable.cpp` is the source. An id is "
       "never given to another finding. An error keeps a course, or a part of it, from working in most "
       "LMSs, a warning in some; a hint is worth knowing.\n"
+      "\n"
+      "PLX-520 to PLX-532 come of playing the course as learners do; "
+      "[templates-and-results.md](templates-and-results.md) tells how. "
+      "PLX-503, "
+      "504, 505, 509, 510, 511, 513, 514, 515 and 518 guessed at the same from patterns; they are retired, "
+      "and "
+      "no other finding gets their ids.\n"
       "\n"
       "| Id | Severity | What | Text | Way out |\n"
       "|---|---|---|---|---|\n";

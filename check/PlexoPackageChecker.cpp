@@ -11,13 +11,13 @@
 #include "check/PlexoForeignFormat.h"
 #include "check/PlexoIdentifierCheck.h"
 #include "check/PlexoLimitCheck.h"
+#include "check/PlexoPlayCheck.h"
 #include "check/PlexoResultCheck.h"
 #include "check/PlexoSchemaCheck.h"
 #include "check/PlexoScratchFolder.h"
 #include "check/PlexoScriptCheck.h"
 #include "check/PlexoScriptIndex.h"
 #include "check/PlexoSequencingCheck.h"
-#include "check/PlexoStatusCheck.h"
 #include "check/PlexoStructureCheck.h"
 #include "host/xml/TzXMLParser.h"
 
@@ -38,8 +38,8 @@ class PackageCheck {
     } else {
       CheckPackage();
     }
-    if (code != kTzSuccess) return {code, machineFailure, {}};
-    return {code, {}, findings.TakeSorted()};
+    if (code != kTzSuccess) return {code, machineFailure, {}, {}};
+    return {code, {}, findings.TakeSorted(), play};
   }
 
  private:
@@ -94,8 +94,8 @@ class PackageCheck {
     if (!IsPlexo2004(package.GetEdition())) return;
     const PlexoActivityTree tree(package);
     PlexoSequencingCheck::Run(tree, findings);
-    PlexoStatusCheck::Run(tree, scripts, findings);
     PlexoResultCheck::Run(tree, scripts, findings);
+    play = PlexoPlayCheck::Run(package, scripts, findings);
   }
 
   /// Unpacks the manifest to the file and reads it. False if there is none to be read.
@@ -129,6 +129,7 @@ class PackageCheck {
   PlexoCheckedPackage package;
   PlexoFindingList findings;
   const TzZipEntry* damagedManifest = nullptr;
+  PlexoPlayExtent play;
   TzErrorCodeEnum code = kTzSuccess;
   std::string machineFailure;
 };

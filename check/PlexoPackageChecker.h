@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "check/PlexoFinding.h"
+#include "check/PlexoPlayExtent.h"
 #include "host/files/TzPath.h"
 #include "host/session/TzErrorCode.h"
 
@@ -15,6 +16,7 @@ struct PlexoCheckResult {
   std::string failure;
   /// By id, then line.
   std::vector<PlexoFinding> findings;
+  PlexoPlayExtent play;
 };
 
 /// Says whether a SCORM package (SCORM 1.2, SCORM 2004) will work.

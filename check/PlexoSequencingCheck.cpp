@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
-#include <unordered_set>
 
 namespace {
 
@@ -20,14 +19,6 @@ constexpr std::array<std::string_view, 8> kOrder = {
 
 constexpr std::array<std::string_view, 3> kRuleKinds = {"preConditionRule", "exitConditionRule",
                                                         "postConditionRule"};
-
-/// The conditions that come to hold for what was done.
-constexpr std::array<std::string_view, 6> kDone = {"completed",
-                                                   "attempted",
-                                                   "satisfied",
-                                                   "objectiveStatusKnown",
-                                                   "objectiveMeasureKnown",
-                                                   "activityProgressKnown"};
 
 /// At most four decimals, without zeros behind.
 std::string FormatSum(double sum) {
@@ -45,11 +36,8 @@ class SequencingCheck {
     for (const PlexoActivity& activity : tree.GetActivities()) {
       CheckOrder(activity);
       CheckRules(activity);
-      CheckGates(activity);
       CheckGlobals(activity);
-      CheckControlMode(activity);
       CheckWeights(activity);
-      if (activity.parent == nullptr) CheckStart(activity);
     }
   }
 
@@ -85,40 +73,14 @@ class SequencingCheck {
     }
   }
 
-  void CheckGates(const PlexoActivity& activity) {
-    for (const PlexoGate& gate : activity.gates) {
-      const PlexoObjective& objective = activity.objectives[gate.objective];
-      // What the closed activity would write itself can't open it.
-      const bool isSet = std::any_of(objective.maps.begin(), objective.maps.end(), [&](const auto& map) {
-        const auto& writers = tree.GetWriters(map.global);
-        return map.reads && std::any_of(writers.begin(), writers.end(),
-                                        [&](const auto* writer) { return !activity.Holds(*writer); });
-      });
-      if (isSet) continue;
-      for (const PlexoObjectiveMap& map : objective.maps) explained.insert(map.element);
-      findings.AddElement(GateNeverOpens, *gate.rule, {activity.identifier, objective.identifier});
-    }
-  }
-
   void CheckGlobals(const PlexoActivity& activity) {
     for (const PlexoObjective& objective : activity.objectives) {
       for (const PlexoObjectiveMap& map : objective.maps) {
         const bool isWritten = !tree.GetWriters(map.global).empty();
-        if (!map.reads || isWritten || explained.contains(map.element)) continue;
+        if (!map.reads || isWritten) continue;
         findings.AddElement(GlobalNeverWritten, *map.element, {activity.identifier, map.global});
       }
     }
-  }
-
-  void CheckControlMode(const PlexoActivity& activity) {
-    if (!activity.IsCluster() || activity.IsOn("controlMode", "flow", false)) return;
-    const bool isReachable = activity.IsOn("controlMode", "choice", true);
-    // The only item of a course without sequencing is started by every LMS.
-    const bool isPlain = activity.parent == nullptr && activity.sequencing == nullptr &&
-                         activity.children.size() == 1 && !activity.children.front()->IsCluster();
-    if (isPlain) return;
-    findings.AddElement(isReachable ? FlowOff : NothingReachable, *activity.element,
-                        {activity.GetKind(), activity.identifier});
   }
 
   void CheckWeights(const PlexoActivity& activity) {
@@ -144,53 +106,8 @@ class SequencingCheck {
                         {activity.GetKind(), activity.identifier, FormatSum(sum)});
   }
 
-  /// Flow stops at what is disabled, so that nothing behind it is delivered either.
-  void CheckStart(const PlexoActivity& organization) {
-    for (const PlexoActivity* at = &organization; at->IsCluster();) {
-      if (!at->IsOn("controlMode", "flow", false)) return;
-      at = at->children.front();
-      if (!ClosesWhenDone(*at)) continue;
-      findings.AddElement(StartedOnce, *at->element, {at->GetKind(), at->identifier});
-      return;
-    }
-  }
-
-  [[nodiscard]] bool ClosesWhenDone(const PlexoActivity& activity) const {
-    const PlexoManifestElement* rules = activity.FindPart("sequencingRules");
-    if (rules == nullptr) return false;
-    const auto closes = [&](const PlexoManifestElement* rule) {
-      const PlexoManifestElement* action = rule->Find(Sequencing, "ruleAction");
-      const PlexoManifestElement* list = rule->Find(Sequencing, "ruleConditions");
-      if (list == nullptr || action == nullptr || action->GetValue("action") != "disabled") return false;
-      const auto conditions = list->FindAll(Sequencing, "ruleCondition");
-      const auto comesTrue = [&](const auto* condition) { return ComesTrue(activity, *condition); };
-      return list->GetValue("conditionCombination", "all") == "any"
-                 ? std::any_of(conditions.begin(), conditions.end(), comesTrue)
-                 : !conditions.empty() && std::all_of(conditions.begin(), conditions.end(), comesTrue);
-    };
-    const auto all = rules->FindAll(Sequencing, "preConditionRule");
-    return std::any_of(all.begin(), all.end(), closes);
-  }
-
-  /// True for what a learner makes true by going through the course.
-  [[nodiscard]] bool ComesTrue(const PlexoActivity& activity, const PlexoManifestElement& condition) const {
-    const bool isKnown =
-        std::find(kDone.begin(), kDone.end(), condition.GetValue("condition")) != kDone.end();
-    if (!isKnown || condition.GetValue("operator") == "not") return false;
-    const std::string name = condition.GetValue("referencedObjective");
-    const std::size_t index = activity.FindObjective(name);
-    if (name.empty() || index == 0) return true;
-    if (index == activity.objectives.size()) return false;
-    const auto& maps = activity.objectives[index].maps;
-    return std::any_of(maps.begin(), maps.end(), [this](const PlexoObjectiveMap& map) {
-      return map.reads && !tree.GetWriters(map.global).empty();
-    });
-  }
-
   const PlexoActivityTree& tree;
   PlexoFindingList& findings;
-  /// What has a finding of its own already.
-  std::unordered_set<const PlexoManifestElement*> explained;
 };
 
 }  // namespace

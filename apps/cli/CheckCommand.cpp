@@ -51,6 +51,12 @@ std::string DescribeKind(const PlexoFindingKind& kind) {
          std::string(kind.title);
 }
 
+std::string DescribeBound(const PlexoPlayExtent& play) {
+  return "  played by " + std::to_string(play.learners) + " learners with " + std::to_string(play.requests) +
+         " requests; the course has more states than the " + std::to_string(play.states) +
+         " looked at, so that other learners may find other ways";
+}
+
 }  // namespace
 
 ExitStatus CheckCommand::Run() {
@@ -72,10 +78,11 @@ ExitStatus CheckCommand::Run() {
   if (result.code != kTzSuccess) {
     return output.Fail({{ExitStatus::Refused, options.package, result.failure, {}}});
   }
+  if (!options.witness.empty()) return PrintWitness(result.findings);
   if (output.IsJson()) {
-    PrintJson(result.findings);
+    PrintJson(result);
   } else {
-    PrintText(result.findings);
+    PrintText(result);
   }
   const bool fails = Count(result.findings, PlexoSeverity::Error) > 0 ||
                      (options.failing == CheckOptions::Failing::Warnings &&
@@ -83,11 +90,26 @@ ExitStatus CheckCommand::Run() {
   return fails ? ExitStatus::Findings : ExitStatus::Done;
 }
 
-void CheckCommand::PrintText(const std::vector<PlexoFinding>& findings) {
+ExitStatus CheckCommand::PrintWitness(const std::vector<PlexoFinding>& findings) {
+  for (const PlexoFinding& finding : findings) {
+    if (finding.witness.empty() || PlexoFindingTable::GetKind(finding.id).code != options.witness) continue;
+    output.PrintDocument(std::string_view(finding.witness).substr(0, finding.witness.size() - 1));
+    return ExitStatus::Done;
+  }
+  return output.Fail(
+      {{ExitStatus::Usage,
+        options.package,
+        "has no finding '" + options.witness + "' that comes of playing the course",
+        {"'plexo check' without --witness shows the findings and which of them have a script"}}});
+}
+
+void CheckCommand::PrintText(const PlexoCheckResult& result) {
+  const std::vector<PlexoFinding>& findings = result.findings;
   std::map<std::pair<PlexoSeverity, PlexoFindingId>, std::vector<const PlexoFinding*>> kinds;
   for (const PlexoFinding& finding : findings) kinds[{GetSeverity(finding), finding.id}].push_back(&finding);
   for (const auto& [key, ofKind] : kinds) PrintKind(ofKind);
   output.PrintLine(options.package + ": " + Summarise(findings));
+  if (result.play.learners > 0 && !result.play.isComplete) output.PrintLine(DescribeBound(result.play));
 }
 
 void CheckCommand::PrintKind(const std::vector<const PlexoFinding*>& findings) {
@@ -108,6 +130,10 @@ void CheckCommand::PrintKind(const std::vector<const PlexoFinding*>& findings) {
     output.PrintLine("  and " + std::to_string(findings.size() - shown) + " more; --verbose shows them all");
   }
   output.PrintLine("  Way out: " + PlexoFindingTable::GetWayOut(*findings.front()));
+  if (!findings.front()->witness.empty()) {
+    output.PrintLine("  See it: plexo check " + options.package + " --witness " + std::string(kind.code) +
+                     " | plexo play " + options.package);
+  }
   output.PrintLine("");
 }
 
@@ -122,12 +148,18 @@ void CheckCommand::PrintBriefly(const std::vector<const PlexoFinding*>& findings
   output.PrintLine("");
 }
 
-void CheckCommand::PrintJson(const std::vector<PlexoFinding>& findings) {
+void CheckCommand::PrintJson(const PlexoCheckResult& result) {
+  const std::vector<PlexoFinding>& findings = result.findings;
   using Json = nlohmann::ordered_json;
   const Json document = {{"package", options.package},
                          {"errors", Count(findings, PlexoSeverity::Error)},
                          {"warnings", Count(findings, PlexoSeverity::Warning)},
                          {"hints", Count(findings, PlexoSeverity::Hint)},
+                         {"played",
+                          {{"learners", result.play.learners},
+                           {"requests", result.play.requests},
+                           {"states", result.play.states},
+                           {"complete", result.play.isComplete}}},
                          {"findings", DescribeFindings(findings)}};
   output.PrintDocument(document.dump(2, ' ', false, Json::error_handler_t::replace));
 }

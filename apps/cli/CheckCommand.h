@@ -12,6 +12,8 @@ struct CheckOptions {
   /// `List` prints the findings that there are, and looks at no package.
   enum class Task { Check, List } task = Task::Check;
   std::string package;
+  /// The id of a finding whose script is printed instead of the findings; empty for none.
+  std::string witness;
   /// The least severity that fails a package.
   enum class Failing { Errors, Warnings } failing = Failing::Errors;
   /// `Short` shows some findings of each kind.
@@ -27,10 +29,11 @@ class CheckCommand {
   [[nodiscard]] ExitStatus Run();
 
  private:
-  void PrintText(const std::vector<PlexoFinding>& findings);
+  [[nodiscard]] ExitStatus PrintWitness(const std::vector<PlexoFinding>& findings);
+  void PrintText(const PlexoCheckResult& result);
   void PrintKind(const std::vector<const PlexoFinding*>& findings);
   void PrintBriefly(const std::vector<const PlexoFinding*>& findings);
-  void PrintJson(const std::vector<PlexoFinding>& findings);
+  void PrintJson(const PlexoCheckResult& result);
 
   CheckOptions options;
   CommandSession& session;

@@ -286,6 +286,11 @@ class Arguments {
     choice->require_option(1);
     check->add_flag("--strict", isStrict, "Let warnings fail the package too");
     check->add_flag("-v,--verbose", isVerbose, "Show all findings of each kind, not some");
+    check
+        ->add_option("--witness", checkOptions.witness,
+                     "Print the script that shows a finding, for 'plexo play'")
+        ->type_name("PLX-nnn")
+        ->check(notEmpty);
     check->add_flag("--json", isJson, "Print the findings, or the error, as JSON");
     check->footer(kCheckStatuses);
   }

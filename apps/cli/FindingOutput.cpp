@@ -17,6 +17,7 @@ nlohmann::ordered_json DescribeFindings(const std::vector<PlexoFinding>& finding
                     {"element", finding.place.element},
                     {"text", PlexoFindingTable::GetText(finding)},
                     {"wayOut", PlexoFindingTable::GetWayOut(finding)}});
+    if (!finding.witness.empty()) list.back()["witness"] = finding.witness;
   }
   return list;
 }

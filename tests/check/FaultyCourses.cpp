@@ -81,7 +81,9 @@ const std::string kCompletionSatisfies =
 const std::string kIncompletenessFails =
     R"(<imsss:rollupRules><imsss:rollupRule childActivitySet="any"><imsss:rollupConditions>
     <imsss:rollupCondition operator="not" condition="completed"/></imsss:rollupConditions>
-    <imsss:rollupAction action="notSatisfied"/></imsss:rollupRule></imsss:rollupRules>)";
+    <imsss:rollupAction action="notSatisfied"/></imsss:rollupRule><imsss:rollupRule><imsss:rollupConditions>
+    <imsss:rollupCondition condition="completed"/></imsss:rollupConditions>
+    <imsss:rollupAction action="satisfied"/></imsss:rollupRule></imsss:rollupRules>)";
 
 /// A rule that closes the item itself when it was done.
 std::string ClosedBy(const std::string& condition) {
@@ -138,40 +140,28 @@ std::vector<FaultyPackage> FaultySequencing() {
   return {
       {ObjectiveUnknown, "'other'", New().Sequence("second", kGate).Build()},
       {GlobalNeverWritten, "'g'", New().Sequence("second", Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
-       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached,
+       "'other'",
+       New().Sequence("second", kGate + Objectives(Primary("") + Reads("g"))).Build(),
+       {GlobalNeverWritten}},
+      {ContentNeverReached, "'other'",
        New().Sequence("second", kGate + Objectives(Primary(Writes("g")) + Reads("g"))).Build()},
-      {GateNeverOpens, "'other'",
-       New()
-           .Sequence("second",
-                     R"(<imsss:sequencingRules><imsss:preConditionRule><imsss:ruleConditions
-                     conditionCombination="any"><imsss:ruleCondition referencedObjective="other" operator="not"
-                     condition="objectiveMeasureKnown"/><imsss:ruleCondition referencedObjective="other"
-                     operator="not" condition="objectiveStatusKnown"/></imsss:ruleConditions><imsss:ruleAction
-                     action="disabled"/></imsss:preConditionRule></imsss:sequencingRules>)" +
-                         Objectives(Primary("") + Reads("g")))
-           .Build()},
-      {GateNeverOpens, "'other'",
+      {ContentNeverReached, "'other'",
        New()
            .Sequence("first", Objectives(Primary(Writes("g"))))
            .Sequence("second", kGate + Objectives(Primary("") + kUnread))
            .Build()},
-      {FlowOff, "'ORG'", New().Replace(kFlowOn, "").Build()},
-      {NothingReachable, "'ORG'", New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
+      {StartLaunchesNothing, "'Course'", New().Replace(kFlowOn, "").Build()},
+      {ContentNeverReached, "'First' and 'Second'",
+       New().Replace(kFlowOn, R"(<imsss:controlMode choice="false"/>)").Build()},
       {WeightsDontSum, "0.75",
        New().Sequence("first", Weight("0.5")).Sequence("second", Weight("0.25")).Build()},
       {WeightMalformed, "'5e-1'", New().Sequence("second", Weight("5e-1")).Build()},
       {WeightMalformed, "''", New().Sequence("second", Weight("")).Build()},
       {WeightMalformed, "'2'", New().Sequence("second", Weight("2")).Build()},
-      {StartedOnce, "'FIRST'",
-       New().Sequence("first", ClosedBy(R"(<imsss:ruleCondition condition="attempted"/>)")).Build()},
-      {StartedOnce, "'FIRST'",
+      {ContentNeverReached, "'First' is disabled",
        New()
-           .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>
-           <imsss:ruleCondition referencedObjective="other" condition="objectiveStatusKnown"/>)") +
-                                  Objectives(Primary("") + Reads("g")))
-           .Sequence("second", Objectives(Primary(Writes("g"))))
+           .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>)"))
            .Build()},
       {SequencingOrder, "'rollupRules'", New().Sequence("second", kByContent + Weight("1")).Build()},
   };
@@ -180,23 +170,27 @@ std::vector<FaultyPackage> FaultySequencing() {
 std::vector<FaultyPackage> SilentContents() {
   const std::string kApi12 = "<script>API.LMSInitialize(''); API.LMSFinish('')</script>";
   return {
-      {NeverSuccess, "'SECOND'", Waiting("cmi.completion_status").Build()},
-      {NeverSuccess, "'SECOND'",
+      {ContentNeverReached, "'First' reports completion and no success",
+       Waiting("cmi.completion_status").Build()},
+      {ContentNeverReached, "'First' reports completion and no success",
        Waiting("cmi.completion_status cmi.score.scaled")
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {NeverReports, "'SECOND'", Waiting("").Build()},
-      {NeverSuccess, "'CHILD'", WaitingForCluster("", "cmi.completion_status")},
-      {NeverReports, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "")},
-      {CompletionAwaited, "'CHILD'", WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
-      {NeverComplete, "'FIRST'", Waiting("cmi.success_status", kGateAndPass).Build()},
-      {CourseNeverPassed, "'SECOND'",
+      {ContentNeverReached, "'First' reports neither", Waiting("").Build()},
+      {ContentNeverReached, "'Child' reports completion and no success",
+       WaitingForCluster("", "cmi.completion_status")},
+      {ContentNeverReached, "'Child' reports neither", WaitingForCluster(kCompletionSatisfies, "")},
+      {ContentNeverReached, "'Child' reports success and no completion",
+       WaitingForCluster(kCompletionSatisfies, "cmi.success_status")},
+      {CourseNeverCompleted, "'First' reports success and no completion",
+       Waiting("cmi.success_status", kGateAndPass).Build()},
+      {CourseNeverPassed, "'Second' reports completion",
        New()
            .Sequence("second", kByContent)
            .File("b/index.htm", CheckedPackage::Page2004("cmi.completion_status"))
            .Build()},
-      {CourseNeverComplete, "'SECOND'",
+      {CourseNeverCompleted, "'Second' reports neither",
        New().Sequence("second", kByContent).File("b/index.htm", CheckedPackage::Page2004("")).Build()},
       {FailingOpens, "'SECOND'", Waiting("cmi.completion_status cmi.success_status 'failed'").Build()},
       {FailingOpens, "likewise 1 more",
@@ -213,7 +207,14 @@ std::vector<FaultyPackage> SilentContents() {
            .File("b/index.htm",
                  CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
            .Build()},
-      {NeverSuccess, "'SECOND'", Launched(kOldVisit, "").Build()},
+      {ContentNeverReached, "'Second' reports completion and no success", Launched(kOldVisit, "").Build()},
+      // The launch page lets it pass.
+      {StartLaunchesNothing, "'Course'", Launched(kOldVisit, R"(, "completionPasses": true)").Build()},
+      {StartLaunchesNothing, "'Course'",
+       Launched(kOldVisit + "'cmi.core.score.raw'", R"(, "masteryScore": "70")")
+           .File("a/index.htm",
+                 CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
+           .Build()},
       {FailedPretestOpens, "'PRE'", WaitingForTests(kGate).Build()},
       {OtherEditionApi, "LMSInitialize", New().File("b/index.htm", kApi12).Build()},
       {OtherEditionApi, "LMSInitialize",
@@ -247,11 +248,6 @@ std::vector<std::string> GoodPackages() {
       Old().Build(),
       WaitingForCluster(kCompletionSatisfies, "cmi.completion_status"),
       WaitingForTests(kGateAndPass).Build(),
-      Launched(kOldVisit, R"(, "completionPasses": true)").Build(),
-      Launched(kOldVisit + "'cmi.core.score.raw'", R"(, "masteryScore": "70")")
-          .File("a/index.htm",
-                CheckedPackage::Page2004("cmi.completion_status cmi.success_status cmi.score.scaled"))
-          .Build(),
       // The same identifiers with blanks around them.
       New()
           .Replace("\"COURSE\"", "\" COURSE\"")
@@ -259,11 +255,8 @@ std::vector<std::string> GoodPackages() {
           .Replace("identifier=\"RES-B\"", "identifier=\"RES-B\t\"")
           .Replace("default=\"ORG\"", "default=\"ORG \"")
           .Build(),
-      // Reopened content of others takes nothing back, and it may skip what was done.
+      // Reopened content of others takes nothing back.
       WaitingForCluster(kIncompletenessFails, "cmi.completion_status cmi.success_status", kGateAndPass),
-      New()
-          .Sequence("first", ClosedBy(R"(<imsss:ruleCondition operator="not" condition="attempted"/>)"))
-          .Build(),
       // Content that can't fail opens what waits for it by passing only.
       Waiting("cmi.completion_status cmi.success_status").Build(),
       // Only what counts lowers a score.

@@ -6,12 +6,14 @@
 
 #include "check/PlexoFinding.h"
 
-/// A minimal package with one fault, and what must be found in it: this, and nothing else.
+/// A minimal package with one fault, and what must be found in it: this with what comes of it, and nothing
+/// else.
 struct FaultyPackage {
   PlexoFindingId id;
   /// A word of the finding's text.
   std::string word;
   std::string archive;
+  std::vector<PlexoFindingId> consequences = {};
 };
 
 std::vector<FaultyPackage> FaultyArchives();

@@ -65,14 +65,14 @@ TEST(OwnFormat, HasOnlyTheFindingsThatItIsKnownFor) {
       {"remediation-forced-open-3", {"PLX-516"}},
       {"remediation-forced-ordered-3", {"PLX-516"}},
       {"remediation-free-ordered-3", {"PLX-516"}},
-      {"rollup-free-open-1", {"PLX-518"}},
-      {"rollup-free-open-3", {"PLX-518"}},
-      {"rollup-free-ordered-1", {"PLX-518"}},
-      {"rollup-free-ordered-3", {"PLX-516", "PLX-518"}},
-      {"rollup-forced-open-1", {"PLX-518"}},
-      {"rollup-forced-open-3", {"PLX-512", "PLX-518"}},
-      {"rollup-forced-ordered-1", {"PLX-518"}},
-      {"rollup-forced-ordered-3", {"PLX-512", "PLX-516", "PLX-518"}},
+      {"rollup-free-open-1", {"PLX-529"}},
+      {"rollup-free-open-3", {"PLX-529"}},
+      {"rollup-free-ordered-1", {"PLX-529"}},
+      {"rollup-free-ordered-3", {"PLX-516", "PLX-529"}},
+      {"rollup-forced-open-1", {"PLX-529"}},
+      {"rollup-forced-open-3", {"PLX-512", "PLX-529", "PLX-532"}},
+      {"rollup-forced-ordered-1", {"PLX-529"}},
+      {"rollup-forced-ordered-3", {"PLX-512", "PLX-516", "PLX-529", "PLX-532"}},
   };
   std::size_t count = 0;
   for (const auto& file : std::filesystem::directory_iterator(PLEXO_SOURCE "/tests/publish/golden")) {

@@ -91,7 +91,7 @@ TEST_F(AdoptCommandTest, LetsTheCheckOfACourseSeeThroughTheLaunchPage) {
     EXPECT_EQ(Plexo({"build", "course.yaml", "-o", target + ".zip"}).status, 0);
     return Plexo({"check", target + ".zip"}).out;
   };
-  EXPECT_THAT(check("reported", {}), HasSubstr("PLX-509"));
+  EXPECT_THAT(check("reported", {}), HasSubstr("PLX-520"));
   EXPECT_EQ(check("passing", {"--completion-passes"}), "passing.zip: nothing found\n");
 }
 

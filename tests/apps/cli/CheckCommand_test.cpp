@@ -50,12 +50,33 @@ TEST_F(CheckCommandTest, TellsMachinesTheSame) {
   Save(CheckedPackage::Scorm2004().File("stray.txt", ""));
   const ProgramResult result = Plexo({"check", "a.zip", "--json"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(Json::parse(result.out), Json::parse(R"({
+  Json document = Json::parse(result.out);
+  EXPECT_GT(document["played"]["states"], 1);
+  EXPECT_EQ(document["played"]["complete"], true);
+  document.erase("played");
+  EXPECT_EQ(document, Json::parse(R"({
     "package": "a.zip", "errors": 0, "warnings": 0, "hints": 1,
     "findings": [{"id": "PLX-405", "severity": "hint", "title": "A file isn't listed in the manifest",
       "file": "stray.txt", "line": 0, "element": "",
       "text": "'stray.txt': no resource lists it, so an LMS may leave it out",
       "wayOut": "list it, or remove it"}]})"));
+}
+
+TEST_F(CheckCommandTest, PrintsTheScriptThatShowsAFinding) {
+  Save(CheckedPackage::Scorm2004().Replace("<imsss:controlMode flow=\"true\"/>", ""));
+  EXPECT_THAT(Plexo({"check", "a.zip"}).out,
+              HasSubstr("  See it: plexo check a.zip --witness PLX-528 | plexo play a.zip\n"));
+  const ProgramResult witness = Plexo({"check", "a.zip", "--witness", "PLX-528"});
+  EXPECT_EQ(witness.status, 0);
+  EXPECT_EQ(Json::parse(Plexo({"check", "a.zip", "--json"}).out)["findings"][0]["witness"], witness.out);
+  Write("script", witness.out);
+  EXPECT_EQ(Plexo({"play", "a.zip", "script"}).status, 0);
+  // The course without the fault doesn't behave so.
+  Save(CheckedPackage::Scorm2004());
+  EXPECT_EQ(Plexo({"play", "a.zip", "script"}).status, 3);
+  const ProgramResult none = Plexo({"check", "a.zip", "--witness", "PLX-528"});
+  EXPECT_EQ(none.status, 2);
+  EXPECT_THAT(none.err, HasSubstr("a.zip: has no finding 'PLX-528' that comes of playing the course\n"));
 }
 
 TEST_F(CheckCommandTest, FailsOnWarningsOnlyIfItIsStrict) {

@@ -33,7 +33,7 @@ std::string GetOnlyText(const PlexoManifestElement& item, std::string_view name)
 std::vector<PlexoFinding> PlexoCourseLosses::Find(const std::string& item, const Values& values, bool is12) {
   std::vector<PlexoFinding> losses;
   const auto add = [&](PlexoFindingId id, const char* name, const std::string& value, const char* instead) {
-    losses.push_back({id, {}, {item, name, PlexoFindingList::Shorten(value, kShownBytes), instead}});
+    losses.push_back({id, {}, {item, name, PlexoFindingList::Shorten(value, kShownBytes), instead}, {}});
   };
   const bool hasAction = !values.timeLimitAction.empty();
   const bool hasData = !values.launchData.empty();

@@ -146,7 +146,8 @@ TEST_F(BuildCommandTest, RefusesAWrongCommandLineBeforeAnyWork) {
        "plexo build: unexpected argument 'b'; a path that holds blanks needs quotes\n"
        "  'plexo build --help' tells more\n"},
       {{"check", "x.zip", "--strct"},
-       "plexo check: unknown option '--strct'; allowed: --help, --strict, --verbose, --json, --list\n"
+       "plexo check: unknown option '--strct'; allowed: --help, --strict, --verbose, --witness, --json, "
+       "--list\n"
        "  'plexo check --help' tells more\n"},
       {{"inspect", "x.zip", "--scorm"},
        "plexo inspect: --scorm needs a value\n  'plexo inspect --help' tells more\n"},

@@ -244,8 +244,8 @@ TEST_F(PackageIntakeTest, NamesOtherFormatsAlikeInEveryCommand) {
 
 TEST_F(PackageIntakeTest, BringsOldContentIntoACourseThatOnlyTheNewEditionHas) {
   const std::string script =
-      "<script>API.LMSInitialize('');API.LMSSetValue('cmi.core.lesson_status','passed');API.LMSFinish('');</"
-      "script>";
+      "<script>API.LMSInitialize('');API.LMSSetValue('cmi.core.lesson_status',isRight?'passed':'failed');"
+      "API.LMSFinish('');</script>";
   ScoZip("old").Scorm12().Item("Old", "a.htm").File("a.htm", script).Save(Work());
   const ProgramResult result = BuildModule("old.zip", "old.zip");
   EXPECT_EQ(result.status, 0) << result.err;

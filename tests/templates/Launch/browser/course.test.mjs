@@ -105,7 +105,7 @@ test('content of SCORM 1.2 in a course of modules is launched from the package a
 
 test('content of SCORM 2004 finds the objectives of its manifest in a course of SCORM 2004', { skip },
   async () => {
-  const results = await launchAll('template: multiple-scos\nforce-sequence: true\n' +
+  const results = await launchAll('template: multiple-scos\n' +
       'files: [lesson.zip, quiz.zip]\n');
   assert.equal(results.length, 2);
   assert.equal(results[0].values['cmi.suspend_data'], 'objectives: main,first,second');

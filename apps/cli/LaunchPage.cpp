@@ -55,7 +55,7 @@ std::string FindLaunchPageFault(const PlexoSCOManifest& sco) {
 }
 
 std::string FindContentPage(const PlexoSCOManifest& sco) {
-  const std::string address = sco.href.GetUTF8String();
+  std::string address = sco.href.GetUTF8String();
   if (address != PlexoLaunchSettings::kPage) return address;
   const auto settings = PlexoLaunchSettings::Read(ReadSettings(sco));
   constexpr std::string_view kUp = "../";
